@@ -1,0 +1,46 @@
+// SPDX-License-Identifier: MIT
+// The contract of every plot font: text at an anchor, aligned, upright or turned by a quarter.
+#pragma once
+
+/// Draws text on a drawing context that only the back-end knows.
+///
+/// A caller sets the context, then size and rotation, then `align`, then draws:
+///     font->set_dc(dc); font->setsizerot(12, 0); font->align = 5; font->drawText(x, y, text, -1);
+class base_font {
+public:
+    /// Alignment flags, joined by |. With none the anchor is the left end of the base line.
+    enum : unsigned {
+        center = 1, ///< centred on the anchor along the text
+        end = 2,    ///< the text ends at the anchor
+        top = 4,    ///< the anchor is at the top: the base line moves down by the point size
+        middle = 8  ///< the anchor is at mid height: the base line moves down by half of it
+    };
+
+    unsigned align = 0;
+
+protected:
+    double size = 12;   ///< points
+    double rot = 0;     ///< radians, counter-clockwise; 0 reads rightward, pi/2 upward
+    void* dc = nullptr; ///< not owned
+
+public:
+    base_font() = default;
+    base_font(const base_font&) = delete;
+    base_font& operator=(const base_font&) = delete;
+    virtual ~base_font() = default;
+
+    virtual void setsize(double points) { size = points; }
+    virtual void setrot(double radians) { rot = radians; }
+    virtual void setsizerot(double points, double radians);
+
+    /// Draws `length` characters of `text`, or all up to the closing zero where length is negative,
+    /// with the anchor at pixel (x, y) of the context.
+    virtual void drawText(int x, int y, const wchar_t* text, int length) = 0;
+
+    /// The same for a Latin-1 text: widens it and calls the wide operation.
+    virtual void drawText(int x, int y, const char* text, int length);
+
+    void set_dc(void* context) { dc = context; }
+    double get_size() const { return size; }
+    double get_rot() const { return rot; }
+};
