@@ -1,0 +1,127 @@
+// SPDX-License-Identifier: MIT
+// A canvas with world coordinates, a frame of axes and every way to change the view.
+#pragma once
+
+#include "libfoxaux/fox-utils/FBufferedWindow.h"
+#include "libfoxaux/fox-utils/color_manager.h"
+#include "mathkit/TMapW2S.h"
+
+/// Holds the map of a plot; all code reaches it through the pointer.
+class map_wrap {
+public:
+    TMapW2S own_map;         ///< the map itself
+    TMapW2S* w2s = &own_map; ///< the map to use
+
+    map_wrap() = default;
+    map_wrap(const map_wrap&) = delete;
+    map_wrap& operator=(const map_wrap&) = delete;
+};
+
+/// A two-dimensional plot. It knows nothing of what is plotted.
+///
+/// A subclass gives the map a first world rectangle in its constructor, calls draw_frame() in
+/// render(), overrides zoom_full() with its whole range and constrain_view() if that is limited.
+///
+/// Whatever changes the view ends in constrain_view(), render() and update(). A view that doubles
+/// cannot hold is never shown: one that isn't finite leaves the old view, one that is narrower
+/// than some steps of the doubles at its place is widened to these.
+class basic_plotter : public FBufferedWindow, public map_wrap, public color_manager {
+    FXDECLARE(basic_plotter)
+public:
+    FXCursor* normal_cursor = nullptr; ///< of the idle state, not owned
+    FXCursor* zoom_cursor = nullptr;   ///< while something is armed or dragged, not owned
+    int anchor_x = 0, anchor_y = 0;    ///< where a drag began, in window pixels
+    int end_x = -1, end_y = -1;        ///< where it is; end_x is -1 while nothing is drawn
+    int mode = 0;                      ///< state of the mouse, one of mouse_mode
+    int bar_y = 0;                     ///< top edge of the position bar, in window pixels
+
+    /// The states of the mouse; the last two belong to FPoincareWin.
+    enum mouse_mode {
+        idle = 0,
+        zoom_armed = 1,
+        band_dragged = 2,
+        position_shown = 3,
+        circle_armed = 4,
+        circle_dragged = 5
+    };
+
+protected:
+    basic_plotter();
+
+    /// World point of a window position.
+    void screen_to_world(int px, int py, double& x, double& y) const {
+        x = px * w2s->cx + w2s->dx;
+        y = py * w2s->cy + w2s->dy;
+    }
+
+    /// Turns a world point into screen units in place; true if its pixel (px, py) lies in the plot
+    /// area. Whatever the doubles are, none is converted that an int could not hold.
+    bool world_to_pixel(double& x, double& y, int& px, int& py) const;
+
+    /// Puts the end of a drag where the event is, inside the window: a grabbed pointer leaves it.
+    void drag_to(const FXEvent* event);
+
+    /// Sets a DC on the window up for marks that vanish when drawn a second time.
+    void begin_marks(FXDC& dc) const;
+
+private:
+    template<class Change>
+    void change_view(Change change);
+    void show_view();
+    void draw_band(FXDC& dc) const;
+
+public:
+    long onEnter(FXObject*, FXSelector, void*);
+    long onLeftBtnPress(FXObject*, FXSelector, void*);
+    long onLeftBtnRelease(FXObject*, FXSelector, void*);
+    long onRightBtnPress(FXObject*, FXSelector, void*);
+    long onRightBtnRelease(FXObject*, FXSelector, void*);
+    long onMotion(FXObject*, FXSelector, void*);
+
+    basic_plotter(FXComposite* parent, FXuint opts, FXint x, FXint y, FXint w, FXint h);
+
+    void render() override;
+    long on_key(int key) override;
+    void colors_changed() override;
+
+    /// Called after every change of the world rectangle, before the picture is redrawn.
+    virtual void constrain_view() {}
+
+    /// Redraws the picture and shows it.
+    virtual void redraw();
+
+    /// Leaves any mouse state.
+    virtual void cancel_mode();
+
+    /// Sets the world rectangle to the whole range; here, where none is known, 1.5 times larger.
+    virtual void zoom_full();
+
+    /// Arms the zoom by mouse if the mouse is idle.
+    virtual void arm_zoom();
+
+    /// Takes the rubber band, which has been drawn and has an area, as the new world rectangle.
+    virtual void apply_zoom();
+
+    /// Zooms out: to the whole range, or by 1.5 about the centre.
+    virtual void zoom_out(bool entirely);
+
+    virtual void left_press(FXEvent* event);
+    virtual void left_release(FXEvent* event);
+    virtual void mouse_motion(FXEvent* event);
+
+    /// Gives the text of the position bar: the world coordinates of the pointer, x first.
+    virtual void position_text(kit::wstring& text, FXEvent* event);
+
+    /// Clears `image`, fits the map to it and draws both axes with their titles. `iso` gives both
+    /// axes one scale. For render() of a subclass, once `image` is created.
+    void draw_frame(const wchar_t* xtitle, const wchar_t* ytitle, bool iso);
+
+    /// The dialog "Change Position": the range by its corners or by centre and size.
+    void position_dialog();
+
+    /// Draws the bar with the pointer's world position on the window, at `bar_y`.
+    void draw_position_bar(FXEvent* event);
+
+    /// Moves `rect` inside `limit`; what is larger than `limit` becomes as large.
+    static void limit_rect(TRect& rect, const TRect& limit);
+};
