@@ -1,0 +1,239 @@
+// SPDX-License-Identifier: MIT
+// What the window tests share: the one application, its events, dialogs driven from a timer,
+// pixels.
+#pragma once
+
+#include <fx.h>
+#include <fxkeys.h>
+#include <gtest/gtest.h>
+
+#include <algorithm>
+#include <functional>
+#include <memory>
+#include <string>
+#include <vector>
+
+namespace window_test {
+
+/// The application of the process, connected to the display; made at first use, never deleted.
+inline FXApp& app() {
+    static FXApp* application = [] {
+        static char name[] = "test";
+        static char* arguments[] = {name, nullptr};
+        int count = 1;
+        auto* created = new FXApp("Billiard", "Iterra");
+        created->init(count, arguments);
+        created->create();
+        return created;
+    }();
+    return *application;
+}
+
+/// Handles what is pending: paints, layout, timers that are due. A running chore runs some times.
+inline void pump(int passes = 10) {
+    for (int i = 0; i < passes; ++i) {
+        app().flush(true);
+        app().runWhileEvents();
+    }
+    app().repaint();
+    app().flush(true);
+}
+
+/// Handles events until `done` says so; false if it never does within some seconds.
+inline bool pump_until(const std::function<bool()>& done) {
+    const FXTime deadline = FXThread::time() + 10000000000LL; // nanoseconds
+    while (!done()) {
+        if (FXThread::time() > deadline) return false;
+        app().runWhileEvents();
+        FXThread::sleep(2000000);
+    }
+    return true;
+}
+
+/// A mouse event at a position of the window.
+inline FXEvent mouse_event(FXWindow* window, int x, int y) {
+    FXEvent event{};
+    event.win_x = x;
+    event.win_y = y;
+    window->translateCoordinatesTo(event.root_x, event.root_y, app().getRootWindow(), x, y);
+    event.moved = false;
+    return event;
+}
+
+/// Sends a mouse message, SEL_LEFTBUTTONPRESS and the like; gives the handler's answer.
+inline long send_mouse(FXWindow* window, FXuint type, int x, int y) {
+    FXEvent event = mouse_event(window, x, y);
+    return window->handle(window, FXSEL(type, 0), &event);
+}
+
+/// Presses a key that carries a text, or one that has only a code.
+inline long send_key(FXWindow* window, FXint code, const char* text = "") {
+    FXEvent event{};
+    event.type = SEL_KEYPRESS;
+    event.code = code;
+    event.text = text;
+    return window->handle(window, FXSEL(SEL_KEYPRESS, 0), &event);
+}
+
+/// Types characters into a canvas, one after another; gives the answer to the last.
+inline long type_keys(FXWindow* window, const char* characters) {
+    long answer = 0;
+    for (; *characters; ++characters) {
+        const char text[2] = {*characters, 0};
+        answer = send_key(window, static_cast<unsigned char>(*characters), text);
+    }
+    return answer;
+}
+
+/// A picture's pixels as they are now, row by row, in the order of FXColor with the alpha set.
+class pixels {
+public:
+    explicit pixels(FXImage* image) : w(image->getWidth()), h(image->getHeight()) {
+        image->restore();
+        values.assign(image->getData(), image->getData() + static_cast<std::size_t>(w) * h);
+        image->release();
+    }
+
+    FXColor at(int x, int y) const { return values[static_cast<std::size_t>(y) * w + x]; }
+    int width() const { return w; }
+    int height() const { return h; }
+
+    /// How many pixels have the colour.
+    int count(FXColor color) const {
+        return static_cast<int>(std::count(values.begin(), values.end(), color));
+    }
+
+    bool operator==(const pixels& other) const {
+        return w == other.w && h == other.h && values == other.values;
+    }
+
+private:
+    int w, h;
+    std::vector<FXColor> values;
+};
+
+/// The pixels that a window shows now, which must lie on the screen uncovered.
+inline pixels screen_of(FXWindow* window) {
+    app().flush(true);
+    FXImage copy(&app(), nullptr, 0, window->getWidth(), window->getHeight());
+    copy.create();
+    FXDCWindow(&copy).drawArea(window, 0, 0, window->getWidth(), window->getHeight(), 0, 0);
+    return pixels(&copy);
+}
+
+/// A top-level window with one child that fills it, made by `make(parent)` and shown.
+template<class Canvas>
+class shown {
+public:
+    template<class Make>
+    shown(int w, int h, Make make)
+        : shell(new FXMainWindow(&app(), "test", nullptr, nullptr, DECOR_NONE, 20, 20, w, h)),
+          canvas(make(shell.get())) {
+        shell->create();
+        shell->show();
+        pump();
+    }
+    shown(int w, int h)
+        : shown(w, h, [](FXComposite* parent) {
+              return new Canvas(parent, LAYOUT_FILL_X | LAYOUT_FILL_Y, 0, 0, 0, 0);
+          }) {}
+
+    Canvas* operator->() const { return canvas; }
+    Canvas& operator*() const { return *canvas; }
+
+    /// Gives the canvas another size and lets it paint.
+    void resize(int w, int h) {
+        shell->resize(w, h);
+        shell->layout();
+        pump();
+    }
+
+    std::unique_ptr<FXMainWindow> shell;
+    Canvas* canvas;
+};
+
+/// Drives the modal dialogs that an action opens: each script is called once, in order, when
+/// another modal window has come up, and should end in closing it.
+///
+///     with_dialogs([&] { canvas->position_dialog(); }, {[](FXTopWindow* dialog) {
+///         close_dialog(dialog, true);
+///     }});
+/// The test fails if fewer dialogs come up; a dialog without a script is cancelled and fails it.
+class dialog_driver : public FXObject {
+public:
+    using script = std::function<void(FXTopWindow*)>;
+
+    static constexpr FXuint id = 1;
+
+    explicit dialog_driver(std::vector<script> scripts) : scripts(std::move(scripts)) {
+        app().addTimeout(this, FXSEL(SEL_TIMEOUT, id), 5);
+    }
+    ~dialog_driver() override { app().removeTimeout(this, FXSEL(SEL_TIMEOUT, id)); }
+
+    long handle(FXObject*, FXSelector, void*) override {
+        auto* dialog = dynamic_cast<FXTopWindow*>(app().getModalWindow());
+        app().addTimeout(this, FXSEL(SEL_TIMEOUT, id), 5);
+        if (!dialog || !dialog->shown()) return 1;
+        if (next >= scripts.size()) {
+            ADD_FAILURE() << "unexpected dialog: " << dialog->getTitle().text();
+            dialog->handle(dialog, FXSEL(SEL_COMMAND, FXDialogBox::ID_CANCEL), nullptr);
+            return 1;
+        }
+        scripts[next++](dialog);
+        return 1;
+    }
+
+    std::size_t next = 0;
+
+private:
+    std::vector<script> scripts;
+};
+
+inline void with_dialogs(const std::function<void()>& action,
+                         std::vector<dialog_driver::script> scripts) {
+    const std::size_t wanted = scripts.size();
+    dialog_driver driver(std::move(scripts));
+    action();
+    EXPECT_EQ(driver.next, wanted) << "dialogs that came up";
+}
+
+/// Ends a dialog by its "&Accept" or "&Cancel" command.
+inline void close_dialog(FXTopWindow* dialog, bool accept) {
+    dialog->handle(dialog,
+                   FXSEL(SEL_COMMAND, accept ? FXDialogBox::ID_ACCEPT : FXDialogBox::ID_CANCEL),
+                   nullptr);
+}
+
+/// All widgets of a class below `top`, in the order of their construction.
+template<class Widget>
+std::vector<Widget*> all_of(FXWindow* top) {
+    std::vector<Widget*> found;
+    for (FXWindow* child = top->getFirst(); child; child = child->getNext()) {
+        if (auto* match = dynamic_cast<Widget*>(child)) found.push_back(match);
+        for (Widget* deeper : all_of<Widget>(child))
+            found.push_back(deeper);
+    }
+    return found;
+}
+
+/// Replaces a field's text as a person does: select all, delete, type. "\r" is the Enter key.
+inline void type_into(FXTextField* field, const char* text) {
+    field->setFocus();
+    field->handle(field, FXSEL(SEL_COMMAND, FXTextField::ID_SELECT_ALL), nullptr);
+    if (!field->getText().empty()) send_key(field, KEY_BackSpace);
+    for (; *text; ++text) {
+        if (*text == '\r')
+            send_key(field, KEY_Return);
+        else
+            send_key(field, static_cast<unsigned char>(*text), std::string(1, *text).c_str());
+    }
+}
+
+/// Runs every test of the process on one application: the body of main().
+inline int run_all(int argc, char** argv) {
+    ::testing::InitGoogleTest(&argc, argv);
+    app();
+    return RUN_ALL_TESTS();
+}
+
+} // namespace window_test
