@@ -22,17 +22,25 @@ public:
 private:
     bool screen_set = false; ///< set_screen has run; makeIso has nothing to fit to before
 
+    void compute_coefficients();
+
 public:
     irect screen; ///< where it is shown, in pixels; y1 is the upper edge
 
     void set_world(double x1, double y1, double x2, double y2) { world.set(x1, y1, x2, y2); }
 
     /// Takes the screen rectangle and computes the coefficients. With `iso` the world rectangle is
-    /// widened about its centre until both axes have one scale. A world or screen without extent
-    /// gives finite coefficients all the same.
+    /// widened about its centre until both axes have one scale.
+    ///
+    /// The coefficients are finite for any rectangle. For them, and for the ticks, but not in
+    /// `world` itself: a range with a NaN counts as 0 to 1, an end beyond 1e300 as 1e300, equal
+    /// ends as a range of their own size, at least 1, about them; a reversed range is mirrored; a
+    /// screen without extent counts as one pixel wide.
     void set_screen(int x1, int y1, int x2, int y2, bool iso);
 
-    /// Widens the world rectangle to one scale on both axes, for the present screen rectangle.
+    /// Widens the world rectangle to one scale on both axes, for the present screen rectangle, and
+    /// computes the coefficients anew. Before the first set_screen, and where a widened side would
+    /// not be finite, the world stays.
     void makeIso();
 
     /// Turns lengths in pixels into lengths in world units, both positive for positive input.

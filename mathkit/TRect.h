@@ -18,9 +18,13 @@ struct TRect {
     /// Places the rectangle by its centre and its sides.
     void set_mid(double cx, double cy, double w, double h);
 
+    /// Moves both corners. A side stays where it is if its ends would fall together by rounding or
+    /// leave the finite numbers.
     void shift(double dx, double dy);
 
-    /// Scales the width by fx and the height by fy; the centre stays.
+    /// Scales the width by fx and the height by fy; the centre stays. A side never shrinks to
+    /// nothing: at the limit of the doubles it stays, and a factor above 1 grows any finite side,
+    /// so that every zoom has its way back. A result that is not finite leaves the side alone.
     void zoom(double fx, double fy);
 
     /// Puts the corners in order: x1 <= x2 and y1 <= y2.
@@ -29,7 +33,7 @@ struct TRect {
     double width() const { return x2 - x1; }
     double height() const { return y2 - y1; }
 
-    /// The larger side.
+    /// The larger side, whatever the order of the corners; NaN if a side is NaN.
     double maxdim() const;
 };
 
