@@ -1,0 +1,113 @@
+// SPDX-License-Identifier: MIT
+// Makes any text fit to stand in a label or a message box.
+#include "libfoxaux/fox-utils/label_text.h"
+
+namespace {
+
+constexpr FXint line_characters = 100;
+constexpr FXint box_lines = 20;
+constexpr const char* ellipsis = "...";
+
+bool is_continuation(unsigned char byte) {
+    return (byte & 0xC0) == 0x80;
+}
+
+// Bytes of the UTF-8 character at `text`; 0 where there is none.
+FXint character_bytes(const char* text) {
+    const auto first = static_cast<unsigned char>(*text);
+    const FXint bytes = first < 0x80                    ? 1
+                        : first >= 0xC2 && first < 0xE0 ? 2
+                        : first >= 0xE0 && first < 0xF0 ? 3
+                        : first >= 0xF0 && first < 0xF5 ? 4
+                                                        : 0;
+    for (FXint i = 1; i < bytes; ++i) // the closing zero is no continuation
+        if (!is_continuation(static_cast<unsigned char>(text[i]))) return 0;
+    return bytes;
+}
+
+bool is_utf8(const char* text) {
+    while (*text) {
+        const FXint bytes = character_bytes(text);
+        if (bytes == 0) return false;
+        text += bytes;
+    }
+    return true;
+}
+
+FXString from_latin1(const char* text) {
+    FXString utf8;
+    for (; *text; ++text) {
+        const auto byte = static_cast<unsigned char>(*text);
+        if (byte < 0x80) {
+            utf8.append(static_cast<FXchar>(byte));
+        } else {
+            utf8.append(static_cast<FXchar>(0xC0 | (byte >> 6)));
+            utf8.append(static_cast<FXchar>(0x80 | (byte & 0x3F)));
+        }
+    }
+    return utf8;
+}
+
+// The text in UTF-8; control characters, but line breaks where they may stay, become blanks.
+FXString readable(const char* text, bool keep_breaks) {
+    FXString result = is_utf8(text) ? FXString(text) : from_latin1(text);
+    for (FXint i = 0; i < result.length(); ++i) {
+        const auto byte = static_cast<unsigned char>(result[i]);
+        const bool kept = keep_breaks && byte == '\n';
+        if ((byte < ' ' || byte == 0x7F) && !kept) result[i] = ' ';
+    }
+    return result;
+}
+
+// The start of `text` that ends before or at `bytes` and cuts no character apart.
+FXString head(const FXString& text, FXint bytes) {
+    while (bytes > 0 && is_continuation(static_cast<unsigned char>(text[bytes])))
+        --bytes;
+    return text.left(bytes);
+}
+
+FXString escaped(FXString text) {
+    text.substitute("&", "&&", true);
+    return text;
+}
+
+FXString shortened_line(const FXString& line) {
+    if (line.count() <= line_characters) return line;
+    return line.left(line.offset(line_characters - 3)) + ellipsis;
+}
+
+} // namespace
+
+FXString label_text(const char* text, const FXFont* font, FXint width) {
+    const FXString whole = readable(text, false);
+    // No character is narrower than a pixel; this bounds the work on a text of megabytes.
+    const FXint most = 4 * FXMAX(width, 0);
+    if (whole.length() <= most && font->getTextWidth(whole) <= width) return escaped(whole);
+
+    const FXint room = width - font->getTextWidth(ellipsis, 3);
+    FXint fits = 0, too_long = FXMIN(whole.length(), most) + 1; // bisection on the bytes kept
+    while (too_long - fits > 1) {
+        const FXint middle = (fits + too_long) / 2;
+        (font->getTextWidth(head(whole, middle)) <= room ? fits : too_long) = middle;
+    }
+    return escaped(head(whole, fits)) + ellipsis;
+}
+
+FXString box_text(const char* text) {
+    const FXString whole = readable(text, true);
+    FXString result;
+    FXint start = 0;
+    for (FXint line = 0; start < whole.length(); ++line) {
+        if (line == box_lines) return result + ellipsis;
+        FXint end = whole.find('\n', start);
+        if (end < 0) end = whole.length();
+        result += escaped(shortened_line(whole.mid(start, end - start)));
+        if (end < whole.length()) result += '\n';
+        start = end + 1;
+    }
+    return result;
+}
+
+void show_error(FXWindow* owner, const char* text) {
+    FXMessageBox::error(owner, MBOX_OK, "Error", "%s", box_text(text).text());
+}

@@ -1,0 +1,21 @@
+// SPDX-License-Identifier: MIT
+// Makes any text fit to stand in a label or a message box.
+//
+// The toolkit reads labels as UTF-8, takes '&' for a hot key and cuts them off at a tab; the
+// program's own texts may be Latin-1 (the degree sign), and a user's text may hold anything and be
+// of any length.
+#pragma once
+
+#include <fx.h>
+
+/// `text` as one line of label text, in UTF-8 and with '&' doubled, cut with "..." to `width`
+/// pixels of `font`, which must be created. A text that is no UTF-8 counts as Latin-1.
+FXString label_text(const char* text, const FXFont* font, FXint width);
+
+/// The same for a message box: line breaks stay, a line ends with "..." after 100 characters and
+/// the text after 20 lines.
+FXString box_text(const char* text);
+
+/// Shows `text`, whatever it holds, in a box with the caption "Error" and one OK button, and
+/// returns when it is closed. `owner` is the window whose action failed.
+void show_error(FXWindow* owner, const char* text);
