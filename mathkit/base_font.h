@@ -43,4 +43,19 @@ public:
     void set_dc(void* context) { dc = context; }
     double get_size() const { return size; }
     double get_rot() const { return rot; }
+
+    /// The size that text is drawn with: `points` brought into the range from 1 to 400, and the
+    /// default size for what is no number. So no size that a user types can fail in a drawing.
+    static double usable_size(double points);
+
+    /// Pixels per point: those of a screen of 100 dots per inch, whatever the real one has.
+    ///
+    /// Capitals of the common faces are then about as many pixels high as the size has points, and
+    /// so the alignment flags may count points as pixels.
+    static constexpr double pixels_per_point = 100.0 / 72.0;
+
+protected:
+    /// Moves the anchor to the left end of the base line, as `align` asks for a text of `width`
+    /// pixels in the present size and rotation. Flags add up.
+    void move_to_base_line(int& x, int& y, int width) const;
 };
