@@ -1,0 +1,151 @@
+// SPDX-License-Identifier: MIT
+// The billiard: its curve, the table of its arc length, and the map from impact to impact.
+#pragma once
+
+#include <vector>
+
+#include "mathkit/TIntegrator.h"
+#include "mathkit/TIterraMap.h"
+#include "mathkit/TRect.h"
+#include "mathkit/TRootSolver.h"
+
+class TRadiusFunction;
+
+/// The arc length per radian of a curve, as an integrand.
+class TCircumferenceIntegrator : public TIntegrator {
+public:
+    TRadiusFunction* F; ///< not owned
+
+    explicit TCircumferenceIntegrator(TRadiusFunction* F) : F(F) {}
+    double f(double x) override;
+};
+
+/// The distance, along the ray from the origin, between a straight line and the curve.
+///
+/// The line is r = c / sin(psi - theta) for theta in (psi - pi, psi), psi its direction and c its
+/// distance from the origin. The value is g(theta) = R(theta) - c / sin(psi - theta), positive
+/// where the line's point lies inside the curve; its roots are the line's impacts.
+class TFindRoot : public TNewtonRootSolver {
+public:
+    TRadiusFunction* F; ///< not owned
+    double c;
+    double psi;
+
+    TFindRoot(TRadiusFunction* F, double c, double psi) : F(F), c(c), psi(psi) {}
+    double f(double theta) override;                               ///< g
+    void fdf(double theta, double& value, double& slope) override; ///< g and g'
+    double df(double theta) override;                              ///< g'
+};
+
+/// The derivative g' of the distance in TFindRoot. At its roots two impacts may hide.
+class TFindExt : public TNewtonRootSolver {
+public:
+    TRadiusFunction* F; ///< not owned
+    double c;
+    double psi;
+
+    TFindExt(TRadiusFunction* F, double c, double psi) : F(F), c(c), psi(psi) {}
+    double f(double theta) override;                               ///< g'
+    void fdf(double theta, double& value, double& slope) override; ///< g' and g''
+    double df(double theta) override;                              ///< g''
+};
+
+/// The curvature's numerator, whose roots are the inflection points of the curve.
+class curvature_root : public TRootSolver {
+public:
+    TRadiusFunction* F; ///< not owned
+
+    explicit curvature_root(TRadiusFunction* F) : F(F) {}
+    double f(double x) override;
+};
+
+/// A billiard table: a curve, which it owns, with what is computed once for it.
+class TBilliard {
+public:
+    /// The boundary as rows of polar angle, arc length and radius.
+    ///
+    /// A proper curve has about 2000 rows, spaced evenly in arc length as nearly as the slope at
+    /// each row's start tells. Hostile curves have at most 50,000.
+    class circumference_class {
+    public:
+        std::vector<double> phi; ///< strictly growing from 0 to 2 pi
+        std::vector<double> s;   ///< arc length from phi = 0, over the circumference: 0 to 1
+        std::vector<double> r;   ///< R(phi)
+
+        int size() const { return static_cast<int>(phi.size()); }
+        void resize(int n);
+
+        /// The point of row i, which must be one of the table.
+        void get(int i, double& x, double& y) const;
+
+        /// The table's point at that polar angle, its radius interpolated between the rows.
+        void getR(double phi, double& x, double& y) const;
+
+        /// The bounding box of the rows' points; the table must not be empty.
+        void getborder(TRect& rect) const;
+    };
+
+    TRadiusFunction* F = nullptr;      ///< the curve, owned; null until the first setF
+    circumference_class circumference; ///< empty until the first setF
+    bool convex = false;               ///< the curve counts as free of inflection points
+
+    /// The polar angles where the curvature changes sign, ascending over two turns between the
+    /// first entry -pi and the last 3 pi. Read only when `convex` is false.
+    std::vector<double> inflections;
+
+    TBilliard() = default;
+    explicit TBilliard(TRadiusFunction* F);
+    TBilliard(const TBilliard&) = delete;
+    TBilliard& operator=(const TBilliard&) = delete;
+    virtual ~TBilliard();
+
+    /// Replaces the curve by F, which passes to the billiard, and computes table and inflections.
+    ///
+    /// Takes any curve, also one whose values are no radii or no numbers: its table is finite, and
+    /// the trouble shows in findit.
+    void setF(TRadiusFunction* F);
+
+    /// Carries the particle from one impact to the next.
+    ///
+    /// In: polar angle phi of the impact and angle alpha from the counter-clockwise tangent to the
+    /// velocity after it. Out: the same of the next impact, phi in [0, 2 pi) and alpha in [0, pi).
+    /// Throws a TError, with both unchanged, where no impact can be found.
+    void findit(double& phi, double& alpha);
+
+    /// Lists the sign changes of the curvature in `inflections`, and sets `convex` if there are
+    /// none. Changes closer together than pi/1000 may go unseen.
+    void buildInflections();
+
+private:
+    void prepare();
+    void buildCircumference();
+};
+
+/// The billiard as a map of its section (S, P) onto itself.
+///
+/// S in (0, 1) is the arc length from the boundary point at phi = 0, counter-clockwise, over the
+/// circumference; P in (-1, 1) is cos(alpha), the tangential component of the unit velocity after
+/// the bounce. The state is phi and alpha; S is read from the table.
+class TBilliardMap : public TIterraMap, public TBilliard {
+public:
+    double phi = 0.0;                   ///< polar angle of the impact, radians
+    double alpha = 1.57079632679489662; ///< angle from the tangent to the velocity, radians
+
+    TBilliardMap() = default;
+    explicit TBilliardMap(TRadiusFunction* F) : TBilliard(F) {}
+
+    /// False, with nothing changed, unless 0 < S < 1 and -1 < P < 1.
+    bool setPoint(double S, double P) override;
+    void getPoint(double& S, double& P) override;
+
+    /// The next impact. Throws as findit does, and then the point is as before.
+    void iterate() override;
+
+    void getPhiAlpha(double& phi, double& alpha) const;
+
+    /// Stores both without a test.
+    void setPhiAlpha(double phi, double alpha);
+
+    /// The impact as a point of the plane, on the table's polyline.
+    void getXY(double& x, double& y) const;
+};
