@@ -43,8 +43,8 @@ private:
     void follow_loop_check();
     bool run_command(FXuint id);
 
+    /// Asks for the parameters of the curve with that message id and installs what is accepted.
     long curve_dialog(FXuint id);
-    void install_curve(TRadiusFunction* curve);
 
 public:
     long onClose(FXObject*, FXSelector, void*);

@@ -27,9 +27,6 @@ private:
     poincare_billiard& operator=(const poincare_billiard&) = delete;
 
     FXWindow* box_owner();
-    void report(const TError& error);
-    int search_order(double x, double y, double rx, double ry);
-    void show_fixed_point(double x, double y, int order);
 
 public:
     poincare_billiard(FXComposite* parent, FXuint opts, FXint x, FXint y, FXint w, FXint h);
