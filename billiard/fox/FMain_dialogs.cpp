@@ -6,6 +6,7 @@
 #include "billiard/fox/poincare_billiard.h"
 #include "libfoxaux/fox-utils/dialog_shape.h"
 #include "libfoxaux/fox-utils/label_text.h"
+#include "mathkit/TError.h"
 
 #include <algorithm>
 #include <numbers>

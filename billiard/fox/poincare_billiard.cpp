@@ -6,6 +6,7 @@
 #include "billiard/fox/coordinate_space.h"
 #include "billiard/radius-core/TBilliard.h"
 #include "libfoxaux/fox-utils/label_text.h"
+#include "mathkit/TError.h"
 
 #include <exception>
 
