@@ -15,7 +15,8 @@ void zoom_side(double& lo, double& hi, double factor) {
     const double half = (hi * 0.5 - lo * 0.5) * factor;
     double new_lo = middle - half;
     double new_hi = middle + half;
-    if (factor > 1 && lo <= hi && new_hi - new_lo <= hi - lo) {
+    const bool grew = new_hi * 0.5 - new_lo * 0.5 > hi * 0.5 - lo * 0.5;
+    if (factor > 1 && lo <= hi && !grew) {
         new_lo = std::nextafter(lo, -HUGE_VAL);
         new_hi = std::nextafter(hi, HUGE_VAL);
     }

@@ -46,7 +46,7 @@ private:
 /// An output stream whose buffer is an ostringbuf.
 class ostringstream : public std::ostream {
 public:
-    ostringstream() : std::ostream(nullptr) { init(&buffer); }
+    ostringstream() : std::ostream(nullptr) { std::ios::rdbuf(&buffer); }
 
     ostringbuf* rdbuf() const { return const_cast<ostringbuf*>(&buffer); }
 
@@ -75,7 +75,7 @@ protected:
 class istringstream : public std::istream {
 public:
     istringstream(const char* data, unsigned size) : std::istream(nullptr), buffer(data, size) {
-        init(&buffer);
+        std::ios::rdbuf(&buffer);
     }
 
     istringbuf* rdbuf() const { return const_cast<istringbuf*>(&buffer); }

@@ -7,6 +7,7 @@
 #include <zlib.h>
 
 #include <algorithm>
+#include <charconv>
 #include <cstdarg>
 #include <cstdio>
 #include <vector>
@@ -18,14 +19,18 @@ constexpr double longest_side = 14400; // points; readers need not show a longer
 /// A PDF file that is written from front to back and remembers where its objects start.
 class PdfFile {
 public:
-    explicit PdfFile(const char* path) : file(std::fopen(path, "wb")) {}
+    PdfFile() = default;
     PdfFile(const PdfFile&) = delete;
     PdfFile& operator=(const PdfFile&) = delete;
     ~PdfFile() {
         if (file) std::fclose(file);
     }
 
-    bool is_open() const { return file != nullptr; }
+    bool open(const char* path) {
+        file = std::fopen(path, "wb");
+        return file != nullptr;
+    }
+
     std::uint64_t position() const { return written; }
 
     void bytes(const void* data, std::size_t count) {
@@ -61,7 +66,7 @@ public:
     }
 
 private:
-    std::FILE* file;
+    std::FILE* file = nullptr;
     std::uint64_t written = 0;
     std::vector<std::uint64_t> starts;
 };
@@ -99,6 +104,14 @@ private:
     bool ready = false;
 };
 
+// A length with three decimals; the locale of printf might give it a comma.
+kit::string points(double length) {
+    char text[32];
+    const auto result =
+        std::to_chars(text, text + sizeof text, length, std::chars_format::fixed, 3);
+    return {text, static_cast<std::size_t>(result.ptr - text)};
+}
+
 // One row of the picture as red, green, blue bytes.
 void unpack_row(const std::uint32_t* row, std::vector<unsigned char>& rgb) {
     auto out = rgb.begin();
@@ -133,16 +146,16 @@ void write_image(PdfFile& file, Deflater& deflater, int w, int h, const std::uin
 
 void save_rgba_as_pdf(const char* path, int w, int h, const std::uint32_t* pixels) {
     if (!path || w < 1 || h < 1 || !pixels) return;
-    PdfFile file(path);
-    if (!file.is_open()) return;
+    PdfFile file;
     Deflater deflater(file);
-    if (!deflater.is_ready()) return;
+    // What may fail comes before the open, which empties an old file of that name.
+    if (!deflater.is_ready() || !file.open(path)) return;
 
     const double scale = std::min(1.0, longest_side / std::max(w, h));
-    const double page_w = w * scale;
-    const double page_h = h * scale;
+    const kit::string page_w = points(w * scale);
+    const kit::string page_h = points(h * scale);
     const kit::string paint =
-        kit::string::format("q %.6f 0 0 %.6f 0 0 cm /Picture Do Q", page_w, page_h);
+        kit::string::format("q %s 0 0 %s 0 0 cm /Picture Do Q", page_w.c_str(), page_h.c_str());
 
     file.text("%%PDF-1.4\n%%\xE2\xE3\xCF\xD3\n"); // bytes above 127 mark the file as binary
     file.begin_object();                          // 1
@@ -152,9 +165,9 @@ void save_rgba_as_pdf(const char* path, int w, int h, const std::uint32_t* pixel
     file.text("<< /Type /Pages /Kids [3 0 R] /Count 1 >>\n");
     file.end_object();
     file.begin_object(); // 3
-    file.text("<< /Type /Page /Parent 2 0 R /MediaBox [0 0 %.6f %.6f] /Contents 4 0 R "
+    file.text("<< /Type /Page /Parent 2 0 R /MediaBox [0 0 %s %s] /Contents 4 0 R "
               "/Resources << /XObject << /Picture 5 0 R >> >> >>\n",
-              page_w, page_h);
+              page_w.c_str(), page_h.c_str());
     file.end_object();
     file.begin_object(); // 4
     file.text("<< /Length %zu >>\nstream\n%s\nendstream\n", paint.length(), paint.c_str());

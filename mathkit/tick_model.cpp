@@ -16,6 +16,8 @@ constexpr double pixels_between_ticks = 50;
 constexpr double most_intervals = 20;
 // Numbers of steps from zero up to this fit a 64-bit integer, even times 5.
 constexpr double most_steps = 1e18;
+// Among the denormal numbers there are no decimals left to round to.
+constexpr double narrowest = 1e-300;
 
 /// A step of 1, 2 or 5 times a power of ten.
 struct Step {
@@ -121,7 +123,7 @@ void snap_range(double& lo, double& hi) {
     // A rounded range may lie just in the next decade; a few passes settle it.
     for (int pass = 0; pass < 4; ++pass) {
         const double width = hi - lo;
-        if (!(width > 0) || !std::isfinite(width)) return;
+        if (!(width >= narrowest) || !std::isfinite(width)) return;
         const int exponent = static_cast<int>(std::floor(std::log10(width) + 1e-9)) - 1;
         const double size = decimal(1, exponent);
         const double first = std::rint(lo / size);

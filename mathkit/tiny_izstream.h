@@ -47,7 +47,7 @@ private:
 class tiny_izstream : public std::istream {
 public:
     explicit tiny_izstream(std::streambuf* source) : std::istream(nullptr), buffer(source) {
-        init(&buffer);
+        std::ios::rdbuf(&buffer);
     }
 
     tiny_izbuf* rdbuf() const { return const_cast<tiny_izbuf*>(&buffer); }
