@@ -1,0 +1,163 @@
+// SPDX-License-Identifier: MIT
+// The search for periodic points of an iterated map: which orders to try, and where to start.
+//
+// Notes:
+// - "The first k after which the centre is back in the circle" is no order: in an island it is a
+//   multiple, since the rotation about the periodic point must bring the centre back as well, and
+//   in a chaotic sea it is chance. So an order counts only when a point in the circle was refined
+//   that really comes back, and the least order for which there is one is the answer.
+// - Short orders are searched on a lattice of samples, which misses little. Long ones belong to
+//   small islands or to tori; there the samples' own returns tell the orders to try.
+#include "mathkit/TIterraMap.h"
+
+#include "mathkit/periodic_points.h"
+#include "mathkit/sample_lattice.h"
+
+#include <algorithm>
+#include <cmath>
+#include <limits>
+#include <vector>
+
+using periodic::effort;
+using periodic::periodic_point;
+using periodic::point;
+using periodic::region;
+using periodic::return_watch;
+using periodic::sample_lattice;
+using periodic::section;
+
+namespace {
+
+const long BUDGET = 1'000'000; ///< iterates of one search: about a second of waiting
+
+bool holds(const section& map, const region& where, point p) {
+    const double rounding = 1e-9;
+    return where.radii(map.way(where.centre, p)) <= 1 + rounding;
+}
+
+/// The order of the first point in `where` to which one of the starts leads; 0 for none.
+int order_from(section& map, const std::vector<point>& starts, int order, const region& where) {
+    for (const point start : starts) {
+        const auto found = periodic::refine(map, start, order, where, effort{});
+        if (found && holds(map, where, found->at)) return periodic::least_order(map, *found, order);
+    }
+    return 0;
+}
+
+/// The least order up to `last` that the lattice finds; 0 for none.
+int short_order(section& map, const region& where, int last) {
+    const int half = 16;
+    const sample_lattice lattice(map, where, half, 1, last);
+    for (int order = 1; order <= last; ++order)
+        if (const int found = order_from(map, lattice.candidates(order), order, where))
+            return found;
+    return 0;
+}
+
+/// The least order from `first` to `last` to which the returns of a few samples lead; 0 for none.
+int long_order(section& map, const region& where, int first, int last) {
+    const region inner{where.centre, where.rx / 2, where.ry / 2};
+    return_watch watch(map, inner, last);
+    for (int order = 1; order <= last; ++order) {
+        const std::vector<point> starts = watch.returning(order);
+        if (order < first) continue;
+        if (const int found = order_from(map, starts, order, where)) return found;
+    }
+    return 0;
+}
+
+bool is_ellipse(const region& where) {
+    return is_finite(where.centre) && std::isfinite(where.rx) && std::isfinite(where.ry) &&
+           where.rx > 0 && where.ry > 0;
+}
+
+/// How many samples to each side a search for that order can afford.
+int affordable_half(int order) {
+    const long samples = BUDGET / 20 / order; // there are some five rungs, and the refinements
+    return std::clamp(static_cast<int>((std::sqrt(static_cast<double>(samples)) - 1) / 2), 1, 8);
+}
+
+/// The points of that order in `where` to which a lattice over it leads.
+std::vector<periodic_point> points_in(section& map, const region& where, int order,
+                                      const effort& limits) {
+    const sample_lattice lattice(map, where, affordable_half(order), order, order);
+    std::vector<point> starts = lattice.candidates(order);
+    starts.insert(starts.begin(), where.centre);
+    std::vector<periodic_point> found;
+    for (const point start : starts) {
+        const auto p = periodic::refine(map, start, order, where, limits);
+        if (p && holds(map, where, p->at)) found.push_back(*p);
+    }
+    return found;
+}
+
+/// Orders the points by what they are wanted for: those first that are not back any sooner, and
+/// of these the nearest.
+std::optional<periodic_point> choose(section& map, const std::vector<periodic_point>& points,
+                                     int order, const region& where) {
+    std::optional<periodic_point> best;
+    double best_rank = std::numeric_limits<double>::infinity();
+    for (const periodic_point& p : points) {
+        const double sooner = periodic::least_order(map, p, order) < order ? 2 : 0; // diameters
+        const double rank = sooner + where.radii(map.way(where.centre, p.at));
+        if (!(rank < best_rank)) continue;
+        best_rank = rank;
+        best = p;
+    }
+    return best;
+}
+
+/// The nearest point of that order: the first that growing ellipses about `start` hold.
+std::optional<periodic_point> nearest(section& map, point start, int order, const effort& limits) {
+    for (double part = 1.0 / 1024; part <= 0.25; part *= 4) {
+        const region where{start, part * map.area().width(), part * map.area().height()};
+        const auto best = choose(map, points_in(map, where, order, limits), order, where);
+        if (best) return best;
+    }
+    return {};
+}
+
+/// The smallest rectangle that holds the point, its image and what the last step left open.
+TRect precision_box(const periodic_point& p) {
+    const auto rounding = [](double x) {
+        return std::abs(x) * std::numeric_limits<double>::epsilon();
+    };
+    const double mx = p.blur + rounding(p.at.x) + rounding(p.gap.x);
+    const double my = p.blur + rounding(p.at.y) + rounding(p.gap.y);
+    return {p.at.x + std::min(0.0, p.gap.x) - mx, p.at.y + std::min(0.0, p.gap.y) - my,
+            p.at.x + std::max(0.0, p.gap.x) + mx, p.at.y + std::max(0.0, p.gap.y) + my};
+}
+
+TRect infinite_box() {
+    const double all = std::numeric_limits<double>::infinity();
+    return {-all, -all, all, all};
+}
+
+} // namespace
+
+int TIterraMap::getorder(double x, double y, double rx, double ry, int n) {
+    const int none = -1;
+    const int lattice_orders = 32; // the lattice costs some 35,000 iterates, far below the budget
+    const int longest = 20'000;    // nine samples, each iterated so often: a fifth of the budget
+    const region where{{x, y}, rx, ry};
+    if (!is_ellipse(where) || n < 1) return none;
+    section map(*this, BUDGET);
+    if (!map.accepts(where.centre)) return none;
+    if (const int order = short_order(map, where, std::min(n, lattice_orders))) return order;
+    if (const int order = long_order(map, where, lattice_orders + 1, std::min(n, longest)))
+        return order;
+    return none;
+}
+
+bool TIterraMap::fixfinder(double& x, double& y, int order, int& iter, TRect& box, double tol) {
+    box = infinite_box();
+    section map(*this, BUDGET);
+    if (order < 1 || !map.affords(order) || !map.accepts({x, y})) return false;
+    const auto found = nearest(map, {x, y}, order, effort{iter, tol});
+    if (!found || !map.leave_at(found->at)) return false;
+    x = found->at.x;
+    y = found->at.y;
+    iter = found->steps;
+    box = precision_box(*found);
+    return true;
+}

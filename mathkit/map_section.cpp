@@ -1,0 +1,119 @@
+// SPDX-License-Identifier: MIT
+// A map as the search for periodic points sees it: counted, never throwing, put back at the end.
+#include "mathkit/map_section.h"
+
+#include "mathkit/TError.h"
+
+#include <algorithm>
+#include <cmath>
+#include <limits>
+
+namespace periodic {
+
+bool is_finite(point p) {
+    return std::isfinite(p.x) && std::isfinite(p.y);
+}
+
+double region::radii(point way) const {
+    return std::hypot(way.x / rx, way.y / ry);
+}
+
+section::section(TIterraMap& map, long budget) : map(map), budget(budget) {
+    map.get_area(range);
+    kept = current();
+}
+
+section::~section() {
+    if (kept) restore();
+}
+
+bool section::try_place(point p) {
+    if (!is_finite(p)) return false;
+    try {
+        return map.setPoint(p.x, p.y);
+    } catch (const TError&) {
+        return false;
+    }
+}
+
+std::optional<point> section::place(point p) {
+    if (try_place(p)) return p;
+    const point other_side = wrapped(p);
+    if (other_side.x != p.x && try_place(other_side)) return other_side;
+    return {};
+}
+
+bool section::advance() {
+    if (budget <= 0) return false;
+    --budget;
+    try {
+        map.iterate();
+        return true;
+    } catch (const TError&) {
+        return false;
+    }
+}
+
+std::optional<point> section::current() {
+    point p;
+    try {
+        map.getPoint(p.x, p.y);
+    } catch (const TError&) {
+        return {};
+    }
+    if (!is_finite(p)) return {};
+    return p;
+}
+
+std::optional<passage> section::image(point from, int order) {
+    if (!affords(order)) return {};
+    const std::optional<point> start = place(from);
+    if (!start) return {};
+    for (int i = 0; i < order; ++i)
+        if (!advance()) return {};
+    const std::optional<point> end = current();
+    if (!end) return {};
+    return passage{*start, *end, way(*start, *end)};
+}
+
+point section::way(point from, point to) const {
+    point d{to.x - from.x, to.y - from.y};
+    const double turn = range.width();
+    const auto within = [&](double x) { return range.x1 <= x && x <= range.x2; };
+    // Points beyond the ends show that the map has no seam there.
+    if (std::abs(d.x) > turn / 2 && within(from.x) && within(to.x)) d.x -= std::copysign(turn, d.x);
+    return d;
+}
+
+point section::wrapped(point p) const {
+    // The ends themselves are outside; a periodic point on the seam is met a rounding beside it.
+    const double turn = range.width(), margin = turn * std::numeric_limits<double>::epsilon();
+    if (p.x < range.x1)
+        p.x += turn;
+    else if (p.x > range.x2)
+        p.x -= turn;
+    if (p.x > range.x1 - turn && p.x < range.x2 + turn)
+        p.x = std::clamp(p.x, range.x1 + margin, range.x2 - margin);
+    return p;
+}
+
+bool section::on_rim(point p) const {
+    const double rim = 1e-9 * range.height();
+    const auto near = [&](double end) { return std::abs(p.y - end) < rim; };
+    return near(range.y1) || near(range.y2);
+}
+
+bool section::leave_at(point p) {
+    if (!place(p)) return false;
+    kept.reset();
+    return true;
+}
+
+void section::restore() {
+    if (place(*kept)) return;
+    // A point on the very edge can be reached by iterates but not set: the nearest one inside.
+    const double margin = range.height() * std::numeric_limits<double>::epsilon();
+    place({kept->x, std::clamp(kept->y, range.y1 + margin, range.y2 - margin)});
+}
+
+} // namespace periodic

@@ -1,0 +1,63 @@
+// SPDX-License-Identifier: MIT
+// Samples of a map over an ellipse: where a search for periodic points should start.
+#pragma once
+
+#include "mathkit/map_section.h"
+
+#include <vector>
+
+namespace periodic {
+
+/// The images of a square lattice of samples about an ellipse, for a range of orders.
+///
+/// A Newton search finds only what lies near its start, and near a strongly hyperbolic point that
+/// is very near; the lattice sees the ellipse as a whole.
+class sample_lattice {
+public:
+    /// Takes (2 `half` + 1)^2 samples and iterates each `last` times.
+    sample_lattice(section& map, const region& where, int half, int first, int last);
+
+    /// Where to start a refinement to a point of the given order (first <= order <= last), the most
+    /// promising first: zeros of the way to the image, taken as linear between three neighbours,
+    /// and the samples that come back closest.
+    std::vector<point> candidates(int order) const;
+
+    int samples() const { return side * side; }
+    point node(int sample) const;           ///< where the sample starts
+    point way(int sample, int order) const; ///< to its image, in radii; NaN where the map failed
+
+private:
+    struct guess {
+        point start;
+        double gap; ///< in radii: the smaller, the more can the guess be trusted
+    };
+
+    int index(int column, int row) const { return row * side + column; }
+    void record(section& map, int sample);
+    void add_zero(int a, int b, int c, int order, std::vector<guess>& zeros) const;
+    std::vector<guess> zeros(int order) const;
+    std::vector<guess> close_returns(int order) const;
+
+    region where;
+    int half, side, first, last;
+    std::vector<point> ways; ///< by sample, then by order
+};
+
+/// Follows a few samples through many iterates and tells when one comes back as never before.
+///
+/// Near a torus or in an island the record returns of a sample are those of the periodic points
+/// beside it: the rotation number's best fractions. In a chaotic sea records are rare.
+class return_watch {
+public:
+    return_watch(section& map, const region& where, int last);
+
+    /// The samples that come back at that order, into the ellipse or closer than ever before. To be
+    /// asked for the orders 1, 2, ... in turn.
+    std::vector<point> returning(int order);
+
+private:
+    sample_lattice lattice;
+    std::vector<double> closest; ///< of each sample, in radii
+};
+
+} // namespace periodic

@@ -1,0 +1,225 @@
+// SPDX-License-Identifier: MIT
+// Periodic points of maps whose orbits are known by formula, and of maps that misbehave.
+#include "mathkit/TIterraMap.h"
+
+#include "mathkit/TError.h"
+
+#include <gtest/gtest.h>
+
+#include <cmath>
+#include <functional>
+#include <limits>
+#include <numbers>
+#include <utility>
+
+namespace {
+
+using std::numbers::pi;
+using image_of = std::function<std::pair<double, double>(double, double)>;
+
+const double NONE = std::numeric_limits<double>::quiet_NaN();
+const double HUGE_NUMBER = std::numeric_limits<double>::infinity();
+
+double fraction(double x) {
+    return x - std::floor(x);
+}
+
+/// A map given by its formula, on the section 0 < x < 1, -1 < y < 1; it counts its iterates.
+class formula_map : public TIterraMap {
+public:
+    explicit formula_map(image_of image) : image(std::move(image)) {}
+
+    bool setPoint(double a, double b) override {
+        if (!(a > 0 && a < 1 && b > -1 && b < 1)) return false;
+        x = a;
+        y = b;
+        return true;
+    }
+    void getPoint(double& a, double& b) override {
+        a = x;
+        b = y;
+    }
+    void iterate() override {
+        ++iterates;
+        std::tie(x, y) = image(x, y);
+    }
+
+    double x = 0.3, y = 0.2;
+    long iterates = 0;
+
+private:
+    image_of image;
+};
+
+/// The kicked rotor: islands about (1/2, 0) of order 1 and (0, 1/2) of order 2, a hyperbolic point
+/// on the seam x = 0.
+image_of kicked(double k) {
+    return [k](double x, double y) {
+        const double kick = y + k / (2 * pi) * std::sin(2 * pi * x);
+        return std::pair(fraction(x + kick), kick);
+    };
+}
+
+/// x advances by a turn that depends on y alone: every y of a rational turn is a line of points.
+std::pair<double, double> shear(double x, double y) {
+    return {fraction(x + std::acos(y) / pi), y};
+}
+
+/// Rotation about (0.5, 0.1) by a part of a turn.
+image_of rotation(double turn) {
+    return [turn](double x, double y) {
+        const double c = std::cos(2 * pi * turn), s = std::sin(2 * pi * turn);
+        return std::pair(0.5 + c * (x - 0.5) - s * (y - 0.1), 0.1 + s * (x - 0.5) + c * (y - 0.1));
+    };
+}
+
+double turn_distance(double a, double b) {
+    return std::abs(a - b - std::round(a - b));
+}
+
+struct known_orbit {
+    const char* what;
+    image_of image;
+    double x, y, rx, ry; ///< the ellipse drawn
+    int order;           ///< of the point in it; negative for none
+    double px, py;       ///< the point; NaN where any of a line will do
+};
+
+const known_orbit ORBITS[] = {
+    {"island of order 1", kicked(0.9), 0.52, 0.03, 0.05, 0.05, 1, 0.5, 0},
+    {"island of order 1, anisotropic zoom", kicked(0.9), 0.5001, 0.1, 0.0005, 0.3, 1, 0.5, 0},
+    {"hyperbolic point on the seam", kicked(0.9), 0.004, 0.002, 0.02, 0.02, 1, 0, 0},
+    {"the same from the other side", kicked(0.9), 0.997, 0.002, 0.02, 0.02, 1, 0, 0},
+    {"island of order 2", kicked(0.9), 0.49, 0.52, 0.02, 0.04, 2, 0.5, 0.5},
+    {"strongly hyperbolic point of order 1", kicked(6), 0.49, 0.02, 0.03, 0.06, 1, 0.5, 0},
+    {"rotation, middle in the circle", rotation(1 / 7.0), 0.52, 0.12, 0.05, 0.05, 1, 0.5, 0.1},
+    {"rotation, middle outside", rotation(1 / 7.0), 0.6, 0.2, 0.01, 0.01, 7, NONE, NONE},
+    {"long rotation, middle outside", rotation(17 / 120.0), 0.6, 0.2, 1e-3, 1e-3, 120, NONE, NONE},
+    {"irrational rotation, middle outside", rotation(0.6180339887), 0.6, 0.2, 0.01, 0.01, -1, 0, 0},
+    {"line of order 3", shear, 0.2, 0.501, 0.01, 0.02, 3, NONE, 0.5},
+    {"line of order 1001", shear, 0.2, std::cos(pi * 305 / 1001), 1e-7, 1e-7, 1001, NONE,
+     std::cos(pi * 305 / 1001)},
+};
+
+/// After `order` iterates the point must be back to within the precision told.
+void expect_honest(formula_map& map, double x, double y, int order, const TRect& box) {
+    ASSERT_TRUE(map.setPoint(x, y));
+    for (int i = 0; i < order; ++i)
+        map.iterate();
+    EXPECT_LE(turn_distance(map.x, x), box.maxdim());
+    EXPECT_LE(std::abs(map.y - y), box.maxdim());
+    EXPECT_LT(box.maxdim(), 1e-9);
+}
+
+TEST(PeriodicPoints, KnownOrbitsAreFoundWithTheirOrder) {
+    for (const known_orbit& o : ORBITS) {
+        SCOPED_TRACE(o.what);
+        formula_map map(o.image);
+        EXPECT_EQ(map.getorder(o.x, o.y, o.rx, o.ry, 10000), o.order);
+        EXPECT_EQ(std::pair(map.x, map.y), std::pair(0.3, 0.2)) << "not put back";
+        if (o.order < 0) continue;
+
+        double x = o.x, y = o.y;
+        int iter = 30;
+        TRect box;
+        ASSERT_TRUE(map.fixfinder(x, y, o.order, iter, box, 1e-14));
+        EXPECT_LE(iter, 30);
+        EXPECT_EQ(std::pair(map.x, map.y), std::pair(x, y)) << "the map stands elsewhere";
+        EXPECT_TRUE(std::isnan(o.px) || turn_distance(x, o.px) < 1e-9) << x;
+        EXPECT_TRUE(std::isnan(o.py) || std::abs(y - o.py) < 1e-9) << y;
+        expect_honest(map, x, y, o.order, box);
+    }
+}
+
+TEST(PeriodicPoints, PointsOfTheRimThatHardlyMoveHaveNoOrder) {
+    formula_map map(shear); // near y = 1 every point is back in the circle after one step
+    EXPECT_LT(map.getorder(0.2, 0.9999999, 0.01, 3e-8, 1000), 0);
+    EXPECT_LT(map.getorder(0.2, 1 - 1e-15, 0.01, 0.0001, 100), 0);
+}
+
+TEST(PeriodicPoints, LimitOfTheOrderHolds) {
+    formula_map map(rotation(1 / 7.0));
+    EXPECT_EQ(map.getorder(0.6, 0.2, 0.01, 0.01, 7), 7);
+    EXPECT_LT(map.getorder(0.6, 0.2, 0.01, 0.01, 6), 0);
+    EXPECT_LT(map.getorder(0.6, 0.2, 0.01, 0.01, 0), 0);
+    EXPECT_LT(map.getorder(0.6, 0.2, 0.01, 0.01, -5), 0);
+}
+
+/// Maps that do not behave; none of them has a periodic point near (0.4, 0.1).
+struct hostile_map {
+    const char* what;
+    image_of image;
+};
+
+const hostile_map HOSTILE[] = {
+    {"always throws",
+     [](double, double) -> std::pair<double, double> { throw TError("no image"); }},
+    {"answers no number", [](double, double) { return std::pair(NONE, NONE); }},
+    {"answers infinity", [](double, double) { return std::pair(HUGE_NUMBER, -HUGE_NUMBER); }},
+    {"jumps to one point far away", [](double, double) { return std::pair(0.9, -0.9); }},
+    {"drifts out of the range", [](double x, double y) { return std::pair(x + 0.01, y + 0.03); }},
+    {"grows without limit", [](double x, double y) { return std::pair(x * 1e200, y * 1e200); }},
+    {"throws on every other strip",
+     [](double x, double y) -> std::pair<double, double> {
+         if (std::fmod(x * 1000, 2) < 1) throw TError("strip");
+         return {fraction(x + 0.011), y};
+     }},
+    {"is nowhere continuous",
+     [](double x, double y) {
+         return std::pair(fraction(1e9 * std::sin(1e9 * x + y)), std::sin(1e9 * y + 1e8 * x));
+     }},
+};
+
+TEST(PeriodicPoints, HostileMapsEndWithoutAnAnswerAndArePutBack) {
+    for (const hostile_map& h : HOSTILE) {
+        SCOPED_TRACE(h.what);
+        formula_map map(h.image);
+        EXPECT_LT(map.getorder(0.4, 0.1, 0.01, 0.02, 10000), 0);
+        EXPECT_EQ(std::pair(map.x, map.y), std::pair(0.3, 0.2));
+
+        double x = 0.4, y = 0.1;
+        int iter = 30;
+        TRect box;
+        EXPECT_FALSE(map.fixfinder(x, y, 3, iter, box, 1e-14));
+        EXPECT_EQ(std::pair(x, y), std::pair(0.4, 0.1));
+        EXPECT_EQ(std::pair(map.x, map.y), std::pair(0.3, 0.2));
+        EXPECT_EQ(box.maxdim(), HUGE_NUMBER);
+        EXPECT_LE(map.iterates, 2'000'000) << "the budget of two searches";
+    }
+}
+
+TEST(PeriodicPoints, ArgumentsThatAreNoCircleAreRefused) {
+    struct {
+        double x, y, rx, ry;
+    } const circles[] = {
+        {0, 0.3, 0.02, 0.06},    {1, 0.3, 0.02, 0.06},        {-0.1, 0.1, 0.02, 0.06},
+        {0.5, 1, 0.02, 0.06},    {0.5, -1.25, 0.02, 0.06},    {0.5, 0, 0, 0.06},
+        {0.5, 0, 0.02, -0.06},   {0.5, 0, NONE, 0.06},        {NONE, 0, 0.02, 0.06},
+        {0.5, NONE, 0.02, 0.06}, {0.5, 0, HUGE_NUMBER, 0.06}, {HUGE_NUMBER, 0, 0.02, 0.06},
+    };
+    formula_map map(kicked(0.9)); // (0.5, 0) has order 1
+    for (const auto& c : circles)
+        EXPECT_LT(map.getorder(c.x, c.y, c.rx, c.ry, 10000), 0) << c.x << ' ' << c.y;
+    EXPECT_EQ(map.getorder(0.5, 0, 0.4, 0.9, 10000), 1) << "a circle as large as the section";
+    EXPECT_EQ(map.getorder(0.5, 0, 1e300, 1e300, 10000), 1) << "and larger";
+
+    for (const int order :
+         {0, -1, std::numeric_limits<int>::min(), 2'000'000, std::numeric_limits<int>::max()}) {
+        double x = 0.5, y = 0.001;
+        int iter = 30;
+        TRect box;
+        EXPECT_FALSE(map.fixfinder(x, y, order, iter, box, 1e-14)) << order;
+        EXPECT_EQ(box.maxdim(), HUGE_NUMBER);
+    }
+}
+
+TEST(PeriodicPoints, PointOnTheEdgeIsPutBackBesideIt) {
+    formula_map map(kicked(0.9));
+    map.x = 0; // iterates reach the edge, setPoint refuses it
+    map.y = 1;
+    EXPECT_EQ(map.getorder(0.5, 0, 0.05, 0.05, 100), 1);
+    EXPECT_NEAR(map.x, 0, 1e-12);
+    EXPECT_NEAR(map.y, 1, 1e-12);
+}
+
+} // namespace
