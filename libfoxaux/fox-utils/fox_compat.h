@@ -4,11 +4,13 @@
 
 #include <fx.h>
 
+#include <cwchar>
+
 namespace fox_compat {
 
 /// The text as the toolkit's text operations take it: UTF-8. A negative length means all of it.
 inline FXString utf8(const wchar_t* text, int length = -1) {
-    return FXString(text, length < 0 ? static_cast<FXint>(wcslen(text)) : length);
+    return FXString(text, length < 0 ? static_cast<FXint>(std::wcslen(text)) : length);
 }
 
 /// What `dc` draws on: drawArea wants a drawable, and a context hides its own.
