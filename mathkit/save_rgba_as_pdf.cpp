@@ -15,6 +15,9 @@
 namespace {
 
 constexpr double longest_side = 14400; // points; readers need not show a longer page
+// The picture keeps this distance (points) from the page's edges. Some readers take a picture that
+// ends exactly at a pixel's edge to reach into the next pixel, and blur all of it over one more.
+constexpr double inset = 0.0001;
 
 /// A PDF file that is written from front to back and remembers where its objects start.
 class PdfFile {
@@ -104,11 +107,11 @@ private:
     bool ready = false;
 };
 
-// A length with three decimals; the locale of printf might give it a comma.
+// A length with four decimals; the locale of printf might give it a comma.
 kit::string points(double length) {
     char text[32];
     const auto result =
-        std::to_chars(text, text + sizeof text, length, std::chars_format::fixed, 3);
+        std::to_chars(text, text + sizeof text, length, std::chars_format::fixed, 4);
     return {text, static_cast<std::size_t>(result.ptr - text)};
 }
 
@@ -154,8 +157,9 @@ void save_rgba_as_pdf(const char* path, int w, int h, const std::uint32_t* pixel
     const double scale = std::min(1.0, longest_side / std::max(w, h));
     const kit::string page_w = points(w * scale);
     const kit::string page_h = points(h * scale);
-    const kit::string paint =
-        kit::string::format("q %s 0 0 %s 0 0 cm /Picture Do Q", page_w.c_str(), page_h.c_str());
+    const kit::string paint = kit::string::format(
+        "q %s 0 0 %s %s %s cm /Picture Do Q", points(w * scale - 2 * inset).c_str(),
+        points(h * scale - 2 * inset).c_str(), points(inset).c_str(), points(inset).c_str());
 
     file.text("%%PDF-1.4\n%%\xE2\xE3\xCF\xD3\n"); // bytes above 127 mark the file as binary
     file.begin_object();                          // 1

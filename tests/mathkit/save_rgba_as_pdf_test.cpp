@@ -64,8 +64,8 @@ TEST_F(Pdf, HoldsThePictureRowByRow) {
         const char* box;
     };
     for (const Case& c :
-         {Case{1, 1, "[0 0 1.000 1.000]"}, Case{7, 3, "[0 0 7.000 3.000]"},
-          Case{300, 200, "[0 0 300.000 200.000]"}, Case{28800, 2, "[0 0 14400.000 1.000]"}}) {
+         {Case{1, 1, "[0 0 1.0000 1.0000]"}, Case{7, 3, "[0 0 7.0000 3.0000]"},
+          Case{300, 200, "[0 0 300.0000 200.0000]"}, Case{28800, 2, "[0 0 14400.0000 1.0000]"}}) {
         std::mt19937 random(11);
         std::vector<std::uint32_t> pixels(static_cast<std::size_t>(c.w) * c.h);
         std::string expected;
