@@ -30,10 +30,12 @@ protected:
 
 private:
     void loop_body();
+    void toggle_loop();
     void next_color();
+    double drag_length() const;
     void draw_circle(FXDC& dc) const;
     void draw_cross(FXDC& dc) const;
-    void end_capture();
+    void erase_capture();
 
 public:
     FPoincareWin(FXComposite* parent, FXuint opts, FXint x, FXint y, FXint w, FXint h);

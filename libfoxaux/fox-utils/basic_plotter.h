@@ -6,6 +6,8 @@
 #include "libfoxaux/fox-utils/color_manager.h"
 #include "mathkit/TMapW2S.h"
 
+#include <cmath>
+
 /// Holds the map of a plot; all code reaches it through the pointer.
 class map_wrap {
 public:
@@ -23,8 +25,8 @@ public:
 /// render(), overrides zoom_full() with its whole range and constrain_view() if that is limited.
 ///
 /// Whatever changes the view ends in constrain_view(), render() and update(). A view that doubles
-/// cannot hold is never shown: one that isn't finite leaves the old view, one that is narrower
-/// than some steps of the doubles at its place is widened to these.
+/// cannot hold, not finite or narrower than some steps of the doubles at its place, is dropped:
+/// the old one stays, and so zooming in ends where zooming out still works.
 class basic_plotter : public FBufferedWindow, public map_wrap, public color_manager {
     FXDECLARE(basic_plotter)
 public:
@@ -56,18 +58,36 @@ protected:
 
     /// Turns a world point into screen units in place; true if its pixel (px, py) lies in the plot
     /// area. Whatever the doubles are, none is converted that an int could not hold.
-    bool world_to_pixel(double& x, double& y, int& px, int& py) const;
+    bool world_to_pixel(double& x, double& y, int& px, int& py) const {
+        x = x * w2s->ax + w2s->bx;
+        y = y * w2s->ay + w2s->by;
+        const double nearest_x = std::rint(x);
+        const double nearest_y = std::rint(y);
+        const irect& area = w2s->screen;
+        // As doubles: what lies outside, a NaN too, may not fit an int.
+        if (!(area.x1 <= nearest_x && nearest_x <= area.x2 && area.y1 <= nearest_y &&
+              nearest_y <= area.y2))
+            return false;
+        px = static_cast<int>(nearest_x);
+        py = static_cast<int>(nearest_y);
+        return true;
+    }
 
     /// Puts the end of a drag where the event is, inside the window: a grabbed pointer leaves it.
     void drag_to(const FXEvent* event);
+
+    /// Whether a drag has gone anywhere: it has been drawn and did not end where it began.
+    bool dragged() const { return end_x != -1 && (end_x != anchor_x || end_y != anchor_y); }
 
     /// Sets a DC on the window up for marks that vanish when drawn a second time.
     void begin_marks(FXDC& dc) const;
 
 private:
-    template<class Change>
-    void change_view(Change change);
-    void show_view();
+    void show_view(const TRect& before);
+    void zoom_view(double fx, double fy);
+    void pan_view(double tenths_x, double tenths_y);
+    void snap_view();
+    void isometric_view();
     void draw_band(FXDC& dc) const;
 
 public:

@@ -166,13 +166,13 @@ public:
     static constexpr FXuint id = 1;
 
     explicit dialog_driver(std::vector<script> scripts) : scripts(std::move(scripts)) {
-        app().addTimeout(this, FXSEL(SEL_TIMEOUT, id), 5);
+        app().addTimeout(this, id, 5);
     }
-    ~dialog_driver() override { app().removeTimeout(this, FXSEL(SEL_TIMEOUT, id)); }
+    ~dialog_driver() override { app().removeTimeout(this, id); }
 
     long handle(FXObject*, FXSelector, void*) override {
         auto* dialog = dynamic_cast<FXTopWindow*>(app().getModalWindow());
-        app().addTimeout(this, FXSEL(SEL_TIMEOUT, id), 5);
+        app().addTimeout(this, id, 5);
         if (!dialog || !dialog->shown()) return 1;
         if (next >= scripts.size()) {
             ADD_FAILURE() << "unexpected dialog: " << dialog->getTitle().text();

@@ -1,0 +1,238 @@
+// SPDX-License-Identifier: MIT
+// A plot of any iterated two-dimensional map: orbits, undo, loop, colour cycle, circle capture.
+#include "libfoxaux/fox-utils/FPoincareWin.h"
+
+#include "mathkit/TError.h"
+#include "mathkit/getMicroTime.h"
+#include "mathkit/html_colors.h"
+#include "mathkit/stderr_failed.h"
+
+#include <cmath>
+#include <fxkeys.h>
+
+namespace {
+
+constexpr std::int64_t sync_distance = 1000000; // microseconds between refreshes in the loop
+constexpr FXint full_circle = 360 * 64;         // in the units of FXDC::drawArc
+constexpr int cross_reach = 5;                  // pixels from the anchor to the ends of the cross
+
+constexpr const char* cycle_names[] = {
+    "black",    "white",       "gray",          "red",       "green",     "blue",
+    "yellow",   "cyan",        "magenta",       "lightcyan", "indigo",    "lightgreen",
+    "darkblue", "gold",        "darkred",       "lightblue", "darkgreen", "deeppink",
+    "olive",    "springgreen", "darkslategray", "lightgray", "steelblue", "aquamarine",
+    "teal",     "wheat",       "brown",
+};
+
+} // namespace
+
+FXIMPLEMENT(FPoincareWin, basic_plotter, nullptr, 0)
+
+FPoincareWin::FPoincareWin(FXComposite* parent, FXuint opts, FXint x, FXint y, FXint w, FXint h)
+    : basic_plotter(parent, opts, x, y, w, h) {
+    loop_idle.func = functor0<void>(this, &FPoincareWin::loop_body);
+    ensure_backup();
+    init_cycle_color();
+}
+
+void FPoincareWin::render() {
+    if (!image || !image->id()) return;
+    draw_axes();
+    backup_eq_image();
+}
+
+// clang-format off
+long FPoincareWin::on_key(int key) {
+    switch (key) {
+    case ' ':           iterate(); FXWindow::update(); return 0;
+    case 'l': case 'L': toggle_loop(); return 0;
+    case 'u': case 'U': undo(); return 0;
+    case 'z': case 'Z': next_color(); return 0;
+    default:            return basic_plotter::on_key(key);
+    }
+}
+// clang-format on
+
+void FPoincareWin::toggle_loop() {
+    if (loop_idle.is_active())
+        stop_loop();
+    else
+        start_loop();
+}
+
+void FPoincareWin::next_color() {
+    if (cycle_index >= cycle_colors.size()) cycle_index = 0;
+    foreground = cycle_colors[cycle_index++];
+    on_change(); // and not colors_changed(): the picture stays
+}
+
+void FPoincareWin::arm_zoom() {
+    stop_loop();
+    basic_plotter::arm_zoom();
+}
+
+void FPoincareWin::arm_fixed_point() {
+    stop_loop();
+    if (mode != idle) return;
+    mode = circle_armed;
+    setDefaultCursor(zoom_cursor);
+}
+
+void FPoincareWin::left_press(FXEvent* event) {
+    basic_plotter::left_press(event);
+    if (mode == idle) {
+        double x, y;
+        screen_to_world(event->win_x, event->win_y, x, y);
+        start_at(x, y);
+    } else if (mode == circle_armed) {
+        anchor_x = event->win_x;
+        anchor_y = event->win_y;
+        end_x = -1;
+        mode = circle_dragged;
+    }
+}
+
+void FPoincareWin::mouse_motion(FXEvent* event) {
+    basic_plotter::mouse_motion(event);
+    if (mode != circle_dragged || !id()) return;
+    FXDCWindow dc(this);
+    begin_marks(dc);
+    if (end_x == -1)
+        draw_cross(dc);
+    else
+        draw_circle(dc);
+    drag_to(event);
+    draw_circle(dc);
+}
+
+void FPoincareWin::left_release(FXEvent* event) {
+    basic_plotter::left_release(event);
+    if (mode != circle_dragged) return;
+    mode = idle;
+    setDefaultCursor(normal_cursor);
+    if (end_x != -1) erase_capture();
+    if (!dragged()) return; // no circle: there is nothing to search in
+
+    double x, y;
+    screen_to_world(anchor_x, anchor_y, x, y);
+    double rx = drag_length(), ry = rx;
+    w2s->ratio_stow(rx, ry);
+    find_fixed_point(x, y, rx, ry);
+}
+
+void FPoincareWin::erase_capture() {
+    if (!id()) return;
+    FXDCWindow dc(this);
+    begin_marks(dc);
+    draw_circle(dc);
+    draw_cross(dc);
+    dc.setFunction(BLT_SRC);
+}
+
+double FPoincareWin::drag_length() const {
+    const double dx = anchor_x - end_x, dy = anchor_y - end_y;
+    return std::sqrt(dx * dx + dy * dy);
+}
+
+void FPoincareWin::draw_circle(FXDC& dc) const {
+    const int radius = static_cast<int>(drag_length());
+    dc.drawArc(anchor_x - radius, anchor_y - radius, 2 * radius, 2 * radius, 0, full_circle);
+}
+
+void FPoincareWin::draw_cross(FXDC& dc) const {
+    // One pixel further at the far end: it does not belong to a line of width 1.
+    dc.setLineWidth(1);
+    dc.drawLine(anchor_x - cross_reach, anchor_y - cross_reach, anchor_x + cross_reach + 1,
+                anchor_y + cross_reach + 1);
+    dc.drawLine(anchor_x - cross_reach, anchor_y + cross_reach, anchor_x + cross_reach + 1,
+                anchor_y - cross_reach - 1);
+    dc.setLineWidth(3);
+}
+
+bool FPoincareWin::set_start(double, double) {
+    return false;
+}
+
+void FPoincareWin::iterate() {
+    run_orbit(iterations);
+}
+
+void FPoincareWin::find_fixed_point(double, double, double, double) {}
+
+void FPoincareWin::undo() {
+    image_eq_backup();
+    FXWindow::update();
+}
+
+void FPoincareWin::start_loop() {
+    if (loop_idle.is_active()) return;
+    loop_changed(1);
+    loop_idle.start();
+    last_sync = getMicroTime();
+}
+
+void FPoincareWin::stop_loop() {
+    if (!loop_idle.is_active()) return;
+    loop_changed(0);
+    loop_idle.stop();
+    FXWindow::update();
+}
+
+/// Runs the map until an event waits; the event loop then comes back here. A map that fails stops
+/// the loop from inside iterate(), and no further unit may follow that one.
+void FPoincareWin::loop_body() {
+    do {
+        iterate();
+        if (!loop_idle.is_active()) return;
+        const std::int64_t now = getMicroTime();
+        if (now - last_sync > sync_distance) {
+            sync_companions();
+            show_image();
+            getApp()->flush(false);
+            last_sync = now;
+        }
+    } while (!getApp()->peekEvent());
+}
+
+void FPoincareWin::run_orbit(int n) {
+    if (!image->id()) return;
+    FXDCWindow dc(image);
+    dc.setForeground(foreground);
+    for (int i = 0; i < n; ++i) {
+        step();
+        int px, py;
+        if (world_to_pixel(current_x, current_y, px, py)) dc.drawPoint(px, py);
+    }
+}
+
+void FPoincareWin::plot_point(double x, double y) {
+    int px, py;
+    if (!world_to_pixel(x, y, px, py) || !image->id() || !id()) return;
+    FXDCWindow dc(image);
+    dc.setForeground(foreground);
+    dc.drawPoint(px, py);
+    dc.end();
+    dc.begin(this);
+    dc.setForeground(foreground); // a context begins black, whatever it was before
+    dc.drawPoint(px, py);
+}
+
+void FPoincareWin::start_at(double x, double y) {
+    if (!set_start(x, y)) return;
+    backup_eq_image();
+    plot_point(current_x, current_y);
+    getApp()->flush(false);
+}
+
+void FPoincareWin::init_cycle_color() {
+    try {
+        for (const char* name : cycle_names) {
+            const std::uint32_t rgb = html_colors::name2color(name);
+            cycle_colors.push_back(FXRGB(rgb >> 16 & 0xff, rgb >> 8 & 0xff, rgb & 0xff));
+        }
+    } catch (const TError& error) {
+        stderr_fatal_error(error.text(), "libfoxaux/fox-utils/FPoincareWin", 372,
+                           "void FPoincareWin::init_cycle_color()");
+    }
+    cycle_index = 0;
+}

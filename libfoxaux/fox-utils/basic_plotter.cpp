@@ -1,0 +1,290 @@
+// SPDX-License-Identifier: MIT
+// A canvas with world coordinates, a frame of axes and every way to change the view.
+#include "libfoxaux/fox-utils/basic_plotter.h"
+
+#include "libfoxaux/fox-utils/fox_axis.h"
+
+#include <algorithm>
+#include <fxkeys.h>
+
+namespace {
+
+constexpr double closer = 0.6666666666666666; // one step of zooming in
+constexpr double wider = 1.5;                 // one step of zooming out
+
+constexpr int tick_length = 5;
+constexpr int axis_margin = 5;
+constexpr FXuint mark_width = 3; // of the lines of the rubber band
+
+// Sixteen steps of the doubles at the larger end: a pan by a tenth still moves the view.
+constexpr double least_width = 0x1p-48;
+// Beyond these the scale between world and screen would overflow.
+constexpr double least_extent = 1e-290;
+constexpr double farthest_end = 1e299;
+
+bool can_show(double from, double to) {
+    const double reach = std::max(std::fabs(from), std::fabs(to));
+    return reach <= farthest_end && to - from >= std::max(least_extent, reach * least_width);
+}
+
+} // namespace
+
+// clang-format off
+FXDEFMAP(basic_plotter) basic_plotter_map[] = {
+    FXMAPFUNC(SEL_ENTER,              0, basic_plotter::onEnter),
+    FXMAPFUNC(SEL_LEFTBUTTONPRESS,    0, basic_plotter::onLeftBtnPress),
+    FXMAPFUNC(SEL_LEFTBUTTONRELEASE,  0, basic_plotter::onLeftBtnRelease),
+    FXMAPFUNC(SEL_RIGHTBUTTONPRESS,   0, basic_plotter::onRightBtnPress),
+    FXMAPFUNC(SEL_RIGHTBUTTONRELEASE, 0, basic_plotter::onRightBtnRelease),
+    FXMAPFUNC(SEL_MOTION,             0, basic_plotter::onMotion),
+};
+// clang-format on
+FXIMPLEMENT(basic_plotter, FBufferedWindow, basic_plotter_map, ARRAYNUMBER(basic_plotter_map))
+
+basic_plotter::basic_plotter() : color_manager(nullptr) {}
+
+basic_plotter::basic_plotter(FXComposite* parent, FXuint opts, FXint x, FXint y, FXint w, FXint h)
+    : FBufferedWindow(parent, opts, x, y, w, h),
+      color_manager(this),
+      normal_cursor(getDefaultCursor()),
+      zoom_cursor(getApp()->getDefaultCursor(DEF_CROSSHAIR_CURSOR)) {}
+
+long basic_plotter::onEnter(FXObject*, FXSelector, void*) {
+    setFocus();
+    return 0;
+}
+
+long basic_plotter::onLeftBtnPress(FXObject*, FXSelector, void* ptr) {
+    take_focus();
+    left_press(static_cast<FXEvent*>(ptr));
+    return 0;
+}
+
+long basic_plotter::onLeftBtnRelease(FXObject*, FXSelector, void* ptr) {
+    left_release(static_cast<FXEvent*>(ptr));
+    return 0;
+}
+
+long basic_plotter::onRightBtnPress(FXObject*, FXSelector, void* ptr) {
+    take_focus();
+    if (mode != idle) return 0;
+    auto* event = static_cast<FXEvent*>(ptr);
+    bar_y = event->win_y <= getHeight() / 2 ? getHeight() - 3 * text_size() : 0;
+    draw_position_bar(event);
+    mode = position_shown;
+    return 0;
+}
+
+long basic_plotter::onRightBtnRelease(FXObject*, FXSelector, void*) {
+    if (mode != position_shown) return 0;
+    FXWindow::update();
+    mode = idle;
+    return 0;
+}
+
+long basic_plotter::onMotion(FXObject*, FXSelector, void* ptr) {
+    mouse_motion(static_cast<FXEvent*>(ptr));
+    return 0;
+}
+
+void basic_plotter::render() {
+    if (!image || !image->id()) return;
+    FXDCWindow dc(image);
+    dc.setForeground(background);
+    dc.fillRectangle(0, 0, image->getWidth(), image->getHeight());
+}
+
+// clang-format off
+long basic_plotter::on_key(int key) {
+    switch (key) {
+    case '+': case KEY_KP_Add:         arm_zoom(); return 0;
+    case KEY_Escape:                   cancel_mode(); return 0;
+    case '*': case KEY_KP_Multiply:    zoom_view(closer, closer); return 0;
+    case '-': case KEY_KP_Subtract:    zoom_out(false); return 0;
+    case '/': case KEY_KP_Divide:      zoom_out(true); return 0;
+    case 'x':                          zoom_view(closer, 1); return 0;
+    case 'X':                          zoom_view(wider, 1); return 0;
+    case 'y':                          zoom_view(1, closer); return 0;
+    case 'Y':                          zoom_view(1, wider); return 0;
+    case 'p': case 'P':                position_dialog(); return 0;
+    case 'g': case 'G':                snap_view(); return 0;
+    case 'i': case 'I':                isometric_view(); return 0;
+    case 'd': case 'D':                render(); FXWindow::update(); return 0;
+    case 'c':                          foreground_dialog(); return 0;
+    case 'C':                          colors_dialog(); return 0;
+    // The arrows are used up: the toolkit would move the focus with them.
+    case KEY_Left:  case KEY_KP_Left:  pan_view(-1, 0); return 1;
+    case KEY_Right: case KEY_KP_Right: pan_view(1, 0); return 1;
+    case KEY_Up:    case KEY_KP_Up:    pan_view(0, 1); return 1;
+    case KEY_Down:  case KEY_KP_Down:  pan_view(0, -1); return 1;
+    default:                           return FBufferedWindow::on_key(key);
+    }
+}
+// clang-format on
+
+void basic_plotter::colors_changed() {
+    redraw();
+}
+
+void basic_plotter::redraw() {
+    render();
+    FXWindow::update();
+}
+
+void basic_plotter::cancel_mode() {
+    setDefaultCursor(normal_cursor);
+    mode = idle;
+}
+
+void basic_plotter::zoom_full() {
+    w2s->world.zoom(wider, wider);
+}
+
+void basic_plotter::arm_zoom() {
+    if (mode != idle) return;
+    mode = zoom_armed;
+    setDefaultCursor(zoom_cursor);
+}
+
+void basic_plotter::apply_zoom() {
+    TRect& view = w2s->world;
+    const TRect before = view;
+    screen_to_world(anchor_x, anchor_y, view.x1, view.y1);
+    screen_to_world(end_x, end_y, view.x2, view.y2);
+    view.purify();
+    show_view(before);
+}
+
+void basic_plotter::zoom_out(bool entirely) {
+    const TRect before = w2s->world;
+    if (entirely)
+        zoom_full();
+    else
+        w2s->world.zoom(wider, wider);
+    show_view(before);
+}
+
+/// The end of every change of view: the map holds the new world rectangle. One that cannot be
+/// shown gives way to the one from before the change.
+void basic_plotter::show_view(const TRect& before) {
+    TRect& view = w2s->world;
+    if (!can_show(view.x1, view.x2) || !can_show(view.y1, view.y2)) view = before;
+    constrain_view();
+    render();
+    FXWindow::update();
+}
+
+void basic_plotter::zoom_view(double fx, double fy) {
+    const TRect before = w2s->world;
+    w2s->world.zoom(fx, fy);
+    show_view(before);
+}
+
+void basic_plotter::pan_view(double tenths_x, double tenths_y) {
+    TRect& view = w2s->world;
+    const TRect before = view;
+    view.shift(view.width() / 10 * tenths_x, view.height() / 10 * tenths_y);
+    show_view(before);
+}
+
+void basic_plotter::snap_view() {
+    TRect& view = w2s->world;
+    const TRect before = view;
+    TMapW2S::snap_to_grid(view.x1, view.x2);
+    TMapW2S::snap_to_grid(view.y1, view.y2);
+    view.purify();
+    show_view(before);
+}
+
+void basic_plotter::isometric_view() {
+    const TRect before = w2s->world;
+    w2s->makeIso();
+    show_view(before);
+}
+
+void basic_plotter::left_press(FXEvent* event) {
+    if (mode != zoom_armed) return;
+    anchor_x = event->win_x;
+    anchor_y = event->win_y;
+    end_x = -1;
+    mode = band_dragged;
+}
+
+void basic_plotter::left_release(FXEvent*) {
+    if (mode != band_dragged) return;
+    mode = idle;
+    setDefaultCursor(normal_cursor);
+    if (end_x == -1) return; // no motion: there is no band
+    if (id()) {
+        FXDCWindow dc(this);
+        begin_marks(dc);
+        draw_band(dc);
+        dc.setFunction(BLT_SRC);
+    }
+    // A band that is a line has no area to zoom to; it counts as no band.
+    if (end_x != anchor_x && end_y != anchor_y) apply_zoom();
+}
+
+void basic_plotter::mouse_motion(FXEvent* event) {
+    if (mode == position_shown) draw_position_bar(event);
+    if (mode != band_dragged || !id()) return;
+    FXDCWindow dc(this);
+    begin_marks(dc);
+    if (end_x != -1) draw_band(dc);
+    drag_to(event);
+    draw_band(dc);
+}
+
+void basic_plotter::drag_to(const FXEvent* event) {
+    end_x = std::clamp(event->win_x, 0, std::max(getWidth() - 1, 0));
+    end_y = std::clamp(event->win_y, 0, std::max(getHeight() - 1, 0));
+}
+
+void basic_plotter::begin_marks(FXDC& dc) const {
+    dc.setForeground(band_color);
+    dc.setFunction(BLT_SRC_XOR_DST);
+    dc.setLineWidth(mark_width);
+}
+
+void basic_plotter::draw_band(FXDC& dc) const {
+    dc.drawLine(anchor_x, anchor_y, end_x, anchor_y);
+    dc.drawLine(end_x, anchor_y, end_x, end_y);
+    dc.drawLine(end_x, end_y, anchor_x, end_y);
+    dc.drawLine(anchor_x, end_y, anchor_x, anchor_y);
+}
+
+void basic_plotter::draw_frame(const wchar_t* xtitle, const wchar_t* ytitle, bool iso) {
+    if (!image || !image->id()) return;
+    FXDCWindow dc(image);
+    dc.setForeground(background);
+    dc.fillRectangle(0, 0, image->getWidth(), image->getHeight());
+
+    xaxis1b x;
+    yaxis1b y;
+    x.tick_len = y.tick_len = tick_length;
+    x.font_size = y.font_size = text_size();
+    w2s->set_screen(y.thickness() + axis_margin, 0, image->getWidth() - 1,
+                    image->getHeight() - (x.thickness() + axis_margin), iso);
+    w2s->a_model_4(x, y);
+    x.title = xtitle;
+    y.title = ytitle;
+
+    const irect& area = w2s->screen;
+    x.pos = area.y2;
+    x.from = area.x1;
+    x.to = area.x2;
+    y.pos = area.x1;
+    y.from = area.y1;
+    y.to = area.y2;
+    dc.setForeground(axis_color);
+    x.dc = y.dc = &dc;
+    x.draw();
+    y.draw();
+}
+
+void basic_plotter::limit_rect(TRect& rect, const TRect& limit) {
+    if (rect.width() > limit.width()) rect.x2 = rect.x1 + limit.width();
+    if (rect.height() > limit.height()) rect.y2 = rect.y1 + limit.height();
+    rect.shift(std::max(0.0, limit.x1 - rect.x1), std::max(0.0, limit.y1 - rect.y1));
+    rect.shift(std::min(0.0, limit.x2 - rect.x2), std::min(0.0, limit.y2 - rect.y2));
+}

@@ -1,0 +1,113 @@
+// SPDX-License-Identifier: MIT
+// The one shape of the program's dialogs, built from rows of tables.
+#include "libfoxaux/fox-utils/dialog_shape.h"
+
+namespace {
+
+constexpr FXint padding = 10;      // around the dialog's frame
+constexpr FXint inner_padding = 4; // of what stands in it
+constexpr FXint spacing = 4;
+
+constexpr FXuint fill = LAYOUT_FILL_X | LAYOUT_FILL_Y;
+constexpr FXuint entry_style = FRAME_SUNKEN | FRAME_THICK | LAYOUT_FILL_X | LAYOUT_FILL_COLUMN;
+constexpr FXuint label_style = LABEL_NORMAL | LAYOUT_CENTER_Y;
+// A button shows by BUTTON_DEFAULT that it has the focus, and Enter then presses it.
+constexpr FXuint button_style =
+    BUTTON_DEFAULT | FRAME_RAISED | FRAME_THICK | LAYOUT_CENTER_X | LAYOUT_CENTER_Y;
+
+/// The first text field that can be seen below `top`; pages behind the current one are hidden.
+FXTextField* first_field(FXWindow* top) {
+    for (FXWindow* child = top->getFirst(); child; child = child->getNext()) {
+        if (!child->shown()) continue;
+        if (auto* field = dynamic_cast<FXTextField*>(child)) return field;
+        if (FXTextField* deeper = first_field(child)) return deeper;
+    }
+    return nullptr;
+}
+
+} // namespace
+
+dialog_shape::dialog_shape(FXWindow* owner, const char* title, FXIcon* icon, FXuint decorations,
+                           FXint width, FXint height)
+    : FXDialogBox(owner, title, decorations, 0, 0, width, height, padding, padding, padding,
+                  padding, spacing, spacing),
+      frame(new FXVerticalFrame(this, fill, 0, 0, 0, 0, inner_padding, inner_padding, inner_padding,
+                                inner_padding, spacing, spacing)) {
+    setIcon(icon);
+}
+
+FXMatrix* dialog_shape::add_matrix(int columns, FXComposite* parent) {
+    return new FXMatrix(parent ? parent : frame, columns, MATRIX_BY_COLUMNS | LAYOUT_FILL_X, 0, 0,
+                        0, 0, inner_padding, inner_padding, inner_padding, inner_padding, spacing,
+                        spacing);
+}
+
+FXVerticalFrame* dialog_shape::add_page(FXTabBook* book, const char* title) {
+    new FXTabItem(book, title);
+    return new FXVerticalFrame(book, FRAME_RAISED | FRAME_THICK | fill);
+}
+
+FXComboBoxPopup* dialog_shape::add_row(FXComposite* parent, const history_site& site,
+                                       const entry_row& row, int columns) {
+    new FXLabel(parent, row.label, nullptr, label_style);
+    FXDataTarget* variable = std::visit([this](auto* value) { return target(*value); }, row.value);
+    auto* field =
+        new FXComboBoxPopup(parent, columns, variable, FXDataTarget::ID_VALUE, entry_style);
+    field->load_history(site.file, row.line, site.context, row.set_text);
+    return field;
+}
+
+dialog_shape::fields dialog_shape::add_rows(FXComposite* parent, const history_site& site,
+                                            const std::vector<entry_row>& rows) {
+    fields added;
+    for (const entry_row& row : rows)
+        added.push_back(add_row(parent, site, row));
+    return added;
+}
+
+FXTextField* dialog_shape::add_number(FXComposite* parent, const char* label, int& value,
+                                      int columns) {
+    new FXLabel(parent, label, nullptr, label_style);
+    return new FXTextFieldPopup(parent, columns, target(value), FXDataTarget::ID_VALUE,
+                                FRAME_SUNKEN | FRAME_THICK);
+}
+
+FXColorWell* dialog_shape::add_well(FXComposite* parent, const char* label, FXColor color) {
+    new FXLabel(parent, label, nullptr, label_style);
+    // Opaque only: lines ignore the alpha value, text does not.
+    auto* well =
+        new FXColorWell(parent, color, nullptr, 0, COLORWELL_NORMAL | COLORWELL_OPAQUEONLY);
+    well->setRGBA(color, false);
+    return well;
+}
+
+void dialog_shape::add_buttons(bool cancel_first) {
+    new FXHorizontalSeparator(frame, SEPARATOR_GROOVE | LAYOUT_FILL_X);
+    add_button_row(cancel_first);
+}
+
+void dialog_shape::add_button_row(bool cancel_first) {
+    auto* row = new FXHorizontalFrame(frame, LAYOUT_FILL_X | PACK_UNIFORM_WIDTH);
+    const auto add = [&](const char* label, FXSelector message) {
+        new FXButton(row, label, nullptr, this, message, button_style);
+    };
+    if (cancel_first) add("&Cancel", ID_CANCEL);
+    add("&Accept", ID_ACCEPT);
+    if (!cancel_first) add("&Cancel", ID_CANCEL);
+}
+
+bool dialog_shape::run(FXuint placement) {
+    // A field takes the focus only once it exists on the display.
+    create();
+    layout();
+    if (FXTextField* field = first_field(this)) {
+        field->setFocus();
+        field->selectAll();
+    }
+    return execute(placement) != 0;
+}
+
+void dialog_shape::save_histories(const fields& entered) {
+    for (FXComboBoxPopup* field : entered)
+        field->save_history();
+}

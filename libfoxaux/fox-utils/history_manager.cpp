@@ -1,0 +1,45 @@
+// SPDX-License-Identifier: MIT
+// What was entered where: an in-memory store of input histories, for the length of one run.
+#include "libfoxaux/fox-utils/history_manager.h"
+
+#include "mathkit/stderr_failed.h"
+
+#include <cstdlib>
+
+history_manager* history_manager::instance() {
+    static auto* const store = new history_manager; // outlives every widget that points into it
+    return store;
+}
+
+history_manager::history& history_manager::lookup(const char* file, int line, void* context) {
+    return lists[kit::string::format("flp %s %d %p", file, line, context).c_str()];
+}
+
+history_manager::history& history_manager::lookup_key(const char* key, void* context) {
+    return lists[kit::string::format("key %s %p", key, context).c_str()];
+}
+
+history_manager::history& history_manager::lookup_line(const char* file, int line) {
+    return lists[kit::string::format("fl %s %d", file, line).c_str()];
+}
+
+history_object::history_object(const char* file, int line, void* context) {
+    history_manager::history& list = history_manager::instance()->lookup(file, line, context);
+    is_new = list.empty();
+    if (is_new) list.emplace_back();
+    _S = &list.front();
+}
+
+int history_object::get_int() {
+    if (!(_S != nullptr))
+        stderr_assert_failed("_S!=0", "libfoxaux/fox-utils/history_manager", __LINE__,
+                             "int history_object::get_int()");
+    return static_cast<int>(std::strtol(_S->c_str(), nullptr, 10));
+}
+
+void history_object::set_int(int value) {
+    if (!(_S != nullptr))
+        stderr_assert_failed("_S!=0", "libfoxaux/fox-utils/history_manager", __LINE__,
+                             "void history_object::set_int(int)");
+    _S->sprintf("%d", value);
+}
