@@ -24,5 +24,5 @@ protected:
     long evaluations_left = 500000;
 
 private:
-    double part(double a, double b, double tol, double coarse_error, int depth);
+    double part(double a, double b, double tol, double error_before, int depth);
 };

@@ -181,6 +181,13 @@ public:
     kit::string instanceText() const override;
     void value_and_slope(double phi, double sin_phi, double cos_phi, double& r,
                          double& dr) const override;
+
+private:
+    enum piece { right_arc, top_side, left_arc, bottom_side };
+    piece piece_at(double u) const;
+    double arc_square(double s) const;
+
+    double least_square = 0;
 };
 
 /// The triangle of area 1 with the centre of its inscribed circle at the origin. Counter-clockwise
@@ -214,6 +221,8 @@ public:
                          double& dr) const override;
 
 private:
+    double angle_to_side(double u, double& sign) const;
+
     double sin_shift1 = 0, cos_shift1 = 1;
     double sin_shift2 = 0, cos_shift2 = 1;
 };
