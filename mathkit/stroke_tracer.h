@@ -1,0 +1,69 @@
+// SPDX-License-Identifier: MIT
+// Fits the strokes of a glyph to the pixel grid of one size and cuts them into lines.
+#pragma once
+
+#include "mathkit/stroke_face.h"
+
+#include <vector>
+
+/// Turns glyphs into lines of one pixel's width.
+///
+/// The grid has its origin at the left lower pixel of the text: x grows to the right, y upward, row
+/// 0 stands on the base line. Ends of strokes fall on pixels, so that equal heights are equal rows;
+/// capitals fill exactly `height` rows.
+class stroke_tracer {
+public:
+    struct line {
+        int x1, y1, x2, y2; ///< both ends belong to it
+    };
+
+    /// `height` is that of a capital, in pixels, at least 1.
+    explicit stroke_tracer(int height);
+
+    /// The way from this glyph's origin to the next one's.
+    int advance(const stroke_glyph& glyph) const;
+
+    /// Adds the lines of a glyph that begins at column `origin` to `lines`.
+    void trace(const stroke_glyph& glyph, int origin);
+
+    /// Adds those of an accent over `letter`, which begins at `origin`.
+    void trace_accent(const stroke_glyph& accent, const stroke_glyph& letter, int rise, int origin);
+
+    std::vector<line> lines;
+
+private:
+    struct point {
+        int x, y;
+    };
+
+    /// Where the glyph on hand lies on the grid.
+    struct placement {
+        int first;     ///< column of x = 0
+        int width;     ///< of the strokes, in the glyph's units
+        int columns;   ///< of the strokes, without the pen's own
+        double middle; ///< column of the middle, perhaps between two
+        bool centred;  ///< x counts from the middle
+        int rise;      ///< added to every y
+    };
+
+    int columns_of(const stroke_glyph& glyph) const;
+    int scaled(int units) const;
+    int column(int x) const;
+    int row(int y) const;
+
+    void follow(const char* path);
+    void move_to(point to);
+    void line_to(point to);
+    void arc_to(point low, point high, int from, int to);
+    void box(point low, point high);
+    void add_straight(point a, point b);
+    void add_run(point a, point b);
+
+    int height;
+    int pen;                ///< thickness of a stroke, in pixels
+    double scale;           ///< pixels a unit
+    std::vector<point> nib; ///< the pixels of the pen on a slanted stroke
+    placement place{};
+    point last{};
+    bool open = false; ///< a stroke has begun
+};
