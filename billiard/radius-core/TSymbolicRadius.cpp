@@ -1,0 +1,112 @@
+// SPDX-License-Identifier: MIT
+// From the text of a formula to a curve.
+#include "billiard/radius-core/TSymbolicRadius.h"
+
+#include "mathkit/symbolic/lst.h"
+#include "mathkit/symbolic/nodes.h"
+#include "mathkit/symbolic/postfix_compiler.h"
+#include "mathkit/symbolic/scanexpr.h"
+#include "mathkit/symbolic/simplify.h"
+#include "mathkit/symbolic/subs_manager.h"
+
+#include <algorithm>
+#include <cmath>
+#include <numbers>
+
+namespace symbolic {
+
+namespace {
+
+constexpr double two_pi = 2 * std::numbers::pi;
+
+/// phi - 2 pi floor(phi / (2 pi)), and 0 where rounding takes that out of [0, 2 pi). Angles of the
+/// three turns that occur take no division and no branch: the turn is not predictable.
+inline double wrapped(double phi) {
+    if (std::fabs(phi - std::numbers::pi) < 3 * std::numbers::pi) {
+        const double down = phi >= two_pi ? two_pi : 0.0;
+        const double up = phi < 0 ? two_pi : 0.0;
+        phi = (phi - down) + up;
+    } else {
+        phi -= two_pi * std::floor(phi / two_pi);
+        if (phi < 0) return 0; // so far out that neighbouring numbers are turns apart
+    }
+    return phi >= two_pi ? 0.0 : phi;
+}
+
+} // namespace
+
+TSymbolicRadius::TSymbolicRadius(const char* text) : text(text) {
+    ex e0 = ex::num0p(), e1 = ex::num0p(), e2 = ex::num0p(), e3 = ex::num0p();
+    const var variable("t");
+    e0 = scanexpr(text);
+    subs_manager manager;
+    manager.set_math_constants();
+    manager.set_experimental_functions();
+    e0 = e0.eval(manager.first, manager.second, -1);
+
+    e1 = simplify_0_1(e0.diff(variable));
+    e2 = simplify_0_1(e1.diff(variable));
+    for (ex* e : {&e0, &e1, &e2})
+        *e = simplify_constants(*e);
+    e3 = sub(add(mul(e0, e0), mul(mul(ex(2), e1), e1)), mul(e0, e2));
+
+    const ex p(&t, true);
+    for (ex* e : {&e0, &e1, &e2, &e3})
+        *e = e->subs(lst(variable), lst(p), 0);
+    e0.compile(listR);
+    e1.compile(listdR);
+    e2.compile(listddR);
+    e3.compile(listN);
+
+    postfix_compiler both;
+    both.take_sine_and_cosine();
+    both.result(e0);
+    both.result(e1);
+    listRdR = both.finish();
+
+    int entries = 0;
+    for (const postfix_list* list : {&listR, &listdR, &listddR, &listN, &listRdR}) {
+        entries = std::max(entries, list->stacksize());
+    }
+    stack.resize(static_cast<std::size_t>(entries));
+    diffstack.resize(static_cast<std::size_t>(entries));
+}
+
+double TSymbolicRadius::R(double phi) const {
+    t = wrapped(phi);
+    return listR.eval_double(stack.data());
+}
+
+double TSymbolicRadius::dR(double phi) const {
+    t = wrapped(phi);
+    return listdR.eval_double(stack.data());
+}
+
+double TSymbolicRadius::ddR(double phi) const {
+    t = wrapped(phi);
+    return listddR.eval_double(stack.data());
+}
+
+double TSymbolicRadius::curvatureNumerator(double phi) const {
+    t = wrapped(phi);
+    return listN.eval_double(stack.data());
+}
+
+kit::string TSymbolicRadius::instanceText() const {
+    return kit::string().sprintf("R(t)=%s", text.c_str());
+}
+
+void TSymbolicRadius::value_and_slope(double phi, double sin_phi, double cos_phi, double& r,
+                                      double& dr) const {
+    t = wrapped(phi);
+    listRdR.eval_pair(stack.data(), sin_phi, cos_phi, r, dr);
+}
+
+void TSymbolicRadius::getRdR(double phi, double& r, double& dr) const {
+    t = wrapped(phi);
+    const diffarithm result = listR.eval_diffarithm(diffstack.data());
+    r = result.value;
+    dr = result.derivative;
+}
+
+} // namespace symbolic

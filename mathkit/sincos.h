@@ -1,0 +1,102 @@
+// SPDX-License-Identifier: MIT
+// Sine and cosine that inline into a loop.
+#pragma once
+
+#include <bit>
+#include <cmath>
+#include <cstdint>
+
+namespace kit {
+
+// Notes: the library's functions are calls, and in a loop of small steps the call, its saved
+// registers and its branches cost as much as the polynomial. The reduction by pi/2 in two parts is
+// exact for the quotients that occur up to sincos_limit; beyond it, and for NaN and infinity, the
+// library answers. Errors stay near one unit in the last place of 1.
+
+/// Arguments up to this size are reduced here.
+inline constexpr double sincos_limit = 1e5;
+
+namespace sincos_detail {
+
+/// Adding it moves the whole part of a number below 2^51 into the low bits of the sum.
+inline constexpr double to_integer = 0x1.8p52;
+inline constexpr double two_over_pi = 0x1.45f306dc9c883p-1;
+inline constexpr double half_pi_high =
+    0x1.921fb544p+0; ///< 33 bits: products with 20 bits are exact
+inline constexpr double half_pi_low = 0x1.0b4611a626331p-34;
+
+/// The remainder of x by pi/2, within pi/4 of 0, and the quadrant in the two low bits.
+inline double reduce(double x, std::uint64_t& quadrant) {
+    const double shifted = x * two_over_pi + to_integer;
+    quadrant = std::bit_cast<std::uint64_t>(shifted);
+    const double quotient = shifted - to_integer;
+    return (x - quotient * half_pi_high) - quotient * half_pi_low;
+}
+
+/// Minimax polynomials of the classical freely distributable mathematical library, grouped for
+/// short chains of dependent operations; |r| <= pi/4.
+inline double sine_kernel(double r) {
+    const double z = r * r;
+    const double w = z * z;
+    const double low = -1.66666666666666324348e-01 + z * 8.33333333332248946124e-03;
+    const double middle = -1.98412698298579493134e-04 + z * 2.75573137070700676789e-06;
+    const double high = -2.50507602534068634195e-08 + z * 1.58969099521155010221e-10;
+    return r + (r * z) * (low + w * (middle + w * high));
+}
+inline double cosine_kernel(double r) {
+    const double z = r * r;
+    const double w = z * z;
+    const double low = 4.16666666666666019037e-02 + z * -1.38888888888741095749e-03;
+    const double middle = 2.48015872894767294178e-05 + z * -2.75573143513906633035e-07;
+    const double high = 2.08757232129817482790e-09 + z * -1.13596475577881948265e-11;
+    const double half = 0.5 * z;
+    const double rest = 1.0 - half;
+    return rest + (((1.0 - rest) - half) + w * (low + w * (middle + w * high)));
+}
+
+/// Takes b in place of a where the lowest bit of `which` is set, without a branch: quadrants are
+/// not predictable. Then turns the sign where `turn` has bit 1 set.
+inline double select(double a, double b, std::uint64_t which, std::uint64_t turn) {
+    const auto first = std::bit_cast<std::uint64_t>(a);
+    const auto second = std::bit_cast<std::uint64_t>(b);
+    const std::uint64_t mask = 0 - (which & 1);
+    return std::bit_cast<double>((first ^ ((first ^ second) & mask)) ^ ((turn & 2) << 62));
+}
+
+} // namespace sincos_detail
+
+/// The sine and the cosine of x, in radians.
+inline void sincos(double x, double& sine, double& cosine) {
+    using namespace sincos_detail;
+    if (!(std::fabs(x) <= sincos_limit)) {
+        sine = std::sin(x);
+        cosine = std::cos(x);
+        return;
+    }
+    std::uint64_t quadrant;
+    const double r = reduce(x, quadrant);
+    const double s = sine_kernel(r);
+    const double c = cosine_kernel(r);
+    sine = select(s, c, quadrant, quadrant);
+    cosine = select(c, s, quadrant, quadrant + 1);
+}
+
+/// The sine of x, in radians.
+inline double sin(double x) {
+    using namespace sincos_detail;
+    if (!(std::fabs(x) <= sincos_limit)) return std::sin(x);
+    std::uint64_t quadrant;
+    const double r = reduce(x, quadrant);
+    return select(sine_kernel(r), cosine_kernel(r), quadrant, quadrant);
+}
+
+/// The cosine of x, in radians.
+inline double cos(double x) {
+    using namespace sincos_detail;
+    if (!(std::fabs(x) <= sincos_limit)) return std::cos(x);
+    std::uint64_t quadrant;
+    const double r = reduce(x, quadrant);
+    return select(cosine_kernel(r), sine_kernel(r), quadrant, quadrant + 1);
+}
+
+} // namespace kit

@@ -1,0 +1,20 @@
+// SPDX-License-Identifier: MIT
+// What a formula's error texts have in common.
+#pragma once
+
+#include "mathkit/TError.h"
+
+#include <string>
+#include <string_view>
+
+namespace symbolic {
+
+/// A piece of a user's text that is safe to show: long text is shortened, and bytes that are not
+/// printable ASCII appear as \xNN.
+std::string shown(std::string_view text);
+
+/// The error for a name that means nothing, with a hint where a known one is probably meant:
+/// "unknown name 'sn' at column 3".
+TError unknown_name(const std::string& name, int column);
+
+} // namespace symbolic

@@ -1,0 +1,74 @@
+// SPDX-License-Identifier: MIT
+// From values to steps: what is computed when, and where it is kept.
+#pragma once
+
+#include "mathkit/symbolic/postfix_compiler.h"
+
+#include <set>
+#include <vector>
+
+namespace symbolic {
+
+/// Orders the values of one compiler into the steps of a list.
+///
+/// Notes: the newest value stays in the machine's register. A value that is used again is also
+/// stored, and its entry of the stack is free again after its last use. Sine and cosine of one
+/// argument are computed in one step. Sines and cosines of whole multiples of a cell, as they make
+/// up most formulas of closed curves, are built from one angle by the addition theorems where that
+/// takes fewer operations.
+class postfix_scheduler {
+public:
+    explicit postfix_scheduler(const postfix_compiler& source);
+
+    postfix_list list();
+
+private:
+    using kind = postfix_compiler::kind;
+    using value = postfix_compiler::value;
+
+    /// Sine or cosine of k times a cell.
+    struct turn {
+        int cell = -1;
+        double factor = 0;
+    };
+
+    void count_uses();
+    void choose_angles();
+    void give_partners();
+    turn turn_of(int v) const;
+    bool is_sine_or_cosine(int v) const;
+    static void add_multiples(int n, std::set<int>& multiples);
+
+    void emit(int v);
+    void emit_new(int v);
+    void emit_binary(const value& v);
+    void emit_operands(int a, int b, opcode direct, opcode swapped);
+    void emit_call(int v);
+    void emit_trigonometry(int v);
+    void make_angle_of(int v);
+    void make_angle(int n);
+    void put_with_number(kind operation, double k);
+    void put_from_number(kind operation, double k);
+    void put_with_slot(opcode operation, int slot);
+
+    bool stored(int v) const { return slots[v] >= 0; }
+    bool is_angle(int v) const { return angle_of[v] != 0; }
+    void keep(int v);
+    void use(int v);
+    int new_slot();
+    int new_pair();
+    step& put(opcode operation, int a = 0, int b = 0, double k = 0);
+
+    const postfix_compiler& source;
+    const std::vector<value>& values;
+    postfix_list made;
+    std::vector<int> uses;     ///< steps still to come that read the value
+    std::vector<int> slots;    ///< where the value is stored, -1 for nowhere
+    std::vector<int> partner;  ///< for a sine the cosine of the same argument, and reverse; or -1
+    std::vector<int> angle_of; ///< n where the value is sine or cosine of n times the angle, or 0
+    std::vector<int> free_slots;
+    std::vector<int> pair_of; ///< where sine and cosine of n times the angle are stored, or -1
+    int angle_cell = -1;      ///< the value of the cell that the angle is
+};
+
+} // namespace symbolic
