@@ -11,7 +11,7 @@
 namespace {
 
 constexpr double capital_units = 100;
-constexpr double weight = 0.085;   // thickness of a stroke against the height of a capital
+constexpr double weight = 0.094;   // thickness of a stroke against the height of a capital
 constexpr double squareness = 2.2; // exponent of the curves: 2 is an ellipse, more is squarer
 
 constexpr double degree = std::numbers::pi / 180;
