@@ -2,6 +2,8 @@
 // The dialog "Select Font": the one font of all plots, with its size and colour.
 #pragma once
 
+#include "libfoxaux/font/font_choice.h"
+
 #include <fx.h>
 
 /// Lets the user choose kind, size and colour of the plot font. On "&Accept" the global `hfont` is
@@ -29,22 +31,17 @@ public:
 
 /// A data target for a font of the toolkit: id 0 is a button that chooses one, id 1 a field that
 /// shows it.
-class specDataTarget1 : public FXObject {
+class specDataTarget1 : public font_choice {
     FXDECLARE(specDataTarget1)
 
 public:
-    FXFontDesc desc{}; ///< the font as a description
-    FXString name;     ///< the same as the toolkit's font text
-
     specDataTarget1() = default;
-    /// Describes `font`, which must have been created, by what the screen really shows.
-    explicit specDataTarget1(FXFont* font);
+    /// Describes `font`, which must have been created, by what the screen really shows of it.
+    explicit specDataTarget1(FXFont* font) { take_font(font); }
     ~specDataTarget1() override = default;
 
-    /// Takes a description, brought into the toolkit's own form.
-    void set_desc(const FXFontDesc& d);
-    /// Takes a font text as FXFont::setFont reads it.
-    void set_name(const char* text);
+    void set_desc(const FXFontDesc& d) { take_desc(d); }
+    void set_name(const char* text) { take_text(text); }
 
     long onCmdChange(FXObject*, FXSelector, void*);
     long onUpdName(FXObject*, FXSelector, void*);

@@ -4,6 +4,7 @@
 
 #include "mathkit/kit_string.h"
 
+#include <functional>
 #include <fx.h>
 
 /// Asks for the name of an existing file.
@@ -16,18 +17,14 @@ void open_file_dialog(FXWindow* owner, const FXString& title, kit::string& file,
                       const kit::string& patterns, const kit::string& key_file, int key_line,
                       void* key_context);
 
+/// Tells under which name a chosen file will really be written.
+using written_name = std::function<kit::string(const kit::string& chosen)>;
+
 /// Asks for the name of a file to write, and asks again before one that exists is overwritten.
 ///
-/// A cancelled question empties `file`, as does closing it; "No" opens the dialog again on the
-/// chosen name. Otherwise as open_file_dialog.
+/// "No" opens the dialog again on the chosen name; "Cancel", or closing the question, empties
+/// `file`. With a `rule` the question is also asked about the name that it gives. `file` comes out
+/// as it was chosen. Otherwise as open_file_dialog.
 void save_file_dialog(FXWindow* owner, const FXString& title, kit::string& file,
                       const kit::string& patterns, const kit::string& key_file, int key_line,
-                      void* key_context);
-
-/// Asks whether the file of the path `file` may be overwritten; gives MBOX_CLICKED_YES, _NO or
-/// _CANCEL. Closing the box counts as cancelling.
-FXuint ask_overwrite(FXWindow* owner, const kit::string& file);
-
-/// Shows a box "Error" with an OK button and a text of the user's or of an exception below
-/// `first_line`, which ends in a line break.
-void show_error(FXWindow* owner, const char* first_line, const kit::string& text);
+                      void* key_context, const written_name& rule = {});

@@ -32,6 +32,10 @@ public:
         return _main;
     }
 
+    /// The window that owns the dialogs of the whole application: the main window, or, before there
+    /// is one, the root window. A click on the main window can't cover what it owns.
+    static FXWindow* dialog_owner();
+
     /// The fixed-pitch font of the text views, created on the display; stays owned here.
     ///
     /// Made at the first call: the registry's "fixedfont" of "SETTINGS", or else a "courier new"
@@ -41,8 +45,7 @@ public:
     /// Rings the bell of the display, if there is an open one.
     void beep();
 
-    /// Shows the About dialog and returns when it is closed. The window that is active now owns
-    /// it, so that a click can't bring that window over the dialog which holds its keys.
+    /// Shows the About dialog and returns when it is closed.
     void show_about();
 
     /// Opens one more Help window over the text that the zlib stream of `size` bytes at `data`

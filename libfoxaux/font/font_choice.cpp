@@ -1,0 +1,58 @@
+// SPDX-License-Identifier: MIT
+// A font of the toolkit as description and as text, and the dialog that chooses one.
+#include "libfoxaux/font/font_choice.h"
+
+#include <cstring>
+
+namespace {
+
+FXushort known_or(FXuint actual, FXushort wanted) {
+    return actual != 0 ? static_cast<FXushort>(actual) : wanted;
+}
+
+} // namespace
+
+FXWindow* window_of(FXObject* sender) {
+    auto* window = dynamic_cast<FXWindow*>(sender);
+    return window ? window->getShell() : FXApp::instance()->getRootWindow();
+}
+
+void font_choice::take_font(const FXFont* font) {
+    FXFontDesc actual;
+    font->getFontDesc(actual);
+    const FXString face = font->getActualName();
+    if (!face.empty()) { // empty only before the font was created
+        strncpy(actual.face, face.text(), sizeof(actual.face) - 1);
+        actual.face[sizeof(actual.face) - 1] = '\0';
+    }
+    actual.weight = known_or(font->getActualWeight(), actual.weight);
+    actual.slant = known_or(font->getActualSlant(), actual.slant);
+    take_desc(actual);
+}
+
+void font_choice::take_desc(const FXFontDesc& wanted) {
+    const FXFont font(FXApp::instance(), wanted);
+    font.getFontDesc(desc);
+    name = font.getFont();
+}
+
+void font_choice::take_text(const char* text) {
+    FXFont font(FXApp::instance(), desc);
+    font.setFont(FXString(text));
+    font.getFontDesc(desc);
+    name = font.getFont();
+}
+
+void font_choice::ask(FXObject* sender) {
+    FXFontDialog dialog(window_of(sender), "Change Font", DECOR_TITLE | DECOR_BORDER, 0, 0, 600,
+                        380);
+    dialog.setFontSelection(desc);
+    dialog.forceRefresh();
+    if (!dialog.execute(PLACEMENT_CURSOR)) return;
+    dialog.getFontSelection(desc);
+    take_desc(desc);
+}
+
+void font_choice::show_name(FXObject* sender) {
+    sender->handle(this, FXSEL(SEL_COMMAND, FXWindow::ID_SETSTRINGVALUE), &name);
+}

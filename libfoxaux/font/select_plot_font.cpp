@@ -1,0 +1,231 @@
+// SPDX-License-Identifier: MIT
+// The dialog "Select Font": three kinds of plot font, one page each.
+#include "libfoxaux/font/select_plot_font.h"
+
+#include "libfoxaux/font/fox_font.h"
+#include "libfoxaux/font/fox_hfont.h"
+#include "libfoxaux/font/fox_ttf_font.h"
+#include "libfoxaux/fox-utils/color_manager.h"
+#include "libfoxaux/fox-utils/dialog_shape.h"
+#include "libfoxaux/fox-utils/file_dialogs.h"
+#include "libfoxaux/fox-utils/fxmain_base.h"
+#include "libfoxaux/fox-utils/history_manager.h"
+#include "libfoxaux/fox-utils/label_text.h"
+#include "mathkit/TError.h"
+
+namespace {
+
+constexpr const char* source = "libfoxaux/font/select_plot_font";
+
+// Each names a history, apart from the others.
+enum history_line {
+    tab_line = 1,
+    stroke_size_line,
+    font_line,
+    file_line,
+    ttf_size_line,
+    antialias_line,
+    browse_line
+};
+
+} // namespace
+
+namespace detail_hfont {
+
+// clang-format off
+FXDEFMAP(specDataTarget) specDataTarget_map[] = {
+    FXMAPFUNC(SEL_COMMAND, 0, specDataTarget::onCmdValue),
+    FXMAPFUNC(SEL_CHANGED, 0, specDataTarget::onCmdValue),
+    FXMAPFUNC(SEL_UPDATE,  0, specDataTarget::onUpdValue),
+    FXMAPFUNC(SEL_COMMAND, 1, specDataTarget::onCmdBrowse),
+};
+FXIMPLEMENT(specDataTarget, FXObject, specDataTarget_map, ARRAYNUMBER(specDataTarget_map))
+
+FXDEFMAP(specDataTarget1) specDataTarget1_map[] = {
+    FXMAPFUNC(SEL_COMMAND, 0, specDataTarget1::onCmdChange),
+    FXMAPFUNC(SEL_UPDATE,  1, specDataTarget1::onUpdName),
+};
+FXIMPLEMENT(specDataTarget1, FXObject, specDataTarget1_map, ARRAYNUMBER(specDataTarget1_map))
+// clang-format on
+
+long specDataTarget::onCmdValue(FXObject* sender, FXSelector, void*) {
+    sender->handle(this, FXSEL(SEL_COMMAND, FXWindow::ID_GETSTRINGVALUE), value);
+    return 1;
+}
+
+long specDataTarget::onUpdValue(FXObject* sender, FXSelector, void*) {
+    sender->handle(this, FXSEL(SEL_COMMAND, FXWindow::ID_SETSTRINGVALUE), value);
+    return 1;
+}
+
+long specDataTarget::onCmdBrowse(FXObject* sender, FXSelector, void*) {
+    kit::string file;
+    open_file_dialog(window_of(sender), "Select Font", file, "All Files (*)", source, browse_line,
+                     nullptr);
+    if (!file.is_empty()) *value = file.c_str();
+    return 1;
+}
+
+long specDataTarget1::onCmdChange(FXObject* sender, FXSelector, void*) {
+    ask(sender);
+    return 1;
+}
+
+long specDataTarget1::onUpdName(FXObject* sender, FXSelector, void*) {
+    show_name(sender);
+    return 1;
+}
+
+} // namespace detail_hfont
+
+using detail_hfont::specDataTarget;
+using detail_hfont::specDataTarget1;
+
+namespace {
+
+/// The integer remembered at `line`; at first it is `initial`.
+int remembered_int(int line, int initial) {
+    history_object remembered(source, line, nullptr);
+    if (remembered.is_new) remembered.set_int(initial);
+    return remembered.get_int();
+}
+
+/// Everything the dialog lets the user choose, and the widgets that hold it while it is open.
+class font_dialog {
+public:
+    font_dialog();
+    font_dialog(const font_dialog&) = delete;
+    font_dialog& operator=(const font_dialog&) = delete;
+
+    bool run();
+    void store();
+    /// Makes the chosen font the plot font; gives its size. Throws TError and changes nothing.
+    int apply();
+    FXColor color() const { return color_well->getRGBA(); }
+
+private:
+    void add_stroke_page();
+    void add_toolkit_page();
+    void add_file_page();
+    FXComboBoxPopup* add_size(FXComposite* page, int& size, int line);
+
+    int stroke_size = 10;
+    specDataTarget1 font{FXApp::instance()->getNormalFont()};
+    FXString file;
+    specDataTarget file_target{&file};
+    int ttf_size = 20;
+    int antialias = remembered_int(antialias_line, 1);
+
+    dialog_shape dialog{main_base::dialog_owner(), "Select Font", nullptr};
+    FXTabBook* book;
+    FXComboBoxPopup* stroke_size_field = nullptr;
+    FXComboBoxPopup* file_field = nullptr;
+    FXComboBoxPopup* ttf_size_field = nullptr;
+    FXColorWell* color_well;
+};
+
+font_dialog::font_dialog()
+    : book(new FXTabBook(dialog.frame, nullptr, 0, LAYOUT_FILL_X | LAYOUT_FILL_Y)) {
+    const history_object accepted(source, font_line, nullptr);
+    if (accepted.is_new)
+        *accepted._S = font.name.text();
+    else
+        font.set_name(accepted._S->c_str());
+
+    add_stroke_page();
+    add_toolkit_page();
+    add_file_page();
+    color_well = dialog_shape::add_well(dialog.add_matrix(2), "Font Color", FXRGBA(0, 0, 0, 255));
+    dialog.add_buttons();
+    book->setCurrent(remembered_int(tab_line, 0), false);
+}
+
+FXComboBoxPopup* font_dialog::add_size(FXComposite* page, int& size, int line) {
+    return dialog.add_row(dialog.add_matrix(2, page), {source, nullptr},
+                          {"Font Size", &size, line, true});
+}
+
+void font_dialog::add_stroke_page() {
+    stroke_size_field =
+        add_size(dialog_shape::add_page(book, "Stroke Font"), stroke_size, stroke_size_line);
+}
+
+void font_dialog::add_toolkit_page() {
+    auto* row = new FXHorizontalFrame(dialog_shape::add_page(book, "Fox Font"), LAYOUT_FILL_X);
+    new FXTextField(row, 30, &font, 1, TEXTFIELD_NORMAL | TEXTFIELD_READONLY);
+    new FXButton(row, "...", nullptr, &font, 0);
+}
+
+void font_dialog::add_file_page() {
+    FXVerticalFrame* page = dialog_shape::add_page(book, "TTF Font");
+    auto* row = new FXHorizontalFrame(page, LAYOUT_FILL_X);
+    new FXLabel(row, "Font File(ttf,pfb,...)");
+    file_field = new FXComboBoxPopup(row, 60, &file_target, 0);
+    file_field->load_history(source, file_line, nullptr, true);
+    new FXButton(row, "...", nullptr, &file_target, 1);
+
+    ttf_size_field = add_size(page, ttf_size, ttf_size_line);
+
+    auto* group = new FXGroupBox(page, "Anti Aliasing", GROUPBOX_NORMAL | FRAME_GROOVE);
+    FXDataTarget* target = dialog.target(antialias);
+    new FXRadioButton(group, "Off", target, FXDataTarget::ID_OPTION + 0);
+    new FXRadioButton(group, "On", target, FXDataTarget::ID_OPTION + 1);
+}
+
+bool font_dialog::run() {
+    return dialog.run(PLACEMENT_CURSOR);
+}
+
+void font_dialog::store() {
+    history_object(source, tab_line, nullptr).set_int(book->getCurrent());
+    *history_object(source, font_line, nullptr)._S = font.name.text();
+    stroke_size_field->save_history();
+    history_object(source, antialias_line, nullptr).set_int(antialias);
+    file_field->save_history();
+    ttf_size_field->save_history();
+}
+
+/// Puts `font` in the place of the plot font.
+void replace_hfont(base_font* font) {
+    delete hfont;
+    hfont = font;
+}
+
+int font_dialog::apply() {
+    switch (book->getCurrent()) {
+    case 0: {
+        auto* stroke = new fox_stroke_font;
+        stroke->load_default();
+        replace_hfont(stroke);
+        return stroke_size;
+    }
+    case 1: {
+        auto* toolkit = new fox_font;
+        replace_hfont(toolkit);
+        toolkit->setFont(font.desc);
+        return font.desc.size / 10;
+    }
+    default: {
+        auto* loaded = new fox_ttf_font(file.text());
+        replace_hfont(loaded);
+        loaded->antialias = antialias != 0;
+        return ttf_size;
+    }
+    }
+}
+
+} // namespace
+
+void select_plot_font() {
+    font_dialog dialog;
+    if (!dialog.run()) return;
+    // Stored whatever happens next, so that a path that fails can be corrected.
+    dialog.store();
+    try {
+        const int size = dialog.apply();
+        color_manager::set_all_axes(size, dialog.color());
+    } catch (const TError& error) {
+        show_error(main_base::dialog_owner(),
+                   kit::string::format("Could not load font:\n%s", error.text().c_str()));
+    }
+}

@@ -1,0 +1,140 @@
+// SPDX-License-Identifier: MIT
+// Saves a canvas's picture to a file, and forces the canvas to an exact size.
+#include "libfoxaux/fox-utils/FBufferedWindow.h"
+
+#include "libfoxaux/fox-utils/dialog_shape.h"
+#include "libfoxaux/fox-utils/file_dialogs.h"
+#include "libfoxaux/fox-utils/label_text.h"
+#include "mathkit/TError.h"
+#include "mathkit/save_rgba_as_pdf.h"
+
+#include <FXJPGImage.h>
+#include <FXPNGImage.h>
+#include <fstream>
+#include <new>
+
+namespace {
+
+constexpr const char* source = "libfoxaux/fox-utils/FBufferedWindow";
+constexpr const char* picture_patterns = "png format (*.png)\n"
+                                         "bmp format (*.bmp)\n"
+                                         "jpeg format (*.jpeg)\n"
+                                         "pdf format (*.pdf)\n"
+                                         "All Files (*)";
+constexpr int jpeg_quality = 75;
+constexpr int largest_side = 16384; ///< the display can't give larger pictures back
+
+/// Writes pixels of 32 bits, row by row, to an open stream.
+using stream_writer = bool (*)(FXStream&, const FXColor*, FXint, FXint);
+
+bool write_jpeg(FXStream& out, const FXColor* pixels, FXint w, FXint h) {
+    return fxsaveJPG(out, pixels, w, h, jpeg_quality);
+}
+
+struct picture_format {
+    const char* pattern;
+    stream_writer write;  ///< null: PDF, which opens the file itself
+    const char* appended; ///< printf format of the name to write
+};
+
+// The first pattern that fits decides. The last two take the names without a known ending.
+constexpr picture_format picture_formats[] = {
+    {"*.png", fxsavePNG, "%s"},  {"*.bmp", fxsaveBMP, "%s"}, {"*.jpeg", write_jpeg, "%s"},
+    {"*.jpg", write_jpeg, "%s"}, {"*.pdf", nullptr, "%s"},   {"*.", fxsavePNG, "%spng"},
+    {"*", fxsavePNG, "%s.png"},
+};
+
+const picture_format& format_of(const char* path) {
+    constexpr FXuint flags = FILEMATCH_FILE_NAME | FILEMATCH_NOESCAPE | FILEMATCH_CASEFOLD;
+    const FXString name = FXPath::name(path);
+    for (const picture_format& format : picture_formats)
+        if (FXPath::match(format.pattern, name, flags)) return format;
+    throw TError(kit::string::format("unrecognized file format \"%s\"", path));
+}
+
+/// The name under which a picture is written that is saved to `path`.
+kit::string picture_name(const kit::string& path) {
+    const picture_format& format = format_of(path);
+    return kit::string::format(format.appended, path.c_str());
+}
+
+/// Client-side pixels of an image for as long as this lives, unless it had some before.
+class client_pixels {
+public:
+    explicit client_pixels(FXImage* image) : image(image), fetched(!image->getData()) {}
+    client_pixels(const client_pixels&) = delete;
+    client_pixels& operator=(const client_pixels&) = delete;
+    ~client_pixels() {
+        if (fetched) image->release();
+    }
+
+private:
+    FXImage* image;
+    bool fetched;
+};
+
+[[noreturn]] void throw_open_error(const char* path, int line) {
+    TError error(kit::string::format("error open \"%s\"", path));
+    throw error.setPosition("void FBufferedWindow::save(const char*)", source, line);
+}
+
+/// Whether `path` can be opened for writing; what it holds stays.
+bool is_writable(const char* path) {
+    return static_cast<bool>(std::ofstream(path, std::ios_base::app));
+}
+
+} // namespace
+
+void FBufferedWindow::save_dialog(const char* title) {
+    kit::string name;
+    save_file_dialog(this, title, name, picture_patterns, source, 260, nullptr, picture_name);
+    if (name.is_empty()) return;
+    try {
+        save(name);
+    } catch (const TError& error) {
+        show_error(this, kit::string::format("Picture not saved.\n%s", error.text().c_str()));
+    }
+}
+
+void FBufferedWindow::save(const char* path) {
+    const picture_format& format = format_of(path);
+    const kit::string name = picture_name(path);
+    try {
+        // The pixels come first: if there is no room for them, an old file of the name stays.
+        const client_pixels pixels(image);
+        image->restore();
+        if (!format.write) {
+            if (!is_writable(path)) throw_open_error(path, __LINE__); // the writer is silent
+            save_rgba_as_pdf(path, image->getWidth(), image->getHeight(), image->getData());
+            return;
+        }
+        FXFileStream out;
+        if (!out.open(name.c_str(), FXStreamSave, 8192)) throw_open_error(path, __LINE__);
+        format.write(out, image->getData(), image->getWidth(), image->getHeight());
+        out.close();
+    } catch (const FXException& failure) {
+        throw TError(
+            kit::string::format("error read picture for \"%s\": %s", path, failure.what()));
+    } catch (const std::bad_alloc&) {
+        throw TError(kit::string::format("out of memory for \"%s\"", path));
+    }
+}
+
+void FBufferedWindow::resize_hack_dialog() {
+    int width = getWidth(), height = getHeight();
+    dialog_shape dialog(this, "Resize Hack", nullptr);
+    const auto fields =
+        dialog.add_rows(dialog.add_matrix(2), {source, nullptr},
+                        {{"Width", &width, 365, true}, {"Height", &height, 374, true}});
+    dialog.add_buttons();
+    if (!dialog.run()) {
+        if (getParent()) getParent()->layout();
+        return;
+    }
+    dialog_shape::save_histories(fields);
+    const auto fits = [](int side) { return 1 <= side && side <= largest_side; };
+    if (fits(width) && fits(height))
+        resize(width, height);
+    else
+        show_error(this, "Parameters Wrong");
+}
