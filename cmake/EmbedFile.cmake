@@ -3,7 +3,8 @@
 # Included, it gives the function below; run as a script (cmake -P), it does the work of one call.
 
 # Adds to `target` a source that defines the array `name` with the bytes of `file`, and, where
-# `size_name` is given, that constant with their number. `header` declares both.
+# `size_name` is given, that constant with their number. `header` declares both. To be called in
+# the folder that made the target.
 # billiard_embed(target file header name [size_name])
 function(billiard_embed target file header name)
   get_filename_component(input ${file} ABSOLUTE)
@@ -24,7 +25,8 @@ if(CMAKE_SCRIPT_MODE_FILE AND INPUT)
   string(LENGTH "${bytes}" digits)
   math(EXPR size "${digits} / 2")
   string(REGEX REPLACE "(..)" "'\\\\x\\1'," elements "${bytes}")
-  string(REGEX REPLACE "(................................................................................................................)" "\\1\n" elements "${elements}")
+  string(REGEX REPLACE "(('[^']*',)('[^']*',)('[^']*',)('[^']*',)('[^']*',)('[^']*',)('[^']*',)('[^']*',))"
+                       "\\1\n" elements "${elements}")
   set(source "// Made by the build; do not edit.\n#include \"${HEADER}\"\n\n")
   string(APPEND source "const char ${NAME}[] = {\n${elements}};\n")
   if(SIZE_NAME)
