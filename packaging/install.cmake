@@ -24,7 +24,8 @@ endfunction()
 file(MAKE_DIRECTORY ${PROJECT_BINARY_DIR}/packaging)
 install_gzipped(packaging/billiard.1 billiard.1 ${CMAKE_INSTALL_MANDIR}/man1)
 install_gzipped(packaging/debian/changelog changelog ${CMAKE_INSTALL_DOCDIR})
-install(FILES packaging/debian/copyright DESTINATION ${CMAKE_INSTALL_DOCDIR})
+install(FILES packaging/debian/copyright README.licences.txt
+        DESTINATION ${CMAKE_INSTALL_DOCDIR})
 
 set(CPACK_GENERATOR DEB)
 set(CPACK_PACKAGE_NAME billiard)
