@@ -4,7 +4,9 @@
 
 #include "mathkit/base_font.h"
 
+#include <cstdint>
 #include <memory>
+#include <vector>
 
 /// A scalable font file (TrueType, OpenType, Type 1, ...), rendered glyph by glyph.
 ///
@@ -34,6 +36,10 @@ protected:
 private:
     struct face;
     struct placed_glyph;
+
+    std::int32_t load_flags() const;
+    std::vector<placed_glyph> lay_out(const wchar_t* text, int length, int& width) const;
+    void draw_glyph(unsigned index, int x, int y);
 
     std::unique_ptr<face> opened;
 };

@@ -38,14 +38,12 @@ class inner_dc {
     struct restorer {
         FXDCWindow* outer;
         FXRectangle clip;
-        FXFont* font;
         ~restorer() {
             outer->setForeground(outer->getForeground());
             outer->setBackground(outer->getBackground());
             outer->setFunction(outer->getFunction());
             outer->setLineWidth(outer->getLineWidth());
             outer->setClipRectangle(clip);
-            if (font) outer->setFont(font);
         }
     };
 
@@ -55,7 +53,7 @@ public:
     FXDCWindow dc;
 
     inner_dc(FXDrawable* target, FXDCWindow* outer)
-        : state{outer, outer->getClipRectangle(), outer->getFont()},
+        : state{outer, outer->getClipRectangle()},
           dc(target) {
         dc.setFunction(BLT_SRC);
         dc.setClipRectangle(0, 0, target->getWidth(), target->getHeight());

@@ -1,0 +1,192 @@
+// SPDX-License-Identifier: MIT
+// The toolkit's fonts as a plot font: the cache, and the two images that turn text.
+#include "libfoxaux/font/fox_font.h"
+
+#include "libfoxaux/fox-utils/fox_compat.h"
+#include "mathkit/TError.h"
+#include "mathkit/stderr_failed.h"
+
+#include <cmath>
+#include <cwchar>
+#include <memory>
+#include <numbers>
+
+namespace {
+
+constexpr int cached_fonts = 20; // what is held on the server
+constexpr double pi = std::numbers::pi;
+constexpr double angle_tolerance = 0.0001;
+
+// Beyond this the server refuses images; no label that can be read comes near it.
+constexpr int largest_image_side = 16384;
+
+const char* const source = "libfoxaux/font/fox_font";
+
+FXushort usable_deci_points(double points) {
+    return static_cast<FXushort>(std::lround(base_font::usable_size(points) * 10));
+}
+
+kit::string key_of(const FXFontDesc& d) {
+    kit::string key;
+    key.sprintf("%s %d %d %d %d %d %d", d.face, d.size, d.weight, d.slant, d.setwidth, d.encoding,
+                d.flags);
+    return key;
+}
+
+} // namespace
+
+int fox_font::fonts_made = 0;
+
+fox_font::fox_font() {
+    FXApp::instance()->getNormalFont()->getFontDesc(desc);
+    setFont(desc);
+}
+
+fox_font::~fox_font() {
+    for (const auto& entry : font_map)
+        delete entry.second;
+}
+
+void fox_font::setFont(FXFont* font) {
+    font->getFontDesc(desc);
+    setFont(desc);
+}
+
+void fox_font::setFont(FXFontDesc& d) {
+    if (&d != &desc) desc = d;
+    desc.face[sizeof desc.face - 1] = '\0';
+    desc.size = usable_deci_points(desc.size / 10.0);
+
+    const kit::string key = key_of(desc);
+    const auto found = font_map.find(key);
+    if (found != font_map.end()) {
+        current = found->second;
+    } else if (FXFont* made = make_font()) {
+        current = made;
+        font_map[key] = made;
+        allocated.push_back(key);
+        allocated_count++;
+        while (allocated_count > cached_fonts)
+            evict_oldest();
+    }
+    size = current->getActualSize() / 10.0;
+}
+
+// A font for `desc`; null if the display has none and the present one must do.
+FXFont* fox_font::make_font() {
+    auto font = std::make_unique<FXFont>(FXApp::instance(), desc);
+    try {
+        font->create();
+    } catch (const FXException& e) {
+        if (!current) throw TError(e.what());
+        return nullptr;
+    }
+    fonts_made++;
+    return font.release();
+}
+
+void fox_font::evict_oldest() {
+    const char* const function = "void fox_font::setFont(FX::FXFontDesc&)";
+    const auto i1 = allocated.begin();
+    if (!(i1 != allocated.end())) {
+        stderr_assert_failed("i1!=allocated.end()", source, __LINE__, function);
+    }
+    const auto zw = font_map.find(*i1);
+    if (!(zw != font_map.end())) {
+        stderr_assert_failed("zw!=font_map.end()", source, __LINE__, function);
+    }
+    allocated.erase(i1);
+    delete zw->second;
+    font_map.erase(zw);
+    allocated_count--;
+}
+
+void fox_font::setsize(double points) {
+    size = points;
+    desc.size = usable_deci_points(points);
+    setFont(desc);
+}
+
+void fox_font::setrot(double radians) {
+    if (!std::isfinite(radians)) radians = 0;
+    const double k = std::floor(radians / (2 * pi) + 0.5);
+    rot = radians - 2 * k * pi;
+    if (std::fabs(rot - pi / 2) < angle_tolerance) {
+        rot = pi / 2;
+    } else if (std::fabs(rot) < angle_tolerance) {
+        rot = 0;
+    }
+}
+
+void fox_font::setsizerot(double points, double radians) {
+    setsize(points);
+    setrot(radians);
+}
+
+void fox_font::drawText(int x, int y, const wchar_t* text, int length) {
+    const FXString utf8 = fox_compat::utf8(text, length);
+    if (utf8.empty()) return;
+    const int width = current->getTextWidth(utf8);
+    if (std::fabs(rot) < angle_tolerance) {
+        move_to_base_line(x, y, width);
+        if (!fox_compat::is_drawable_coordinate(x) || !fox_compat::is_drawable_coordinate(y))
+            return;
+        auto* target = static_cast<FXDCWindow*>(dc);
+        target->setFont(current);
+        target->drawText(x, y, utf8);
+    } else if (std::fabs(rot - pi / 2) < angle_tolerance) {
+        move_to_base_line(x, y, width);
+        draw_turned(x, y, utf8, width);
+    } else {
+        stderr_fatal_error(nullptr, source, __LINE__,
+                           "virtual void fox_font::drawText(int, int, const wchar_t*, int)");
+    }
+}
+
+// The picture under the text is turned over by a quarter into `lying`, the text drawn on it there,
+// and all of it turned back into `standing`: pixel (i, j) of the one is (j, lying_w - 1 - i) of the
+// other. So the text stands on its own background.
+void fox_font::draw_turned(int x, int y, const FXString& text, int width) {
+    const int height = current->getFontHeight();
+    const int lying_w = width + 10;
+    const int lying_h = 2 * height + 5;
+    if (lying_w > largest_image_side || lying_h > largest_image_side) return;
+    const int x0 = x - height - 5;
+    const int y0 = y - width - 5;
+    if (!fox_compat::is_drawable_coordinate(x0) || !fox_compat::is_drawable_coordinate(y0)) return;
+
+    auto* target = static_cast<FXDCWindow*>(dc);
+    FXApp* app = FXApp::instance();
+    FXImage lying(app, nullptr, IMAGE_KEEP | IMAGE_OWNED, lying_w, lying_h);
+    FXImage standing(app, nullptr, IMAGE_KEEP, lying_h, lying_w);
+    try {
+        standing.create();
+        {
+            fox_compat::inner_dc inner(&standing, target);
+            inner.dc.drawArea(fox_compat::drawable_of(target), x0, y0, lying_h, lying_w, 0, 0);
+        }
+        standing.restore();
+        for (int i = 0; i < lying_w; i++) {
+            for (int j = 0; j < lying_h; j++) {
+                lying.setPixel(i, j, standing.getPixel(j, lying_w - 1 - i));
+            }
+        }
+        lying.create();
+        {
+            fox_compat::inner_dc inner(&lying, target);
+            inner.dc.setForeground(target->getForeground());
+            inner.dc.setFont(current);
+            inner.dc.drawText(5, height + 5, text);
+        }
+        lying.restore();
+        for (int i = 0; i < lying_w; i++) {
+            for (int j = 0; j < lying_h; j++) {
+                standing.setPixel(j, lying_w - 1 - i, lying.getPixel(i, j));
+            }
+        }
+        standing.render();
+        target->drawImage(&standing, x0, y0);
+    } catch (const FXException&) {
+        // The server has no room for the images: this text is left out, the plot goes on.
+    }
+}
