@@ -93,6 +93,7 @@ std::vector<double> multiples(const Step& step, double low, double high) {
 }
 
 std::vector<double> tick_values(double low, double high, double pixels) {
+    if (!(high - low >= narrowest) || !std::isfinite(high - low)) return {low, high};
     const double intervals = std::clamp(pixels / pixels_between_ticks, 2.0, most_intervals);
     Step step = step_for(high - low, intervals);
     for (int tries = 0; tries < 4; ++tries, step = step.finer()) {
@@ -132,7 +133,7 @@ void snap_range(double& lo, double& hi) {
         if (!(size > 0 && std::fabs(first) < 0x1p53 && std::fabs(last) < 0x1p53)) return;
         const double new_lo = decimal(static_cast<std::int64_t>(first), exponent);
         const double new_hi = decimal(static_cast<std::int64_t>(last), exponent);
-        if (!(new_lo < new_hi) || !std::isfinite(new_lo) || !std::isfinite(new_hi)) return;
+        if (!std::isfinite(new_lo) || !std::isfinite(new_hi)) return;
         if (new_lo == lo && new_hi == hi) return;
         lo = new_lo;
         hi = new_hi;

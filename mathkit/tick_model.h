@@ -14,17 +14,18 @@ struct tick {
     wstring label;
 };
 
-/// Ticks for the finite range low < high, shown on `pixels` pixels: ascending, all inside the
+/// Ticks for the range low < high, shown on `pixels` pixels: ascending, all inside the
 /// range, at least two and at most some twenty-five.
 ///
 /// They lie at multiples of 1, 2 or 5 times a power of ten, about fifty pixels apart. Where the
-/// doubles are too coarse for that they are doubles of the range, and at the last its two ends.
+/// doubles are too coarse for that they are doubles of the range; of a range whose width is not
+/// finite or among the denormal numbers they are its two ends.
 /// nice_ticks(0, 1, 500) are 0, 0.1, ..., 1; a range that ends at a multiple has a tick there.
 std::vector<tick> nice_ticks(double low, double high, double pixels);
 
 /// Rounds the ends of a range to multiples of a power of ten, a tenth to a hundredth of its width:
 /// 0.16667 to 0.83333 becomes 0.17 to 0.83. Done twice it changes nothing more. Ends that are
-/// equal, reversed or not finite stay, and so do ends that would no longer be apart.
+/// equal, reversed or not finite stay, and so do ends further from zero than decimals reach.
 void snap_range(double& lo, double& hi);
 
 } // namespace kit

@@ -3,12 +3,14 @@
 #include "mathkit/TMapW2S.h"
 
 #include "mathkit/axis.h"
+#include "mathkit/tick_model.h"
 
 #include <gtest/gtest.h>
 
 #include <climits>
 #include <cmath>
 #include <string>
+#include <vector>
 
 namespace {
 
@@ -35,14 +37,14 @@ bool coefficients_finite(const TMapW2S& m) {
 TEST(TMapW2S, MapsCornersToCornersAndBack) {
     TMapW2S map;
     map.set_world(-2, 1, 6, 5);
-    map.set_screen(30, 0, 829, 569, false);
+    map.set_screen(30, 20, 829, 589, false);
     EXPECT_NEAR(-2 * map.ax + map.bx, 30, 1e-9);
     EXPECT_NEAR(6 * map.ax + map.bx, 829, 1e-9);
-    EXPECT_NEAR(1 * map.ay + map.by, 569, 1e-9); // low world y is the lower edge
-    EXPECT_NEAR(5 * map.ay + map.by, 0, 1e-9);
+    EXPECT_NEAR(1 * map.ay + map.by, 589, 1e-9); // low world y is the lower edge
+    EXPECT_NEAR(5 * map.ay + map.by, 20, 1e-9);
     for (double sx : {30.0, 31.0, 400.0, 829.0})
         EXPECT_NEAR((sx * map.cx + map.dx) * map.ax + map.bx, sx, 1e-9);
-    for (double sy : {0.0, 1.0, 300.0, 569.0})
+    for (double sy : {20.0, 21.0, 300.0, 589.0})
         EXPECT_NEAR((sy * map.cy + map.dy) * map.ay + map.by, sy, 1e-9);
     double w = 10, h = 10;
     map.ratio_stow(w, h);
@@ -172,15 +174,20 @@ TEST(TMapW2S, LabelsStayTruthfulAtEveryDepth) {
 TEST(TMapW2S, LabelsAreShortAtOrdinaryZooms) {
     struct Case {
         double lo, hi;
+        int pixels;
         const char *first, *last;
     };
-    for (const Case& c : {Case{0.25, 0.75, "0.25", "0.75"}, Case{1 / 6.0, 5 / 6.0, "0.2", "0.8"},
-                          Case{0.29999999999999999, 0.5, "0.3", "0.5"}, Case{0, 1e-5, "0", "1e-05"},
-                          Case{-3e6, 5e6, "-3e+06", "5e+06"},
-                          Case{0.12341, 0.12349, "0.12341", "0.12349"}, Case{1, 0, "0", "1"}}) {
+    for (const Case& c :
+         {Case{0.25, 0.75, 500, "0.25", "0.75"}, Case{1 / 6.0, 5 / 6.0, 500, "0.2", "0.8"},
+          Case{0.29999999999999999, 0.5, 500, "0.3", "0.5"}, Case{0, 1e-5, 500, "0", "1e-05"},
+          Case{-3e6, 5e6, 500, "-3e+06", "5e+06"},
+          Case{0.12341, 0.12349, 500, "0.12341", "0.12349"}, Case{1, 0, 500, "0", "1"},
+          Case{0.5512, 0.9612, 60, "0.6", "0.8"}, // one tick would be too few
+          // what zooming in and out again leaves of 0 to 1
+          Case{1e-17, std::nextafter(1, 0), 500, "0", "1"}}) {
         TMapW2S map;
         map.set_world(c.lo, c.lo, c.hi, c.hi);
-        map.set_screen(0, 0, 500, 500, false);
+        map.set_screen(0, 0, c.pixels, c.pixels, false);
         kit::axis x, y;
         map.a_model_4(x, y);
         EXPECT_EQ(narrow(x.labels.front()), c.first);
@@ -197,6 +204,15 @@ TEST(TMapW2S, AReversedRangeIsMirrored) {
     map.a_model_4(x, y);
     EXPECT_EQ(x.ticks.front(), 500);
     EXPECT_EQ(y.ticks.front(), 0);
+}
+
+TEST(TickModel, WithoutDecimalsTheEndsAreTheTicks) {
+    for (double end : {1e308, 1e-320, inf}) {
+        const std::vector<kit::tick> ticks = kit::nice_ticks(-end, end, 500);
+        ASSERT_EQ(ticks.size(), 2u);
+        EXPECT_EQ(ticks[0].value, -end);
+        EXPECT_EQ(ticks[1].value, end);
+    }
 }
 
 TEST(TMapW2S, SnapsToShortDecimals) {
