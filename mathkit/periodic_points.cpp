@@ -83,14 +83,14 @@ public:
         return first.has_value();
     }
 
-    /// Finds the next step, no longer than the region is wide; false when there is none.
+    /// Finds the next step, no longer than a few radii; false when there is none.
     bool plan() {
         const auto j = linearise(map, here, order, near);
         if (!j) return false;
         step = closing_step(*j, here.way, near);
         blur = length(step);
-        const double long_way = near.radii(step);
-        if (!(long_way <= LOST)) step = {step.x / long_way, step.y / long_way};
+        const double radii = near.radii(step);
+        if (radii > LOST) step = {LOST * step.x / radii, LOST * step.y / radii};
         return is_finite(step);
     }
 

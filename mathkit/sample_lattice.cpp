@@ -112,14 +112,27 @@ return_watch::return_watch(section& map, const region& where, int last)
     : lattice(map, where, 1, 1, last),
       closest(lattice.samples(), std::numeric_limits<double>::infinity()) {}
 
+/// How far the ways of the samples differ, in radii.
+double return_watch::spread(int order) const {
+    double widest = 0;
+    const point first = lattice.way(0, order);
+    for (int sample = 1; sample < lattice.samples(); ++sample) {
+        const point w = lattice.way(sample, order);
+        widest = std::fmax(widest, length({w.x - first.x, w.y - first.y}));
+    }
+    return widest;
+}
+
 std::vector<point> return_watch::returning(int order) {
     const double inside = 1; // radius: so near its start, the sample is still in the ellipse
+    // A gap that hardly changes over the whole ellipse does not close in it, record or not.
+    const double closable = std::max(inside, 10 * spread(order));
     std::vector<point> starts;
     for (int sample = 0; sample < lattice.samples(); ++sample) {
         const double gap = length(lattice.way(sample, order));
-        if (!(gap < inside || gap < closest[sample])) continue;
-        closest[sample] = std::min(gap, closest[sample]);
-        starts.push_back(lattice.node(sample));
+        const bool record = gap < closest[sample];
+        if (record) closest[sample] = gap;
+        if (gap < inside || (record && gap < closable)) starts.push_back(lattice.node(sample));
     }
     return starts;
 }

@@ -56,6 +56,8 @@ public:
     std::vector<point> returning(int order);
 
 private:
+    double spread(int order) const;
+
     sample_lattice lattice;
     std::vector<double> closest; ///< of each sample, in radii
 };

@@ -1,0 +1,143 @@
+// SPDX-License-Identifier: MIT
+// Periodic points of billiards, judged by points that were computed to fifty digits.
+#include <gtest/gtest.h>
+
+#include <cmath>
+#include <map>
+#include <memory>
+#include <numbers>
+#include <string>
+
+#include "billiard/radius-core/TBilliard.h"
+#include "tests/data_tables.h"
+#include "tests/reference_curves.h"
+
+namespace {
+
+const double SOMEWHERE_S = 0.123, SOMEWHERE_P = 0.456; ///< where the map stands before a capture
+
+/// The billiard of a row, made once for a run of rows with the same curve.
+class billiards {
+public:
+    TBilliardMap& of(const data_row& row) {
+        const std::string wanted = row.text("kind") + " " + row.text("params");
+        if (wanted != curve)
+            map = std::make_unique<TBilliardMap>(
+                new_reference_curve(row.text("kind"), row.text("params")));
+        curve = wanted;
+        map->setPoint(SOMEWHERE_S, SOMEWHERE_P);
+        return *map;
+    }
+
+private:
+    std::string curve;
+    std::unique_ptr<TBilliardMap> map;
+};
+
+double around(double difference, double turn) {
+    return std::abs(difference - turn * std::round(difference / turn));
+}
+
+void expect_put_back(TBilliardMap& map) {
+    double S, P;
+    map.getPoint(S, P);
+    EXPECT_NEAR(S, SOMEWHERE_S, 1e-12);
+    EXPECT_NEAR(P, SOMEWHERE_P, 1e-12);
+}
+
+/// The point found must map to itself within the precision told, as anyone would test it.
+void expect_honest(TBilliardMap& map, double x, double y, int order, const TRect& box) {
+    double S, P;
+    ASSERT_TRUE(map.setPoint(x, y));
+    for (int i = 0; i < order; ++i)
+        map.iterate();
+    map.getPoint(S, P);
+    EXPECT_LE(around(S - x, 1), box.maxdim());
+    EXPECT_LE(std::abs(P - y), box.maxdim());
+    EXPECT_LT(box.maxdim(), 1e-9);
+}
+
+/// Whether the map stands on the row's point.
+bool stands_on(const TBilliardMap& map, const data_row& row) {
+    const double tolerance = row.number("tol_phi");
+    return around(map.phi - row.number("phi"), 2 * std::numbers::pi) <= tolerance &&
+           std::abs(map.alpha - row.number("alpha")) <= tolerance;
+}
+
+TEST(BilliardPeriodicPoints, CirclesHaveTheirOrder) {
+    billiards made;
+    std::map<std::string, int> missed, asked;
+    for (const data_row& row : read_data_table("getorder.csv")) {
+        SCOPED_TRACE(row.text("id"));
+        TBilliardMap& map = made.of(row);
+        const int wanted = row.integer("order");
+        const int found = map.getorder(row.number("x"), row.number("y"), row.number("rx"),
+                                       row.number("ry"), 10000);
+        expect_put_back(map);
+        const bool right = wanted < 0 ? found < 0 : found == wanted;
+        ++asked[row.text("grade")];
+        missed[row.text("grade")] += right ? 0 : 1;
+        EXPECT_TRUE(right || row.text("grade") != "must") << found << ", not " << wanted;
+    }
+    EXPECT_EQ(asked["must"], 85);
+    EXPECT_EQ(asked["should"], 38);
+    EXPECT_EQ(missed["should"], 0);
+}
+
+TEST(BilliardPeriodicPoints, CirclesLeadToTheirPoint) {
+    billiards made;
+    for (const data_row& row : read_data_table("getorder.csv")) {
+        const int order = row.integer("order");
+        if (order < 0) continue;
+        SCOPED_TRACE(row.text("id"));
+        TBilliardMap& map = made.of(row);
+        double x = row.number("x"), y = row.number("y");
+        int iter = 30;
+        TRect box;
+        ASSERT_TRUE(map.fixfinder(x, y, order, iter, box, 1e-14));
+        EXPECT_TRUE(stands_on(map, row) || row.text("fix_grade") != "must") << x << ' ' << y;
+        expect_honest(map, x, y, order, box);
+    }
+}
+
+TEST(BilliardPeriodicPoints, KnownPointsAreFoundFromNearby) {
+    billiards made;
+    for (const data_row& row : read_data_table("fixpoints.csv")) {
+        SCOPED_TRACE(row.text("id"));
+        TBilliardMap& map = made.of(row);
+        const int order = row.integer("order");
+        const double near_S = row.number("S") + 1e-4, near_P = row.number("P") - 2e-4;
+        EXPECT_EQ(map.getorder(near_S, near_P, 1e-3, 2e-3, 10000), order);
+
+        double x = near_S, y = near_P;
+        int iter = 30;
+        TRect box;
+        ASSERT_TRUE(map.fixfinder(x, y, order, iter, box, 1e-14));
+        EXPECT_TRUE(stands_on(map, row)) << x << ' ' << y;
+        expect_honest(map, x, y, order, box);
+    }
+}
+
+TEST(BilliardPeriodicPoints, CurvesThatAreNoTablesEndWithoutAnAnswer) {
+    for (const char* formula : {"0", "1/0", "log(t-1)", "sqrt(t-3)", "1/t", "-1", "1e300", "1e-300",
+                                "5+tan(t)", "5+sin(1000*t)"}) {
+        SCOPED_TRACE(formula);
+        TBilliardMap map(new_reference_curve("Formula", formula));
+        map.setPoint(SOMEWHERE_S, SOMEWHERE_P);
+        double S, P;
+        map.getPoint(S, P);
+        const int order = map.getorder(0.4, 0.2, 0.01, 0.02, 10000);
+        double x = 0.4, y = 0.2;
+        int iter = 30;
+        TRect box;
+        const bool found = map.fixfinder(x, y, order < 0 ? 2 : order, iter, box, 1e-14);
+        EXPECT_TRUE(found || order < 0) << "an order without a point";
+        if (found) continue;
+        double later_S, later_P;
+        map.getPoint(later_S, later_P);
+        EXPECT_NEAR(later_S, S, 1e-9);
+        EXPECT_NEAR(later_P, P, 1e-9);
+    }
+}
+
+} // namespace
