@@ -220,12 +220,14 @@ TEST(TMapW2S, SnapsToShortDecimals) {
     struct Case {
         double lo, hi, new_lo, new_hi;
     };
-    for (const Case& c : {Case{0, 1, 0, 1}, Case{third / 2, 5 * third / 2, 0.17, 0.83},
-                          Case{-0.98765, 1.0123, -1, 1},
-                          Case{0.1234, 0.2229, 0.12, 0.22}, // settles in the next decade
-                          Case{1234.5678, 9876.54321, 1200, 9900},
-                          Case{-1e308, 1e308, -1e308, 1e308}, Case{0.3, 0.3, 0.3, 0.3},
-                          Case{2, 1, 2, 1}, Case{0, inf, 0, inf}, Case{-inf, inf, -inf, inf}}) {
+    for (const Case& c :
+         {Case{0, 1, 0, 1}, Case{third / 2, 5 * third / 2, 0.17, 0.83},
+          Case{-0.98765, 1.0123, -1, 1},
+          Case{0.1234, 0.2229, 0.12, 0.22}, // settles in the next decade
+          Case{1234.5678, 9876.54321, 1200, 9900}, Case{-1e308, 1e308, -1e308, 1e308},
+          Case{0.3, 0.3, 0.3, 0.3}, Case{2, 1, 2, 1},
+          Case{1e308, 1.797e308, 1e308, 1.797e308}, // 1.8e308 is no double
+          Case{0, inf, 0, inf}, Case{-inf, inf, -inf, inf}}) {
         double lo = c.lo, hi = c.hi;
         TMapW2S::snap_to_grid(lo, hi);
         EXPECT_EQ(lo, c.new_lo) << c.lo << " to " << c.hi;
