@@ -44,11 +44,11 @@ int order_from(section& map, const std::vector<point>& starts, int order, const 
     return 0;
 }
 
-/// The least order up to `last` that the lattice finds; 0 for none.
-int short_order(section& map, const region& where, int last) {
+/// The least order from `first` to `last` that a lattice of samples shows; 0 for none.
+int short_order(section& map, const region& where, int first, int last) {
     const int half = 16;
-    const sample_lattice lattice(map, where, half, 1, last);
-    for (int order = 1; order <= last; ++order)
+    const sample_lattice lattice(map, where, half, first, last);
+    for (int order = first; order <= last; ++order)
         if (const int found = order_from(map, lattice.candidates(order), order, where))
             return found;
     return 0;
@@ -109,8 +109,15 @@ std::optional<periodic_point> choose(section& map, const std::vector<periodic_po
 
 /// The nearest point of that order: the first that growing ellipses about `start` hold.
 std::optional<periodic_point> nearest(section& map, point start, int order, const effort& limits) {
+    const auto ellipse = [&](double part) {
+        return region{start, part * map.area().width(), part * map.area().height()};
+    };
+    const int costly = 100; // for longer orders a few lattices would use up the budget
+    if (order > costly)
+        if (const auto direct = periodic::refine(map, start, order, ellipse(0.01), limits))
+            return direct;
     for (double part = 1.0 / 1024; part <= 0.25; part *= 4) {
-        const region where{start, part * map.area().width(), part * map.area().height()};
+        const region where = ellipse(part);
         const auto best = choose(map, points_in(map, where, order, limits), order, where);
         if (best) return best;
     }
@@ -137,16 +144,19 @@ TRect infinite_box() {
 
 int TIterraMap::getorder(double x, double y, double rx, double ry, int n) {
     const int none = -1;
-    const int lattice_orders = 32; // the lattice costs some 35,000 iterates, far below the budget
-    const int longest = 20'000;    // nine samples, each iterated so often: a fifth of the budget
+    const int usual = 8;        // most circles are drawn around short orbits; the rest may wait
+    const int lattice = 32;     // some 35,000 iterates of the lattice, far below the budget
+    const int longest = 20'000; // nine samples, each iterated so often: a fifth of the budget
     const region where{{x, y}, rx, ry};
     if (!is_ellipse(where) || n < 1) return none;
     section map(*this, BUDGET);
     if (!map.accepts(where.centre)) return none;
-    if (const int order = short_order(map, where, std::min(n, lattice_orders))) return order;
-    if (const int order = long_order(map, where, lattice_orders + 1, std::min(n, longest)))
-        return order;
-    return none;
+    if (const int order = short_order(map, where, 1, std::min(n, usual))) return order;
+    if (n <= usual) return none;
+    if (const int order = short_order(map, where, usual + 1, std::min(n, lattice))) return order;
+    if (n <= lattice) return none;
+    const int order = long_order(map, where, lattice + 1, std::min(n, longest));
+    return order > 0 ? order : none;
 }
 
 bool TIterraMap::fixfinder(double& x, double& y, int order, int& iter, TRect& box, double tol) {
