@@ -12,7 +12,7 @@ namespace kit {
 
 namespace {
 
-constexpr double pixels_between_ticks = 50;
+constexpr double pixels_between_ticks = 30;
 constexpr double most_intervals = 20;
 // Numbers of steps from zero up to this fit a 64-bit integer, even times 5.
 constexpr double most_steps = 1e18;

@@ -14,13 +14,13 @@ struct tick {
     wstring label;
 };
 
-/// Ticks for the range low < high, shown on `pixels` pixels: ascending, all inside the
-/// range, at least two and at most some twenty-five.
+/// Ticks for the range low < high, shown on `pixels` pixels: ascending, all inside the range, at
+/// least two and at most about twenty.
 ///
-/// They lie at multiples of 1, 2 or 5 times a power of ten, about fifty pixels apart. Where the
-/// doubles are too coarse for that they are doubles of the range; of a range whose width is not
-/// finite or among the denormal numbers they are its two ends.
-/// nice_ticks(0, 1, 500) are 0, 0.1, ..., 1; a range that ends at a multiple has a tick there.
+/// They lie at multiples of 1, 2 or 5 times a power of ten, at least thirty pixels apart where two
+/// of them fit so. Where the doubles are too coarse for that they are doubles of the range; of a
+/// range whose width is not finite or among the denormal numbers they are its two ends.
+/// nice_ticks(0, 1, 300) are 0, 0.1, ..., 1; a range that ends at a multiple has a tick there.
 std::vector<tick> nice_ticks(double low, double high, double pixels);
 
 /// Rounds the ends of a range to multiples of a power of ten, a tenth to a hundredth of its width:
