@@ -3,101 +3,120 @@
 #include "mathkit/TIntegrator.h"
 
 #include <algorithm>
-#include <array>
 #include <cmath>
+#include <vector>
 
 // Notes:
-// - Most parts that are asked for are short and smooth: five points settle them. So the rules
-//   grow from five points to seven to fifteen before a part is halved.
+// - Most parts that are asked for are short and smooth: five points settle them. The rules then
+//   grow to seven and thirteen points before a part is halved.
+// - All rules hold the ends of the part (Lobatto's rules and their extensions after Gander and
+//   Gautschi). A rule whose last point lies inside is blind to a kink beyond that point and takes
+//   the part for smooth.
+// - The worst part is halved first, so that a limit on the evaluations costs accuracy evenly and
+//   one hopeless part does not starve the others.
 // - An absolute tolerance can lie below the rounding of a long boundary; halving would then never
-//   end. Two rules stop it: an error near the rounding of the part itself, and a small error that
-//   halving no longer reduces, which is the noise of f.
+//   end. Two rules stop it: a floor in proportion to the integral, and an end for parts that
+//   halving no longer improves, where only the noise of f is left.
+
+struct TIntegrator::part {
+    double a, fa, b, fb; // the ends and the values there
+    double value;
+    double error;  // not a number when the value is none
+    int stuck = 0; // halvings in a row that did not reduce the error
+};
 
 namespace {
 
-struct estimate {
-    double value;
-    double error; // not a number when the value is none
-};
-
-// A node of a Kronrod rule on [-1, 1] and its mirror image; the weight of the Gauss rule inside
-// it is 0 at the nodes that Kronrod added.
-struct node {
-    double x, kronrod, gauss;
-};
-
-constexpr std::array<node, 3> rule5 = {{{0.0, 0.622222222222222222, 0},
-                                        {0.577350269189625765, 0.490909090909090909, 1.0},
-                                        {0.925820099772551462, 0.19797979797979798, 0}}};
-
-constexpr std::array<node, 4> rule7 = {
-    {{0.0, 0.450916538658474142, 0.888888888888888889},
-     {0.434243749346802558, 0.401397414775962223, 0},
-     {0.774596669241483377, 0.268488089868333441, 0.555555555555555556},
-     {0.960491268708020283, 0.104656226026467265, 0}}};
-
-constexpr std::array<node, 8> rule15 = {
-    {{0.0, 0.209482141084727828, 0.417959183673469388},
-     {0.207784955007898468, 0.204432940075298892, 0},
-     {0.405845151377397167, 0.19035057806478541, 0.381830050505118945},
-     {0.58608723546769113, 0.169004726639267903, 0},
-     {0.74153118559939444, 0.140653259715525919, 0.279705391489276668},
-     {0.864864423359769073, 0.104790010322250184, 0},
-     {0.949107912342758525, 0.0630920926299785533, 0.129484966168869693},
-     {0.991455371120812639, 0.022935322010529225, 0}}};
-
-template<std::size_t n>
-estimate integrate(TIntegrator& integrand, double a, double b, const std::array<node, n>& rule) {
-    const double centre = a + 0.5 * (b - a);
-    const double half = 0.5 * (b - a);
-    const double middle = integrand.f(centre);
-    double kronrod = rule[0].kronrod * middle;
-    double gauss = rule[0].gauss * middle;
-    for (std::size_t i = 1; i < n; ++i) {
-        const double pair =
-            integrand.f(centre - half * rule[i].x) + integrand.f(centre + half * rule[i].x);
-        kronrod += rule[i].kronrod * pair;
-        gauss += rule[i].gauss * pair;
-    }
-    return {kronrod * half, std::fabs((kronrod - gauss) * half)};
-}
+constexpr long spent_on_a_part = 3000;
+constexpr int most_stuck = 3;
 
 // A value that is infinite or no number has an error that is no number, and halving cannot help.
-bool settled(const estimate& e, double tol) {
-    const double rounding = 2e-15 * std::fabs(e.value);
-    return !(e.error > std::max(tol, rounding));
+bool settled(double value, double error, double tol) {
+    const double rounding = 1e-15 * std::fabs(value);
+    return !(error > std::max(tol, rounding));
 }
-
-constexpr int depth_limit = 40;
 
 } // namespace
 
-double TIntegrator::part(double a, double b, double tol, double error_before, int depth) {
-    estimate e = integrate(*this, a, b, rule5);
-    if (settled(e, tol) || evaluations_left <= 0) return e.value;
+TIntegrator::part TIntegrator::measured(double a, double fa, double b, double fb, double tol) {
+    const double half = 0.5 * (b - a);
+    const double centre = a + half;
+    const auto pair = [&](double x) { return f(centre - half * x) + f(centre + half * x); };
+    const double ends = fa + fb;
+    const double middle = f(centre);
 
-    e = integrate(*this, a, b, rule7);
-    evaluations_left -= 5 + 7;
-    if (settled(e, tol)) return e.value;
+    const double p0 = pair(0.654653670707977144);
+    const double lobatto5 = 0.1 * ends + 0.544444444444444444 * p0 + 0.711111111111111111 * middle;
+    const double simpson = (ends + 4 * middle) / 3;
+    part p = {a, fa, b, fb, half * lobatto5, std::fabs(half * (lobatto5 - simpson))};
+    if (settled(p.value, p.error, tol) || evaluations_left <= 0) return p;
 
-    e = integrate(*this, a, b, rule15);
-    evaluations_left -= 15;
-    if (settled(e, tol) || depth >= depth_limit) return e.value;
+    const double p1 = pair(0.447213595499957939);
+    const double p2 = pair(0.816496580927726033);
+    const double lobatto4 = (ends + 5 * p1) / 6;
+    const double kronrod7 = (77 * ends + 432 * p2 + 625 * p1 + 672 * middle) / 1470;
+    p.value = half * kronrod7;
+    p.error = std::fabs(half * (kronrod7 - lobatto4));
+    evaluations_left -= 7;
+    if (settled(p.value, p.error, tol)) return p;
 
-    const bool noise = e.error < 1e-10 * std::fabs(e.value) && e.error > 0.6 * error_before;
-    if (noise) return e.value;
-    const double middle = a + 0.5 * (b - a);
-    return part(a, middle, 0.5 * tol, e.error, depth + 1) +
-           part(middle, b, 0.5 * tol, e.error, depth + 1);
+    const double kronrod13 =
+        0.0158271919734801831 * ends + 0.0942738402188500455 * pair(0.942882415695479719) +
+        0.155071987336585396 * p2 + 0.188821573960182454 * pair(0.641853342345781306) +
+        0.199773405226858527 * p1 + 0.224926465333339527 * pair(0.23638319966214988) +
+        0.242611071901407734 * middle;
+    p.value = half * kronrod13;
+    p.error = std::fabs(half * (kronrod13 - kronrod7));
+    evaluations_left -= 6;
+    return p;
 }
 
 double TIntegrator::AdaptiveGauss(double a, double b, double tol, int n) {
-    const int parts = std::clamp(n, 1, 10000);
+    const int parts = std::clamp(n, 1, 1000);
+    std::vector<part> open;
     double sum = 0;
-    for (int i = 0; i < parts; ++i) {
-        const double left = a + (b - a) * i / parts;
-        const double right = i + 1 < parts ? a + (b - a) * (i + 1) / parts : b;
-        sum += part(left, right, tol / parts, INFINITY, 0);
+    double error = 0;
+    double left = a;
+    double value_left = f(a);
+    for (int i = 1; i <= parts; ++i) {
+        const double right = i < parts ? a + (b - a) * i / parts : b;
+        const double value_right = f(right);
+        const part p = measured(left, value_left, right, value_right, tol / parts);
+        sum += p.value;
+        error += p.error;
+        if (!settled(p.value, p.error, tol / parts)) open.push_back(p);
+        left = right;
+        value_left = value_right;
+    }
+
+    const auto better = [](const part& p, const part& q) { return p.error < q.error; };
+    std::make_heap(open.begin(), open.end(), better);
+    const double least_left = evaluations_left - spent_on_a_part * parts;
+    while (!open.empty() && !settled(sum, error, tol)) {
+        if (evaluations_left < std::max(least_left, 1.0)) break;
+        std::pop_heap(open.begin(), open.end(), better);
+        const part whole = open.back();
+        open.pop_back();
+        const double middle = whole.a + 0.5 * (whole.b - whole.a);
+        if (middle == whole.a || middle == whole.b) break; // neighbouring doubles
+        const double value = f(middle);
+        part halves[2] = {measured(whole.a, whole.fa, middle, value, 0),
+                          measured(middle, value, whole.b, whole.fb, 0)};
+        const double error_of_halves = halves[0].error + halves[1].error;
+        sum += halves[0].value + halves[1].value - whole.value;
+        error += error_of_halves - whole.error;
+        const bool noise = error_of_halves > 0.9 * whole.error &&
+                           whole.error < 1e-5 * std::fabs(whole.value);
+        const int stuck = noise ? whole.stuck + 1 : 0;
+        for (part& p : halves) {
+            p.stuck = stuck;
+            if (stuck < most_stuck) {
+                open.push_back(p);
+                std::push_heap(open.begin(), open.end(), better);
+            } else {
+                error -= p.error; // noise, which no halving will reduce
+            }
+        }
     }
     return sum;
 }

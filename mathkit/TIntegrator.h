@@ -11,18 +11,18 @@ public:
     virtual double f(double x) = 0;
 
     /// The integral of f from a to b with an absolute error of `tol`, or as near as rounding
-    /// allows. `n` is the number of equal parts to begin with; parts are halved where f asks for
-    /// it.
+    /// allows. `n`, from 1 to 1000, is the number of equal parts to begin with; the worst part is
+    /// halved until the sum of the estimated errors is small enough.
     ///
-    /// Ends for every f: a part whose values are no numbers is not halved, nor one whose halves
-    /// are no better. The integrals that one object computes share a number of evaluations, and
-    /// once it is spent each part costs five and the result is what they give.
+    /// Ends for every f. A value that is no number makes the result none. Parts whose halves are
+    /// no better stay whole. One integral spends at most some 3000 evaluations for each of the n
+    /// parts, and all integrals that one object computes share a further limit; once that is
+    /// spent, each part costs five, and the result is what they give.
     double AdaptiveGauss(double a, double b, double tol, int n);
 
-protected:
-    /// Evaluations that may still be spent on halving.
-    long evaluations_left = 500000;
-
 private:
-    double part(double a, double b, double tol, double error_before, int depth);
+    struct part;
+    part measured(double a, double fa, double b, double fb, double tol);
+
+    long evaluations_left = 600000; ///< that may still be spent on halving
 };
