@@ -143,7 +143,8 @@ ex mul::diff(derivation& by, const ex&) const {
 
 // In this form the quotient itself is used again, which compiles to one operation less.
 ex divide::diff(derivation& by, const ex& self) const {
-    return quotient(difference(by(a), product(self, by(b))), b);
+    const ex numerator = difference(by(a), product(self, by(b)));
+    return is_zero(numerator) ? numerator : quotient(numerator, b); // 1/0 is constant as well
 }
 
 // A constant exponent must not pass through log(a): x^n is smooth at x <= 0 for whole n.

@@ -153,12 +153,18 @@ double slope(function_id id, double x, double value) {
     return std::numeric_limits<double>::quiet_NaN();
 }
 
+/// Constant between its jumps, whatever its argument does.
+bool is_step(function_id id) {
+    return id == function_id::signum || id == function_id::heaviside || id == function_id::floor ||
+           id == function_id::ceil || id == function_id::round || id == function_id::trunc;
+}
+
 } // namespace
 
 diffarithm apply(function_id id, const diffarithm& x) {
     const double value = apply(id, x.value);
     // A constant stays one, also where the slope is infinite.
-    if (x.derivative == 0) return {value, 0};
+    if (x.derivative == 0 || is_step(id)) return {value, 0};
     return {value, slope(id, x.value, value) * x.derivative};
 }
 
@@ -168,7 +174,10 @@ diffarithm power_value(const diffarithm& x, const diffarithm& y) {
     if (x.derivative != 0 && y.value != 0) {
         derivative += y.value * std::pow(x.value, y.value - 1) * x.derivative;
     }
-    if (y.derivative != 0) derivative += value * std::log(x.value) * y.derivative;
+    const bool constant_zero = x.value == 0 && x.derivative == 0; // 0^y is 0 wherever y > 0
+    if (y.derivative != 0 && !constant_zero) {
+        derivative += value * std::log(x.value) * y.derivative;
+    }
     return {value, derivative};
 }
 

@@ -14,7 +14,7 @@ namespace symbolic {
 
 namespace {
 
-/// Whole exponents up to this size are compiled to products, beyond it to the library's pow.
+/// Whole and half exponents up to this size become products and a root, others the library's pow.
 constexpr double largest_product_power = 16;
 
 /// Factors in this range may be multiplied before the rest: nothing over- or underflows by it.
@@ -190,9 +190,12 @@ int postfix_compiler::make_pow(int a, int b) {
     if (is(b, kind::number)) {
         const double n = values[b].k;
         if (is(a, kind::number)) return make_number(power_value(values[a].k, n));
-        if (n == std::trunc(n) && std::fabs(n) <= largest_product_power) {
-            const int whole = make_whole_power(a, static_cast<unsigned>(std::fabs(n)));
-            return n < 0 ? make_div(make_number(1), whole) : whole;
+        if (2 * n == std::trunc(2 * n) && std::fabs(n) <= largest_product_power) {
+            const double size = std::fabs(n);
+            int product = make_whole_power(a, static_cast<unsigned>(size));
+            if (size != std::trunc(size))
+                product = make_mul(product, make_call(function_id::sqrt, a));
+            return n < 0 ? make_div(make_number(1), product) : product;
         }
     }
     return intern({kind::pow, a, b, 0, {}});

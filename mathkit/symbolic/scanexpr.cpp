@@ -83,7 +83,10 @@ std::string parser::found() const {
         while (end < text.size() && (is_name_character(text[end]) || text[end] == '.'))
             ++end;
     }
-    return "'" + shown(text.substr(position, end - position)) + "'";
+    std::string quoted = "'";
+    quoted += shown(text.substr(position, end - position));
+    quoted += '\'';
+    return quoted;
 }
 
 void parser::fail_at_operand() const {
@@ -198,6 +201,10 @@ ex parser::name_operand() {
         return unresolved_call(std::string(name), name_column, arguments());
     }
     if (name == "t") return var("t");
+    if (find_function(name)) {
+        throw TError(kit::string::format("missing '(' at column %d after the function '%s'",
+                                         column(), shown(name).c_str()));
+    }
     return unresolved_name(std::string(name), name_column);
 }
 

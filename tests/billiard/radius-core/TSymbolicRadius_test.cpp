@@ -1,0 +1,176 @@
+// SPDX-License-Identifier: MIT
+// The curve of a typed formula.
+#include "billiard/radius-core/TSymbolicRadius.h"
+#include "mathkit/TError.h"
+
+#include <gtest/gtest.h>
+
+#include <cmath>
+#include <cstdlib>
+#include <limits>
+#include <new>
+#include <numbers>
+#include <string>
+
+namespace {
+
+long allocations = 0;
+
+} // namespace
+
+// Kept out of line: inlined, the compiler takes new and free for a mismatched pair.
+[[gnu::noinline]] void* operator new(std::size_t size) {
+    ++allocations;
+    if (void* block = std::malloc(size)) return block;
+    throw std::bad_alloc();
+}
+[[gnu::noinline]] void operator delete(void* block) noexcept {
+    std::free(block);
+}
+[[gnu::noinline]] void operator delete(void* block, std::size_t) noexcept {
+    std::free(block);
+}
+
+namespace {
+
+using symbolic::TSymbolicRadius;
+constexpr double pi = std::numbers::pi;
+
+/// Rounding of the few operations of a formula.
+constexpr double rounding = 2e-15;
+
+TEST(TSymbolicRadius, has_the_values_of_its_formula) {
+    const TSymbolicRadius curve("5+sin(t)");
+    EXPECT_EQ(curve.R(0), 5);
+    EXPECT_EQ(curve.dR(0), 1);
+    EXPECT_NEAR(curve.ddR(pi / 2), -1, rounding);
+    EXPECT_NEAR(curve.curvatureNumerator(0), 27, 1e-14);
+    EXPECT_FALSE(curve.isConvex());
+    EXPECT_TRUE(curve.familyText() == "");
+    EXPECT_TRUE(curve.instanceText() == "R(t)=5+sin(t)");
+    const TSymbolicRadius constant("3");
+    EXPECT_EQ(constant.R(1), 3);
+    EXPECT_EQ(constant.dR(1), 0);
+    EXPECT_EQ(constant.ddR(1), 0);
+    EXPECT_EQ(constant.curvatureNumerator(1), 9);
+}
+
+TEST(TSymbolicRadius, uses_one_turn_of_the_formula) {
+    const TSymbolicRadius line("1+t"), wave("5+sin(t)");
+    const double beyond = std::nextafter(2 * pi, 7);
+    const struct {
+        double phi, t;
+    } cases[] = {{0, 0},
+                 {2, 2},
+                 {2 * pi, 0},
+                 {std::nextafter(2 * pi, 0), std::nextafter(2 * pi, 0)},
+                 {beyond, beyond - 2 * pi},
+                 {-0.5, 2 * pi - 0.5},
+                 {-1e-30, 0}, // 2 pi - 1e-30 is not below 2 pi in doubles
+                 {3 * pi, pi},
+                 {-2 * pi, 0},
+                 {-5 * pi, pi},
+                 {100, 100 - 2 * pi * 15}};
+    for (const auto& row : cases) {
+        EXPECT_NEAR(line.R(row.phi), 1 + row.t, 1e-13) << row.phi;
+        EXPECT_GE(line.t, 0);
+        EXPECT_LT(line.t, 2 * pi);
+    }
+    for (const double phi : {0.0, 0.75, 1.5, 3.0})
+        EXPECT_EQ(wave.R(phi + 2 * pi), wave.R(phi + 2 * pi - 2 * pi));
+    for (const double phi : {1e300, -1e300, 1e17}) {
+        line.R(phi);
+        EXPECT_TRUE(line.t >= 0 && line.t < 2 * pi) << phi;
+    }
+    for (const double phi : {std::numeric_limits<double>::infinity(), std::nan("")}) {
+        EXPECT_TRUE(std::isnan(line.R(phi)));
+    }
+}
+
+TEST(TSymbolicRadius, gives_value_and_slope_the_same_on_every_way) {
+    const char* const texts[] = {
+        "5+sin(t)", "2+cos(log(2+cos(t)))",
+        "3+0.1*sin(3*t)+0.2*cos(2*t)*exp(-sqr(sin(t)))/(1+sqr(cos(t)))+0.05*sin(7*t)",
+        "1/sqrt(1+(0.5*cos(t))^2)", "4+fabs(sin(2*t))+floor(t)/10"};
+    for (const char* const text : texts) {
+        SCOPED_TRACE(text);
+        const TSymbolicRadius curve(text);
+        for (double phi = -7; phi < 13; phi += 0.37) {
+            double r = 0, dr = 0;
+            curve.value_and_slope(phi, std::sin(phi), std::cos(phi), r, dr);
+            EXPECT_NEAR(r, curve.R(phi), 1e-14);
+            EXPECT_NEAR(dr, curve.dR(phi), 3e-14);
+            curve.getRdR(phi, r, dr);
+            EXPECT_NEAR(r, curve.R(phi), 1e-14);
+            EXPECT_NEAR(dr, curve.dR(phi), 3e-14);
+            const double ddr = curve.ddR(phi);
+            EXPECT_NEAR(curve.curvatureNumerator(phi), r * r + 2 * dr * dr - r * ddr, 1e-12);
+        }
+    }
+}
+
+TEST(TSymbolicRadius, evaluates_without_allocation) {
+    const TSymbolicRadius curve("3+0.2*cos(2*t)*exp(-sqr(sin(t)))/(1+sqr(cos(t)))+(1+t)^(t/9)");
+    const long before = allocations;
+    double sum = 0, r = 0, dr = 0;
+    for (int i = 0; i < 100; ++i) {
+        const double phi = 0.1 * i;
+        sum += curve.R(phi) + curve.dR(phi) + curve.ddR(phi) + curve.curvatureNumerator(phi);
+        curve.getRdR(phi, r, dr);
+        curve.value_and_slope(phi, std::sin(phi), std::cos(phi), r, dr);
+        sum += r + dr;
+    }
+    EXPECT_EQ(allocations, before);
+    EXPECT_FALSE(std::isnan(sum));
+}
+
+std::string repeated(const std::string& text, int times) {
+    std::string result;
+    for (int i = 0; i < times; ++i)
+        result += text;
+    return result;
+}
+
+/// What no curve can be made of ends in a TError, or in a curve of whatever values come out.
+TEST(TSymbolicRadius, survives_every_text) {
+    const std::string texts[] = {"1/0",
+                                 "0/0",
+                                 "log(t-1)",
+                                 "0",
+                                 "-3",
+                                 "5+tan(t)",
+                                 "5+sin(1e9*t)",
+                                 "exp(exp(exp(t)))",
+                                 "t^t^t^t",
+                                 "1e300^t",
+                                 "sqrt(t-3)",
+                                 "tan(1000*t)",
+                                 "floor(1e300*t)",
+                                 repeated("t^", 150) + "t",
+                                 repeated("sin(", 300) + "t" + repeated(")", 300),
+                                 repeated("(2+sin(t))*", 300) + "1",
+                                 repeated("cos(t)+", 900) + "5"};
+    for (const std::string& text : texts) {
+        const TSymbolicRadius curve(text.c_str());
+        double r = 0, dr = 0;
+        for (double phi = 0; phi < 7; phi += 0.5) {
+            curve.value_and_slope(phi, std::sin(phi), std::cos(phi), r, dr);
+            EXPECT_EQ(std::isnan(r), std::isnan(curve.R(phi))) << text << " at " << phi;
+            curve.getRdR(phi, r, dr);
+            curve.curvatureNumerator(phi);
+        }
+    }
+    const std::string refused[] = {"",
+                                   "5+\xc3\xa4",
+                                   "5+sn(t)",
+                                   repeated("(", 100'000) + "t" + repeated(")", 100'000),
+                                   repeated("t+", 500'000) + "t",
+                                   repeated("t^", 400) + "t",
+                                   repeated("sin(", 900) + "t" + repeated(")", 900)};
+    for (const std::string& text : refused) {
+        EXPECT_THROW(TSymbolicRadius curve(text.c_str()), TError) << text.substr(0, 40);
+    }
+    EXPECT_THROW(TSymbolicRadius curve(nullptr), TError);
+}
+
+} // namespace

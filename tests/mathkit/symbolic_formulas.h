@@ -1,0 +1,125 @@
+// SPDX-License-Identifier: MIT
+// What the tests of the formula language share: evaluation by other ways than the compiled lists,
+// and random formulas.
+#pragma once
+
+#include "mathkit/symbolic/functions.h"
+#include "mathkit/symbolic/lst.h"
+#include "mathkit/symbolic/nodes.h"
+#include "mathkit/symbolic/postfix_list.h"
+#include "mathkit/symbolic/scanexpr.h"
+#include "mathkit/symbolic/simplify.h"
+#include "mathkit/symbolic/subs_manager.h"
+
+#include <cmath>
+#include <limits>
+#include <random>
+#include <string>
+#include <vector>
+
+namespace formulas {
+
+/// The expression of a formula, with the meanings of its names.
+inline symbolic::ex parsed(const std::string& text) {
+    symbolic::subs_manager manager;
+    manager.set_math_constants();
+    manager.set_experimental_functions();
+    return symbolic::scanexpr(text.c_str()).eval(manager.first, manager.second, -1);
+}
+
+inline symbolic::ex derived(const symbolic::ex& e) {
+    return symbolic::simplify_0_1(e.diff(symbolic::var("t")));
+}
+
+/// The value at t, found on the tree: t replaced by a number and the numbers folded.
+inline double tree_value(const symbolic::ex& e, double t) {
+    const symbolic::ex folded = symbolic::simplify_constants(
+        e.subs(symbolic::lst(symbolic::var("t")), symbolic::lst(symbolic::ex(t)), 0));
+    const double* value = folded->number_value();
+    return value ? *value : std::numeric_limits<double>::quiet_NaN();
+}
+
+/// A compiled expression with its variable and its stacks.
+class compiled {
+public:
+    explicit compiled(const symbolic::ex& e) {
+        e.subs(symbolic::lst(symbolic::var("t")), symbolic::lst(symbolic::ex(&cell, true)), 0)
+            .compile(list);
+    }
+    compiled(const compiled&) = delete;
+    compiled& operator=(const compiled&) = delete;
+
+    double value(double t) {
+        cell = t;
+        std::vector<double> stack(static_cast<std::size_t>(list.stacksize()), 0.0);
+        return list.eval_double(stack.data());
+    }
+    symbolic::diffarithm both(double t) {
+        cell = t;
+        std::vector<symbolic::diffarithm> stack(static_cast<std::size_t>(list.stacksize()));
+        return list.eval_diffarithm(stack.data());
+    }
+
+    symbolic::postfix_list list;
+
+private:
+    double cell = 0;
+};
+
+/// |a - b| against a tolerance that is relative for large values; two NaNs are equal.
+inline bool close(double a, double b, double tolerance) {
+    if (std::isnan(a) || std::isnan(b)) return std::isnan(a) && std::isnan(b);
+    if (a == b) return true;
+    return std::fabs(a - b) <= tolerance * (1 + std::fabs(a) + std::fabs(b));
+}
+
+/// Texts over the whole language, of a given number of levels.
+class random_formula {
+public:
+    explicit random_formula(unsigned seed) : random(seed) {}
+
+    std::string operator()(int levels) {
+        if (levels <= 0) return leaf();
+        switch (pick(9)) {
+        case 0:
+            return (*this)(levels - 1) + "+" + (*this)(levels - 1);
+        case 1:
+            return (*this)(levels - 1) + "-(" + (*this)(levels - 1) + ")";
+        case 2:
+            return "(" + (*this)(levels - 1) + ")*(" + (*this)(levels - 1) + ")";
+        case 3:
+            return "(" + (*this)(levels - 1) + ")/(" + (*this)(levels - 1) + ")";
+        case 4:
+            return "-(" + (*this)(levels - 1) + ")";
+        case 5:
+            return "(" + (*this)(levels - 1) + ")^" + exponents[pick(8)];
+        case 6:
+            return "(1.5+sin(" + (*this)(levels - 1) + "))^(" + (*this)(levels - 1) + ")";
+        case 7:
+            return pick(2) ? "sin(" + multiple() + ")" : "cos(" + multiple() + ")";
+        default:
+            return function_of((*this)(levels - 1));
+        }
+    }
+
+private:
+    unsigned pick(unsigned n) { return static_cast<unsigned>(random() % n); }
+
+    std::string leaf() { return leaves[pick(8)]; }
+
+    std::string multiple() { return std::to_string(static_cast<int>(pick(24)) - 4) + "*t"; }
+
+    std::string function_of(const std::string& argument) {
+        const symbolic::function_entry& entry =
+            symbolic::function_table[pick(symbolic::function_table.size())];
+        if (entry.arguments == 2) return "pow(" + argument + "," + exponents[pick(8)] + ")";
+        return std::string(entry.name) + "(" + argument + ")";
+    }
+
+    static constexpr const char* leaves[8] = {"t", "t", "t", "2", "0.37", "pi", "1", "0.5*t"};
+    static constexpr const char* exponents[8] = {"2", "3", "-1", "0", "1", "0.5", "2.5", "17"};
+
+    std::mt19937 random; // the same numbers everywhere, unlike the library's distributions
+};
+
+} // namespace formulas
