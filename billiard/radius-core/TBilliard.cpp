@@ -6,6 +6,7 @@
 #include <cmath>
 
 #include "billiard/radius-core/TRadiusFunction.h"
+#include "billiard/radius-core/bounce.h"
 #include "mathkit/TError.h"
 #include "mathkit/bsearch.h"
 #include "mathkit/stderr_failed.h"
@@ -21,10 +22,6 @@ constexpr double two_pi = 2 * pi;
                  "Something must be wrong with the billiard shape!\n")
         .setPosition("void TBilliard::findit(double&, double&)", "billiard/radius-core/TBilliard",
                      line);
-}
-
-int sign(double x) {
-    return (x > 0) - (x < 0);
 }
 
 } // namespace
@@ -107,6 +104,8 @@ void TBilliard::circumference_class::getborder(TRect& rect) const {
     }
 }
 
+TBilliard::TBilliard() = default;
+
 TBilliard::TBilliard(TRadiusFunction* F) : F(F) {
     prepare();
 }
@@ -187,6 +186,55 @@ void TBilliard::buildCircumference() {
     normalise(table.s, table.phi);
 }
 
+namespace {
+
+// For each row but the last the sense in which the polyline turns there, from the row before to
+// the row after: 1 left, -1 right, 0 straight to rounding. Row 0 follows the row before the last.
+std::vector<signed char> turns_of(const TBilliard::circumference_class& table) {
+    const int rows = table.size() - 1; // the last row is the first again
+    std::vector<signed char> turns(static_cast<std::size_t>(rows));
+    double x0, y0, x1, y1, x2, y2;
+    table.get(rows - 1, x0, y0);
+    table.get(0, x1, y1);
+    for (int i = 0; i < rows; ++i) {
+        table.get(i + 1, x2, y2);
+        const double turn = (x1 - x0) * (y2 - y1) - (y1 - y0) * (x2 - x1);
+        const double size = std::fabs(x1) + std::fabs(y1);
+        const double sides =
+            std::fabs(x2 - x1) + std::fabs(y2 - y1) + std::fabs(x1 - x0) + std::fabs(y1 - y0);
+        if (std::fabs(turn) > 1e-14 * size * sides) {
+            turns[static_cast<std::size_t>(i)] = turn > 0 ? 1 : -1;
+        }
+        x0 = x1, y0 = y1;
+        x1 = x2, y1 = y2;
+    }
+    return turns;
+}
+
+// True when no two rows well between the angles a and b, where -pi <= a < b <= 3 pi, turn in
+// different senses.
+bool turns_one_way(const TBilliard::circumference_class& table,
+                   const std::vector<signed char>& turns, double a, double b) {
+    const int rows = table.size() - 1;
+    bool left = false;
+    bool right = false;
+    for (const double shift : {-two_pi, 0.0, two_pi}) {
+        // Rows i - 1, i and i + 1 must all lie in the piece.
+        const double* phi = table.phi.data();
+        int i = std::max(bsearch_interval(static_cast<unsigned>(rows), a - shift, phi), -1) + 1;
+        for (; i < rows && phi[i + 1] + shift < b; ++i) {
+            const double before = i > 0 ? phi[i - 1] : phi[rows - 1] - two_pi;
+            if (before + shift < a) continue;
+            const signed char turn = turns[static_cast<std::size_t>(i)];
+            left = left || turn > 0;
+            right = right || turn < 0;
+        }
+    }
+    return !(left && right);
+}
+
+} // namespace
+
 void TBilliard::buildInflections() {
     constexpr double step = 0.0031415926535897933; // pi/1000
     curvature_root root(F);
@@ -205,78 +253,50 @@ void TBilliard::buildInflections() {
     }
     inflections.push_back(3 * pi);
     if (inflections.size() == 2) convex = true;
+    if (!convex) buildKnots();
+}
+
+// Evaluates the curve at the inflections, and proves by the table which pieces between them bend
+// one way: any three rows of such a piece turn in the same sense. A corner that points inward, or
+// two inflections that the scan has missed, turn the other way.
+void TBilliard::buildKnots() {
+    const std::vector<signed char> turns = turns_of(circumference);
+    knots.clear();
+    knots.reserve(inflections.size());
+    for (std::size_t i = 0; i < inflections.size(); ++i) {
+        inflection_knot k{};
+        k.theta = inflections[i];
+        k.sine = std::sin(k.theta);
+        k.cosine = std::cos(k.theta);
+        F->value_and_slope(k.theta, k.sine, k.cosine, k.r, k.dr);
+        k.plain_arc = i + 1 < inflections.size() &&
+                      turns_one_way(circumference, turns, k.theta, inflections[i + 1]);
+        knots.push_back(k);
+    }
 }
 
 void TBilliard::findit(double& phi, double& alpha) {
-    const double t0 = std::atan(F->dR(phi) / F->R(phi)) + pi / 2;
-    double w = (alpha + pi) - t0;
-    if (w >= pi) w -= pi;
-    const double psi = phi + w;
-    if (!(psi >= phi && phi >= psi - pi)) confused(__LINE__);
-
-    const double s = std::sin(psi - phi);
-    double theta = 0;
-    if (std::fabs(s) < 1e-6) {
-        const double phi2 = phi + pi;
-        double e = psi - phi;
-        if (e > 0.1) e -= pi;
-        if (!(std::fabs(e) < 1e-4)) confused(__LINE__);
-        theta = phi2 + e * (F->R(phi) + F->R(phi2)) / F->R(phi2);
-    } else {
-        const double c = F->R(phi) * s;
-        TFindRoot find(F, c, psi);
-        const int dir = find.df(phi) > 0 ? 1 : -1;
-        double a = phi + dir * 2.5e-7;
-        if (!(find.f(a) >= 0)) a = phi + dir * 2.5e-9;
-        if (!(find.f(a) >= 0)) a = phi + dir * 2.5e-11;
-        if (!(find.f(a) >= 0)) confused(__LINE__);
-        double b = dir > 0 ? psi - 2.5e-7 : (psi - pi) + 2.5e-7;
-        if (find.f(a) * find.f(b) > 0) confused(__LINE__);
-        if (convex) {
-            theta = find.safe_newton(a, b, 1e-12);
-        } else {
-            const int size = static_cast<int>(inflections.size());
-            int i = bsearch_interval(inflections.size(), a, inflections.data());
-            if (i < 0 || i >= size - 1) confused(__LINE__);
-            if (dir > 0) ++i;
-            double u = a;
-            TFindExt ext(F, c, psi);
-            for (;;) {
-                const double k = i >= 0 && i < size ? inflections[static_cast<std::size_t>(i)] : b;
-                const bool last = !(dir * (b - k) > 0) || i < 0 || i >= size;
-                double e = last ? b : k;
-                if (sign(find.f(u)) * sign(find.f(e)) <= 0) {
-                    theta = find.safe_newton(u, e, 1e-12);
-                    break;
-                }
-                if (sign(ext.f(u)) * sign(ext.f(e)) <= 0) {
-                    double u1 = u, e1 = e;
-                    double x = ext.safe_newton(u1, e1, 1e-14);
-                    const int s1 = sign(find.f(u)) * sign(find.f(x));
-                    const int s2 = sign(find.f(x)) * sign(find.f(e));
-                    if (s2 != 0 && s1 * s2 < 0) confused(__LINE__);
-                    if (s1 <= 0) {
-                        theta = find.safe_newton(u, x, 1e-12);
-                        break;
-                    }
-                }
-                if (last) {
-                    a = phi + dir * 2.5e-7;
-                    theta = find.safe_newton(a, b, 1e-12);
-                    break;
-                }
-                u = e;
-                i += dir;
-            }
-        }
+    bounce<TRadiusFunction> path(*F, convex, inflections, knots);
+    switch (path.next(phi, alpha)) {
+    case refusal::none:
+        return;
+    case refusal::direction:
+        confused(__LINE__);
+    case refusal::through_origin:
+        confused(__LINE__);
+    case refusal::near_end_forward:
+        confused(__LINE__);
+    case refusal::near_end_backward:
+        confused(__LINE__);
+    case refusal::far_end:
+        confused(__LINE__);
+    case refusal::outside_list:
+        confused(__LINE__);
+    case refusal::stationary_point:
+        confused(__LINE__);
+    case refusal::no_number:
+        confused(__LINE__);
     }
-    const double t1 = std::atan(F->dR(theta) / F->R(theta)) + pi / 2;
-    const double turned = (theta - phi + t0) - t1 - alpha;
-    const double next_phi = theta - two_pi * std::floor(theta / two_pi);
-    const double next_alpha = turned - pi * std::floor(turned / pi);
-    if (!(next_phi >= 0 && next_alpha >= 0)) confused(__LINE__);
-    phi = next_phi;
-    alpha = next_alpha;
 }
 
 bool TBilliardMap::setPoint(double S, double P) {

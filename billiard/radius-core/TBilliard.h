@@ -10,6 +10,7 @@
 #include "mathkit/TRootSolver.h"
 
 class TRadiusFunction;
+struct inflection_knot;
 
 /// The arc length per radian of a curve, as an integrand.
 class TCircumferenceIntegrator : public TIntegrator {
@@ -93,7 +94,7 @@ public:
     /// first entry -pi and the last 3 pi. Read only when `convex` is false.
     std::vector<double> inflections;
 
-    TBilliard() = default;
+    TBilliard();
     explicit TBilliard(TRadiusFunction* F);
     TBilliard(const TBilliard&) = delete;
     TBilliard& operator=(const TBilliard&) = delete;
@@ -119,6 +120,9 @@ public:
 private:
     void prepare();
     void buildCircumference();
+    void buildKnots();
+
+    std::vector<inflection_knot> knots; // what a bounce needs at the inflections
 };
 
 /// The billiard as a map of its section (S, P) onto itself.

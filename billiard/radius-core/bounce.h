@@ -1,0 +1,459 @@
+// SPDX-License-Identifier: MIT
+// One bounce: the search for the point where a straight path meets the curve again.
+//
+// Notes, for whoever changes this:
+// - Everything is seen from the impact where the path starts: angles are x = theta - phi, and
+//   (s, o) are sine and cosine of psi - theta, psi the direction of the line. They are carried
+//   along by rotation, as are sine and cosine of theta, so that a step of the search costs the
+//   curve's own work and no call of the library.
+// - g = R - c / sin(psi - theta), the distance along the ray, has a pole at the far end of every
+//   path; Newton's method crawls there, and its values overwhelm any interpolation. Two functions
+//   without a pole have the same root. h = R s - c is the distance from the line: it has the sign
+//   of g always, also where R is not positive, and so every decision is made on h. W = s - c / R
+//   is what Newton works on: with an arc tangent around the step it goes to where the line meets
+//   the tangent of the curve, which is exact on a straight side.
+// - The last point looked at is the impact to within rounding, and its slope is the mirror's.
+// - The chain of operations that wait for each other is what a bounce costs. Divisions that do not
+//   wait for each other are free.
+// - Tests are written so that what is no number fails them: it ends in a refusal, not in a loop.
+#pragma once
+
+#include <cmath>
+#include <cstddef>
+#include <vector>
+
+#include "billiard/radius-core/TBilliard.h"
+#include "billiard/radius-core/TRadiusFunction.h"
+#include "mathkit/bsearch.h"
+#include "mathkit/fast_trig.h"
+
+/// Why a bounce found no impact.
+enum class refusal {
+    none,              ///< it found one
+    direction,         ///< the angle does not point into the table, or is no number
+    through_origin,    ///< the line is not the one through the origin that it was taken for
+    near_end_forward,  ///< beside the start the line lies outside, towards growing angles
+    near_end_backward, ///< the same towards falling angles
+    far_end,           ///< no change from inside to outside up to the far end
+    outside_list,      ///< the start lies outside the list of inflections
+    stationary_point,  ///< the distance has no sign at its extremum
+    no_number          ///< the curve gave a value that is no number
+};
+
+/// A point of the curve where its curvature changes sign, with what a bounce needs there.
+struct inflection_knot {
+    double theta, sine, cosine, r, dr;
+    bool plain_arc; ///< up to the next knot the boundary bends one way only
+};
+
+/// The bounce on a curve of the type Curve, of which value_and_slope is nearly all that is used.
+///
+/// The billiard uses it with TRadiusFunction. With a final class derived from it whose
+/// value_and_slope is inline, the same search has no virtual call: the benchmarks compare with it.
+template<class Curve>
+class bounce {
+public:
+    /// `inflections` is read when `convex` is false. `knots` may hold the same angles with their
+    /// values; where it does not, the curve is asked. All stay the caller's.
+    bounce(Curve& curve, bool convex, const std::vector<double>& inflections,
+           const std::vector<inflection_knot>& knots)
+        : curve(curve),
+          convex(convex),
+          inflections(inflections),
+          knots(knots) {}
+
+    /// Replaces phi and alpha by those of the next impact; both stay unless the answer is none.
+    refusal next(double& phi, double& alpha);
+
+private:
+    // A point of the curve, as seen from the line.
+    struct spot {
+        double x;            // its polar angle, less that of the start
+        double sine, cosine; // of its polar angle
+        double s, o;         // sine and cosine of psi - theta
+        double r, dr;        // of the curve
+        double h;            // distance from the line, positive inside
+    };
+
+    refusal direction(double alpha);
+    refusal through_origin(spot& impact);
+    refusal bracket();
+    refusal first_in_pieces(spot& impact);
+    refusal search(const spot& inside, const spot& outside, spot& impact);
+
+    void look(spot& p) {
+        curve.value_and_slope(phi + p.x, p.sine, p.cosine, p.r, p.dr);
+        p.h = p.r * p.s - c;
+    }
+
+    // The place at the angle x whose sine and cosine are given, not looked at yet.
+    spot place(double x, double sin_x, double cos_x) const {
+        return turned(start, x, sin_x, cos_x);
+    }
+    spot place(double x) const {
+        double sin_x, cos_x;
+        fast_trig::sine_cosine(x, sin_x, cos_x);
+        return turned(start, x, sin_x, cos_x);
+    }
+    static spot turned(const spot& from, double by, double sin_by, double cos_by) {
+        spot p;
+        p.x = from.x + by;
+        p.sine = from.sine * cos_by + from.cosine * sin_by;
+        p.cosine = from.cosine * cos_by - from.sine * sin_by;
+        p.s = from.s * cos_by - from.o * sin_by;
+        p.o = from.o * cos_by + from.s * sin_by;
+        return p;
+    }
+
+    spot piece_end(std::size_t entry);
+    bool arc_stays_inside(const spot& u, const spot& e) const;
+    bool bends_one_way(std::size_t interval) const;
+    spot conic_guess() const;
+    bool between(const spot& a, double x, const spot& b) const {
+        return dir > 0 ? a.x < x && x < b.x : b.x < x && x < a.x;
+    }
+
+    // The slope of g at p, times s^2, which is positive.
+    double slope_of_g(const spot& p) const { return p.dr * p.s * p.s - c * p.o; }
+
+    Curve& curve;
+    const bool convex;
+    const std::vector<double>& inflections;
+    const std::vector<inflection_knot>& knots;
+
+    double phi = 0;
+    double c = 0; // distance of the line from the origin
+    double w = 0; // psi - phi, in [0, pi]
+    int dir = 0;  // +1 where the path runs towards growing angles, else -1
+    spot start;
+    spot near_end; // beside the start, where the line has entered the table
+    spot far_end;  // beside the pole, where it has left it
+};
+
+// The far end keeps this distance from the pole, and the near end starts with it.
+constexpr double end_distance = 2.5e-7;
+
+template<class Curve>
+refusal bounce<Curve>::next(double& phi_, double& alpha) {
+    phi = phi_;
+    start.x = 0;
+    fast_trig::sine_cosine(phi, start.sine, start.cosine);
+    curve.value_and_slope(phi, start.sine, start.cosine, start.r, start.dr);
+
+    refusal why = direction(alpha);
+    if (why != refusal::none) return why;
+    spot impact;
+    if (std::fabs(start.s) < 1e-6) {
+        why = through_origin(impact);
+    } else {
+        why = bracket();
+        if (why != refusal::none) return why;
+        if (far_end.h > 0) {
+            impact = near_end; // where h is 0, so that this end is an impact itself
+        } else if (convex) {
+            why = search(near_end, far_end, impact);
+        } else {
+            why = first_in_pieces(impact);
+        }
+    }
+    if (why != refusal::none) return why;
+
+    // Velocity (o, s) against tangent (R', R), both from the radius at the impact. Angles to the
+    // tangent count modulo pi, and so the velocity may as well be the opposite one.
+    double across = impact.o * impact.r - impact.s * impact.dr;
+    double along = impact.o * impact.dr + impact.s * impact.r;
+    if (across < 0) {
+        across = -across;
+        along = -along;
+    }
+    const double turned_alpha = fast_trig::angle_of(across, along);
+    double theta = phi + impact.x;
+    constexpr double turn = 2 * fast_trig::pi;
+    if (!(theta >= 0 && theta < turn)) theta -= turn * std::floor(theta / turn);
+    if (!(turned_alpha >= 0 && theta >= 0 && theta <= turn)) return refusal::no_number;
+    phi_ = theta < turn ? theta : 0;
+    alpha = turned_alpha < fast_trig::pi ? turned_alpha : 0;
+    return refusal::none;
+}
+
+// The direction of the line, its distance from the origin, and which way the path runs.
+template<class Curve>
+refusal bounce<Curve>::direction(double alpha) {
+    const double r = start.r;
+    const double dr = start.dr;
+    const bool ordinary =
+        r > 1e-100 && r < 1e100 && std::fabs(dr) < 1e100 && alpha >= 0 && alpha < fast_trig::pi;
+    if (ordinary) {
+        // The velocity from the radius: the tangent (R', R), turned by alpha. Of the two
+        // directions of the line, psi is the one with a sine that is not negative.
+        double sin_alpha, cos_alpha;
+        fast_trig::sine_cosine(alpha, sin_alpha, cos_alpha);
+        const double scale = 1 / std::sqrt(r * r + dr * dr);
+        const double radial = (dr * cos_alpha - r * sin_alpha) * scale;
+        const double tangential = (r * cos_alpha + dr * sin_alpha) * scale;
+        start.s = std::fabs(tangential);
+        start.o = tangential < 0 ? -radial : radial;
+        w = fast_trig::angle_of(start.s, start.o);
+    } else {
+        w = (alpha + fast_trig::pi) - (std::atan(dr / r) + fast_trig::pi / 2);
+        if (w >= fast_trig::pi) w -= fast_trig::pi;
+        const double psi = phi + w;
+        if (!(psi >= phi && phi >= psi - fast_trig::pi)) return refusal::direction;
+        start.s = std::sin(w);
+        start.o = std::cos(w);
+    }
+    c = r * start.s;
+    start.h = 0;
+    dir = dr * start.s - r * start.o > 0 ? 1 : -1;
+    return refusal::none;
+}
+
+// The pole lies too near the start for a bracket. The impact is that on the opposite side, moved
+// by what the small angle e between line and radius makes of the way across.
+template<class Curve>
+refusal bounce<Curve>::through_origin(spot& impact) {
+    const double e = start.o > 0 ? start.s : -start.s;
+    if (!(std::fabs(e) < 1e-4)) return refusal::through_origin;
+    double r2, dr2;
+    curve.value_and_slope(phi + fast_trig::pi, -start.sine, -start.cosine, r2, dr2);
+    const double move = e * (start.r + r2) / r2;
+    if (!(std::fabs(move) < 1e9)) return refusal::no_number;
+    impact = place(move);
+    impact = turned(impact, fast_trig::pi, 0, -1);
+    look(impact);
+    return refusal::none;
+}
+
+// Finds both ends: the start is a root itself, so the search begins beside it; it ends beside the
+// pole. Afterwards h is not negative at the near end and, unless it is 0 there, not positive at
+// the far end.
+template<class Curve>
+refusal bounce<Curve>::bracket() {
+    double d = end_distance;
+    for (int i = 0;; ++i, d *= 0.01) {
+        near_end = place(dir * d, dir * d, 1 - 0.5 * d * d);
+        look(near_end);
+        if (near_end.h >= 0) break;
+        if (i == 2) return dir > 0 ? refusal::near_end_forward : refusal::near_end_backward;
+    }
+
+    constexpr double sin_end = end_distance;
+    constexpr double cos_end = 1 - 0.5 * end_distance * end_distance;
+    if (dir > 0) {
+        far_end = place(w - end_distance, start.s * cos_end - start.o * sin_end,
+                        start.o * cos_end + start.s * sin_end);
+    } else {
+        far_end = place((w - fast_trig::pi) + end_distance, -start.s * cos_end - start.o * sin_end,
+                        -start.o * cos_end + start.s * sin_end);
+    }
+    far_end.s = sin_end; // known better than by turning
+    far_end.o = dir * cos_end;
+    look(far_end);
+    if (far_end.h <= 0) return refusal::none;
+    return far_end.h > 0 && near_end.h == 0 ? refusal::none : refusal::far_end;
+}
+
+// In polar form 1/R of a straight line, of a circle about the origin and of any conic with its
+// focus there is A + B cos + C sin. One such conic has the curve's radius and slope at the start
+// and its radius at the far end; this is where the line meets it again. Not looked at yet.
+template<class Curve>
+typename bounce<Curve>::spot bounce<Curve>::conic_guess() const {
+    // Sine and cosine of the angle from the start to the far end, which is w or w - pi but for
+    // the distance from the pole, too small to matter here.
+    const double sin_far = dir * start.s;
+    const double cos_far = dir * start.o;
+    const double rb = far_end.r;
+    const double n = (start.dr * start.s - start.r * start.o) * (1 - cos_far) * rb;
+    const double m = start.s * (start.r * start.r - (start.r * cos_far - start.dr * sin_far) * rb);
+    const double scale = 1 / (n * n + m * m);
+    return place(2 * fast_trig::angle_of(n, m), 2 * n * m * scale, (m - n) * (m + n) * scale);
+}
+
+// Sine and cosine of a step of the search; most are so small that few terms are enough.
+inline void step_sine_cosine(double d, double& sine, double& cosine) {
+    const double z = d * d;
+    if (!(z < 0.0025)) {
+        fast_trig::sine_cosine(d, sine, cosine);
+        return;
+    }
+    sine = d + d * z * (-1.0 / 6 + z * (1.0 / 120 - z * (1.0 / 5040)));
+    cosine = 1 + z * (-0.5 + z * (1.0 / 24 - z * (1.0 / 720 - z * (1.0 / 40320))));
+}
+
+// The root between a point inside, h >= 0, and one outside, h <= 0; the second lies in the
+// direction of the path. Comes with radius and slope of the curve there.
+template<class Curve>
+refusal bounce<Curve>::search(const spot& inside, const spot& outside, spot& impact) {
+    double in = inside.x;
+    double out = outside.x;
+    spot p = conic_guess();
+    if (!between(inside, p.x, outside)) {
+        const double part = inside.h / (inside.h - outside.h);
+        p = place(in + (convex || !(part > 0 && part < 1) ? 0.5 : part) * (out - in));
+    }
+
+    // W, 1/W' and x at the point before.
+    double value_before = 0;
+    double inverse_slope_before = 0;
+    double x_before = 0;
+    double step_before = std::fabs(out - in);
+    constexpr int limit = 120;
+    for (int i = 0; i < limit; ++i) {
+        look(p);
+        if (!(p.h == p.h)) return refusal::no_number;
+        (p.h >= 0 ? in : out) = p.x;
+
+        const double rr = p.r * p.r;
+        const double inverse = 1 / (rr * p.o - c * p.dr);
+        const double tangent = p.r * p.h * inverse;
+        const double value = p.h / p.r;
+        const double inverse_slope = -rr * inverse;
+        double step =
+            std::fabs(tangent) < 0.4 ? fast_trig::small_arc_tangent(tangent) : std::atan(tangent);
+        if (i > 0) {
+            // The cubic through x at the last two values of W, with the slopes there, read at 0.
+            // It gains half of Newton's digits again, but means nothing across a corner: only a
+            // small correction is believed.
+            const double back = 1 / (value_before - value);
+            const double chord = (x_before - p.x) * back;
+            const double v = value * back;
+            const double bent =
+                v * v * (value_before - value) *
+                ((chord - inverse_slope) -
+                 value_before * back * (inverse_slope_before + inverse_slope - 2 * chord));
+            const double cubic = -inverse_slope * value + bent;
+            if (std::fabs(cubic - step) < 0.25 * std::fabs(step)) step = cubic;
+        }
+
+        // The rounding of W, divided by its slope, is as near as any step can come. The test
+        // stands before that of the bracket, which the last step may leave by one rounding.
+        const double size = std::fabs(step);
+        if (size <= 1e-13 + 1e-15 * std::fabs(inverse_slope)) {
+            impact = turned(p, step, step, 1);
+            impact.r = p.r;
+            impact.dr = p.dr;
+            return refusal::none;
+        }
+        if (std::fabs(out - in) <= 1e-15) {
+            impact = p;
+            return refusal::none;
+        }
+        value_before = value;
+        inverse_slope_before = inverse_slope;
+        x_before = p.x;
+
+        // Beside a corner two points may take turns for ever: from the fifth on, a step that is
+        // not half the one before gives way to halving.
+        const double to = p.x + step;
+        const bool inside_bracket = dir > 0 ? in < to && to < out : out < to && to < in;
+        if (inside_bracket && (i < 4 || 2 * size < step_before)) {
+            double sin_step, cos_step;
+            step_sine_cosine(step, sin_step, cos_step);
+            p = turned(p, step, sin_step, cos_step);
+            step_before = size;
+        } else {
+            step_before = 0.5 * std::fabs(out - in);
+            p = place(in + 0.5 * (out - in));
+        }
+    }
+    impact = p;
+    look(impact);
+    return refusal::none;
+}
+
+// Walks over the pieces between the inflections to the first one that holds an impact.
+template<class Curve>
+refusal bounce<Curve>::first_in_pieces(spot& impact) {
+    const std::size_t size = inflections.size();
+    const int interval =
+        bsearch_interval(static_cast<unsigned>(size), phi + near_end.x, inflections.data());
+    if (interval < 0 || interval >= static_cast<int>(size) - 1) return refusal::outside_list;
+
+    spot u = near_end;
+    // Wraps round below the first entry, and is then no entry either.
+    std::size_t entry = static_cast<std::size_t>(interval) + (dir > 0 ? 1 : 0);
+    bool plain_arc = bends_one_way(static_cast<std::size_t>(interval));
+    for (;;) {
+        const bool last = entry >= size || !between(u, inflections[entry] - phi, far_end);
+        const spot e = last ? far_end : piece_end(entry);
+        if (e.h == 0) {
+            impact = e;
+            return refusal::none;
+        }
+        if (e.h < 0) return search(u, e, impact);
+        if (!(e.h > 0)) return refusal::no_number;
+
+        // Both ends inside: the path may have left the table and come back in between, around a
+        // point where g is stationary.
+        if (slope_of_g(u) * slope_of_g(e) <= 0 && !(plain_arc && arc_stays_inside(u, e))) {
+            TFindExt extremum(&curve, c, phi + w);
+            double a = phi + u.x;
+            double b = phi + e.x;
+            const double theta = extremum.safe_newton(a, b, 1e-14);
+            if (theta == theta) { // else the signs were those of rounding
+                spot x = place(theta - phi);
+                look(x);
+                if (!(x.h == x.h)) return refusal::stationary_point;
+                if (x.h == 0) {
+                    impact = x;
+                    return refusal::none;
+                }
+                if (x.h < 0) return search(u, x, impact);
+            }
+        }
+        if (last) return refusal::no_number; // the far end is outside: not reached
+        u = e;
+        plain_arc = bends_one_way(dir > 0 ? entry : entry - 1);
+        entry += dir > 0 ? 1 : std::size_t(-1);
+    }
+}
+
+// Radius and slope at the inflections are constants of the curve, and so the ends of the pieces
+// cost no evaluation.
+template<class Curve>
+typename bounce<Curve>::spot bounce<Curve>::piece_end(std::size_t entry) {
+    const double theta = inflections[entry];
+    if (entry >= knots.size() || knots[entry].theta != theta) {
+        spot p = place(theta - phi);
+        look(p);
+        return p;
+    }
+    const inflection_knot& k = knots[entry];
+    const double sin_x = k.sine * start.cosine - k.cosine * start.sine;
+    const double cos_x = k.cosine * start.cosine + k.sine * start.sine;
+    spot p;
+    p.x = theta - phi;
+    p.sine = k.sine;
+    p.cosine = k.cosine;
+    p.s = start.s * cos_x - start.o * sin_x;
+    p.o = start.o * cos_x + start.s * sin_x;
+    p.r = k.r;
+    p.dr = k.dr;
+    p.h = p.r * p.s - c;
+    return p;
+}
+
+// The knots know it of the interval between two entries, if they are those of the list.
+template<class Curve>
+bool bounce<Curve>::bends_one_way(std::size_t interval) const {
+    if (interval >= knots.size() || knots.size() != inflections.size()) return false;
+    return knots[interval].theta == inflections[interval] && knots[interval].plain_arc;
+}
+
+// An arc that bends one way lies in the triangle of its chord and its end tangents. Where all
+// three corners are inside, so is the arc, and no stationary point need be searched. Coordinates
+// run along the line and across it; nothing is divided.
+template<class Curve>
+bool bounce<Curve>::arc_stays_inside(const spot& u, const spot& e) const {
+    const double ux = u.dr * u.o + u.r * u.s; // the tangents, per radian
+    const double uy = u.dr * u.s - u.r * u.o;
+    const double ex = e.dr * e.o + e.r * e.s;
+    const double ey = e.dr * e.s - e.r * e.o;
+    const double dx = e.r * e.o - u.r * u.o; // the chord
+    const double dy = e.h - u.h;
+    const double cross = ux * ey - uy * ex;
+    const double from_u = dx * ey - dy * ex; // way to the meeting point, times cross
+    const double from_e = ux * dy - uy * dx;
+    const bool ahead = dir * from_u * cross > 0 && dir * from_e * cross > 0;
+    return ahead && (u.h * cross + from_u * uy) * cross > 0;
+}
