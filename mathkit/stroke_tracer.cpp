@@ -7,6 +7,7 @@
 #include <cmath>
 #include <cstdlib>
 #include <numbers>
+#include <utility>
 
 namespace {
 
@@ -70,14 +71,31 @@ std::vector<curve_point> curve_pixels(double rx, double ry) {
     return pixels;
 }
 
-// The degenerate curve of a box without area: its ends and the quarters between them.
-std::vector<curve_point> flat_curve_pixels(double rx, double ry) {
+// Where flat meets steep a pixel may be missing; it goes to the outside, alike in all quarters.
+void close_gaps(std::vector<curve_point>& way, double rx, double ry) {
+    std::vector<curve_point> closed;
+    for (const curve_point& p : way) {
+        if (!closed.empty()) {
+            const curve_point& q = closed.back();
+            const double step = std::max(std::fabs(p.dx - q.dx), std::fabs(p.dy - q.dy));
+            if (step > 1 && step < 3) {
+                closed.push_back({snap_offset((p.dx + q.dx) / 2, std::floor(rx) != rx),
+                                  snap_offset((p.dy + q.dy) / 2, std::floor(ry) != ry),
+                                  (p.angle + q.angle) / 2});
+            }
+        }
+        closed.push_back(p);
+    }
+    way = std::move(closed);
+}
+
+// The degenerate curve of a box without area: the ends of its way and the quarters between them.
+std::vector<curve_point> flat_curve_pixels(double rx, double ry, int from, int to) {
     std::vector<curve_point> pixels;
-    for (int angle = 0; angle < 360; angle += 90) {
-        const double dx = angle == 0 ? rx : angle == 180 ? -rx : 0;
-        const double dy = angle == 90 ? ry : angle == 270 ? -ry : 0;
-        pixels.push_back({snap_offset(dx, std::floor(rx) != rx),
-                          snap_offset(dy, std::floor(ry) != ry), static_cast<double>(angle)});
+    for (const int angle : {from, 0, 90, 180, 270, to}) {
+        pixels.push_back({snap_offset(rx * std::cos(angle * degree), std::floor(rx) != rx),
+                          snap_offset(ry * std::sin(angle * degree), std::floor(ry) != ry),
+                          static_cast<double>(angle)});
     }
     return pixels;
 }
@@ -220,7 +238,7 @@ void stroke_tracer::arc_to(point low, point high, int from, int to) {
     const double rx = (high.x - low.x) / 2.0;
     const double ry = (high.y - low.y) / 2.0;
     std::vector<curve_point> curve =
-        rx < 0.5 || ry < 0.5 ? flat_curve_pixels(rx, ry) : curve_pixels(rx, ry);
+        rx < 1 || ry < 1 ? flat_curve_pixels(rx, ry, from, to) : curve_pixels(rx, ry);
 
     // The angle becomes the way along the arc; what lies outside of it goes.
     const int sense = to < from ? -1 : 1;
@@ -237,6 +255,8 @@ void stroke_tracer::arc_to(point low, point high, int from, int to) {
 
     const bool closes = length >= 360 && !way.empty() && way.front().angle > slack;
     if (closes) way.push_back(way.front());
+
+    if (rx >= 1 && ry >= 1) close_gaps(way, rx, ry);
 
     std::vector<point> pixels;
     for (const curve_point& p : way) {

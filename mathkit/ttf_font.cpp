@@ -61,8 +61,8 @@ std::vector<FT_Byte> read_file(const char* path) {
 
 const char* reason_of(FT_Error error) {
     if (error == FT_Err_Unknown_File_Format) return "is no font file";
-    const char* text = FT_Error_String(error); // null where FreeType was built without texts
-    return text ? text : "the font file is damaged";
+    if (error == FT_Err_Out_Of_Memory) return "no memory left for the font";
+    return "is no font file, or a damaged one"; // FreeType's own texts are seldom built in
 }
 
 } // namespace
