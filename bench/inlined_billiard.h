@@ -1,0 +1,56 @@
+// SPDX-License-Identifier: MIT
+// The program's own search with the curve inlined into it: what the virtual call costs.
+#pragma once
+
+#include "billiard/radius-core/TBilliard.h"
+#include "billiard/radius-core/bounce.h"
+#include "mathkit/TError.h"
+
+#include <cmath>
+#include <vector>
+
+namespace bench {
+
+/// A curve of the program whose operations a compiler can inline, since it is known by its type.
+template<class Inlined>
+class final_curve final : public TRadiusFunction {
+public:
+    explicit final_curve(const Inlined& curve) : curve(curve) {}
+    double R(double phi) const override { return curve.R(phi); }
+    double dR(double phi) const override { return curve.dR(phi); }
+    double ddR(double phi) const override { return curve.ddR(phi); }
+    void value_and_slope(double phi, double sin_phi, double cos_phi, double& r,
+                         double& dr) const override {
+        curve.value_and_slope(phi, sin_phi, cos_phi, r, dr);
+    }
+
+private:
+    Inlined curve;
+};
+
+/// A billiard for one type of curve, which bounces without a virtual call.
+template<class Inlined>
+class inlined_billiard final : public TBilliardMap {
+public:
+    /// `F` is the program's curve, which the billiard takes, `inlined` the same one.
+    inlined_billiard(TRadiusFunction* F, const Inlined& inlined) : TBilliardMap(F), curve(inlined) {
+        if (convex) return;
+        for (const double theta : inflections) {
+            // The benchmarks' curves are smooth, and none of their inflections is missed.
+            inflection_knot knot{theta, std::sin(theta), std::cos(theta), 0, 0, true};
+            curve.value_and_slope(theta, knot.sine, knot.cosine, knot.r, knot.dr);
+            knots.push_back(knot);
+        }
+    }
+
+    void iterate() override {
+        bounce<final_curve<Inlined>> path(curve, convex, inflections, knots);
+        if (path.next(phi, alpha) != refusal::none) throw TError("no impact");
+    }
+
+private:
+    final_curve<Inlined> curve;
+    std::vector<inflection_knot> knots;
+};
+
+} // namespace bench
