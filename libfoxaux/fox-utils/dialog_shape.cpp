@@ -97,9 +97,11 @@ void dialog_shape::add_button_row(bool cancel_first) {
 }
 
 bool dialog_shape::run(FXuint placement) {
-    // A field takes the focus only once it exists on the display.
+    // A field takes the focus only once it exists on the display, and a text that its target
+    // replaces at the first update would lose the selection.
     create();
     layout();
+    forceRefresh();
     if (FXTextField* field = first_field(this)) {
         field->setFocus();
         field->selectAll();

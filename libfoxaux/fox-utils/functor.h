@@ -66,7 +66,8 @@ private:
         handle* h = nullptr;   ///< the target, owned; null in an empty functor
     };
 
-    void release() {
+    // Not inlined: g++ 12 then loses track of the count and warns of a use after free.
+    [[gnu::noinline]] void release() {
         if (--body->refs > 0) return;
         delete body->h;
         delete body;

@@ -29,18 +29,38 @@ inline FXApp& app() {
     return *application;
 }
 
+/// Makes a timer due again and again: a chore that works until something waits, as the canvases'
+/// loop does, then gives way.
+class ticker : public FXObject {
+public:
+    static constexpr FXuint id = 1;
+
+    ticker() { app().addTimeout(this, id, distance); }
+    ~ticker() override { app().removeTimeout(this, id); }
+    long handle(FXObject*, FXSelector, void*) override {
+        app().addTimeout(this, id, distance);
+        return 1;
+    }
+
+private:
+    static constexpr FXuint distance = 3; // milliseconds
+};
+
 /// Handles what is pending: paints, layout, timers that are due. A running chore runs some times.
 inline void pump(int passes = 10) {
+    const ticker events;
     for (int i = 0; i < passes; ++i) {
         app().flush(true);
         app().runWhileEvents();
     }
+    app().forceRefresh(); // widgets would ask their targets one by one, whenever idle
     app().repaint();
     app().flush(true);
 }
 
 /// Handles events until `done` says so; false if it never does within some seconds.
 inline bool pump_until(const std::function<bool()>& done) {
+    const ticker events;
     const FXTime deadline = FXThread::time() + 10000000000LL; // nanoseconds
     while (!done()) {
         if (FXThread::time() > deadline) return false;
@@ -60,19 +80,27 @@ inline FXEvent mouse_event(FXWindow* window, int x, int y) {
     return event;
 }
 
+/// Hands an event to a window as the toolkit does: a handled one makes the widgets ask their
+/// targets for news. Gives the handler's answer.
+inline long send(FXWindow* window, FXuint type, FXEvent& event) {
+    event.type = type;
+    const long answer = window->handle(window, FXSEL(type, 0), &event);
+    if (answer) app().refresh();
+    return answer;
+}
+
 /// Sends a mouse message, SEL_LEFTBUTTONPRESS and the like; gives the handler's answer.
 inline long send_mouse(FXWindow* window, FXuint type, int x, int y) {
     FXEvent event = mouse_event(window, x, y);
-    return window->handle(window, FXSEL(type, 0), &event);
+    return send(window, type, event);
 }
 
 /// Presses a key that carries a text, or one that has only a code.
 inline long send_key(FXWindow* window, FXint code, const char* text = "") {
     FXEvent event{};
-    event.type = SEL_KEYPRESS;
     event.code = code;
     event.text = text;
-    return window->handle(window, FXSEL(SEL_KEYPRESS, 0), &event);
+    return send(window, SEL_KEYPRESS, event);
 }
 
 /// Types characters into a canvas, one after another; gives the answer to the last.
@@ -227,6 +255,15 @@ inline void type_into(FXTextField* field, const char* text) {
         else
             send_key(field, static_cast<unsigned char>(*text), std::string(1, *text).c_str());
     }
+}
+
+/// The part of a field's text that is selected.
+inline std::string selected_text(const FXTextField* field) {
+    std::string selected;
+    const FXString text = field->getText();
+    for (FXint i = 0; i < text.length(); ++i)
+        if (field->isPosSelected(i)) selected += text[i];
+    return selected;
 }
 
 /// Runs every test of the process on one application: the body of main().

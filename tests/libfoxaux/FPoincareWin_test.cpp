@@ -1,0 +1,337 @@
+// SPDX-License-Identifier: MIT
+// Tests of the Poincare canvas: starts, orbits, undo, loop, colour cycle, circle capture.
+#include "libfoxaux/fox-utils/FPoincareWin.h"
+
+#include "mathkit/TError.h"
+#include "mathkit/getMicroTime.h"
+#include "tests/libfoxaux/window_fixture.h"
+
+#include <cmath>
+#include <limits>
+
+using namespace window_test;
+
+namespace {
+
+constexpr FXColor white = 0xffffffff, black = 0xff000000, red = 0xff0000ff;
+
+/// A map that visits given points in turn, in the unit square, one unit 100 pixels wide.
+class toy_map : public FPoincareWin {
+public:
+    toy_map(FXComposite* parent, FXuint opts, FXint x, FXint y, FXint w, FXint h)
+        : FPoincareWin(parent, opts, x, y, w, h) {
+        w2s->set_world(0, 0, 1, 1);
+        loop_changed = functor1<void, int>(this, &toy_map::on_loop_changed);
+        on_change = functor0<void>(this, &toy_map::on_color);
+    }
+
+    bool set_start(double x, double y) override {
+        ++starts;
+        if (!(x > 0 && x < 1 && y > 0 && y < 1)) return false;
+        current_x = x;
+        current_y = y;
+        return true;
+    }
+    void step() override {
+        if (steps == fails_at) throw TError("no next point");
+        const auto& point = orbit[steps++ % orbit.size()];
+        current_x = point.first;
+        current_y = point.second;
+    }
+    void draw_axes() override {
+        ++frames;
+        FXDCWindow dc(image);
+        dc.setForeground(white);
+        dc.fillRectangle(0, 0, image->getWidth(), image->getHeight());
+        w2s->set_screen(0, 0, image->getWidth() - 1, image->getHeight() - 1, false);
+    }
+    void iterate() override {
+        try {
+            FPoincareWin::iterate();
+        } catch (const TError& error) {
+            stop_loop();
+            failures.push_back(error.text().c_str());
+        }
+    }
+    void sync_companions() override { ++syncs; }
+    void find_fixed_point(double x, double y, double rx, double ry) override {
+        found.push_back({x, y, rx, ry});
+    }
+
+    std::vector<std::pair<double, double>> orbit{{0.5, 0.5}};
+    std::size_t steps = 0, fails_at = std::numeric_limits<std::size_t>::max();
+    int starts = 0, frames = 0, syncs = 0, colors = 0;
+    std::vector<std::string> failures;
+    std::vector<int> loop_states;
+    std::vector<std::vector<double>> found;
+
+private:
+    void on_loop_changed(int state) {
+        // Told before the change is made.
+        EXPECT_EQ(loop_idle.is_active(), state == 0);
+        loop_states.push_back(state);
+    }
+    void on_color() { ++colors; }
+};
+
+/// 101 pixels a side: the world point (0.3, 0.4) is the pixel (30, 60).
+struct toy : shown<toy_map> {
+    toy() : shown(101, 101) {}
+};
+
+void click(toy& window, int x, int y) {
+    send_mouse(window.canvas, SEL_LEFTBUTTONPRESS, x, y);
+    send_mouse(window.canvas, SEL_LEFTBUTTONRELEASE, x, y);
+}
+
+TEST(FPoincareWin, AClickStartsAnOrbitThatIsSeenAtOnce) {
+    toy window;
+    window->foreground = red;
+    click(window, 30, 60);
+    EXPECT_NEAR(window->current_x, 0.3, 1e-12);
+    EXPECT_NEAR(window->current_y, 0.4, 1e-12);
+    EXPECT_EQ(pixels(window->image).at(30, 60), red);
+    EXPECT_EQ(pixels(window->image).count(white), 101 * 101 - 1);
+    EXPECT_EQ(screen_of(window.canvas).at(30, 60), red);
+    EXPECT_EQ(pixels(window->backup).count(white), 101 * 101);
+}
+
+TEST(FPoincareWin, ARefusedStartChangesNothing) {
+    toy window;
+    click(window, 30, 60);
+    const pixels image(window->image), backup(window->backup);
+    click(window, 0, 50); // on the edge of the world
+    EXPECT_EQ(window->starts, 2);
+    EXPECT_TRUE(pixels(window->image) == image);
+    EXPECT_TRUE(pixels(window->backup) == backup);
+}
+
+TEST(FPoincareWin, AnOrbitDrawsWhatLiesInThePlotAndNothingElse) {
+    const double inf = std::numeric_limits<double>::infinity();
+    const double nan = std::numeric_limits<double>::quiet_NaN();
+    toy window;
+    // The last ones lie where 16 bits or 32 bits wrap back into the picture.
+    window->orbit = {{0.3, 0.4},     {nan, 0.5},         {0.5, nan},  {inf, 0.5},
+                     {0.5, -inf},    {1e300, 0.5},       {-0.5, 0.5}, {655.41, 0.5},
+                     {0.5, -655.35}, {42949672.99, 0.5}, {0, 0},      {1, 1},
+                     {1.0049, 0.25}, {1.0051, 0.25 + 1}};
+    window->iterations = static_cast<int>(window->orbit.size());
+    type_keys(window.canvas, " ");
+    EXPECT_EQ(window->steps, window->orbit.size());
+    const pixels picture(window->image);
+    const int dots[][2] = {{30, 60}, {0, 100}, {100, 0}, {100, 75}};
+    for (const auto& dot : dots)
+        EXPECT_EQ(picture.at(dot[0], dot[1]), black);
+    EXPECT_EQ(picture.count(black), 4);
+    pump();
+    EXPECT_EQ(screen_of(window.canvas).count(black), 4);
+}
+
+TEST(FPoincareWin, NoPointsAreMadeOfAskingForNone) {
+    toy window;
+    window->run_orbit(0);
+    window->run_orbit(-7);
+    EXPECT_EQ(window->steps, 0u);
+}
+
+TEST(FPoincareWin, AFailingMapLeavesThePointsDrawnSoFar) {
+    toy window;
+    window->orbit = {{0.1, 0.1}, {0.2, 0.2}, {0.3, 0.3}};
+    window->fails_at = 2;
+    window->iterate();
+    EXPECT_EQ(window->failures, std::vector<std::string>{"no next point"});
+    EXPECT_EQ(pixels(window->image).count(black), 2);
+}
+
+TEST(FPoincareWin, UndoGoesBackToBeforeTheLastStart) {
+    toy window;
+    click(window, 10, 10);
+    window->orbit = {{0.5, 0.5}, {0.6, 0.6}};
+    type_keys(window.canvas, " ");
+    const pixels first(window->image);
+    window->foreground = red;
+    click(window, 20, 20);
+    window->orbit = {{0.7, 0.7}};
+    type_keys(window.canvas, " ");
+    EXPECT_EQ(pixels(window->image).count(red), 2);
+    for (const char* key : {"u", "U"}) { // twice does the same as once
+        type_keys(window.canvas, key);
+        EXPECT_TRUE(pixels(window->image) == first);
+        pump();
+        EXPECT_TRUE(screen_of(window.canvas) == first);
+    }
+}
+
+TEST(FPoincareWin, WhateverRendersThePictureWipesPointsAndBackup) {
+    toy window;
+    const auto wiped = [&](const char* what) {
+        EXPECT_EQ(pixels(window->image).count(black), 0) << what;
+        EXPECT_EQ(pixels(window->backup).count(black), 0) << what;
+        click(window, 40, 40);
+        click(window, 50, 50);
+        EXPECT_EQ(pixels(window->backup).count(black), 1) << what;
+    };
+    wiped("at first");
+    for (const char* key : {"d", "*", "-", "g"}) {
+        type_keys(window.canvas, key);
+        wiped(key);
+    }
+    send_key(window.canvas, KEY_Left);
+    wiped("arrow");
+    window.resize(90, 95);
+    wiped("resize");
+    window->colors_changed();
+    wiped("colours");
+}
+
+TEST(FPoincareWin, TheColoursCycle) {
+    toy window;
+    const int frames = window->frames;
+    type_keys(window.canvas, "z");
+    EXPECT_EQ(window->foreground, 0xff000000u); // black
+    type_keys(window.canvas, "Zz");
+    EXPECT_EQ(window->foreground, 0xff808080u); // gray
+    type_keys(window.canvas, "z");
+    EXPECT_EQ(window->foreground, 0xff0000ffu); // red: the lowest byte
+    window->foreground = 0xff123456;            // chosen elsewhere: the cycle does not follow
+    type_keys(window.canvas, "z");
+    EXPECT_EQ(window->foreground, 0xff008000u); // green
+    for (int i = 5; i < 27; ++i)
+        type_keys(window.canvas, "z");
+    EXPECT_EQ(window->foreground, 0xff2a2aa5u); // brown, the last one
+    type_keys(window.canvas, "z");
+    EXPECT_EQ(window->foreground, 0xff000000u);
+    EXPECT_EQ(window->colors, 28);
+    EXPECT_EQ(window->cycle_colors.size(), 27u);
+    EXPECT_EQ(window->frames, frames); // the picture stays
+}
+
+TEST(FPoincareWin, TheLoopRunsBetweenEvents) {
+    toy window;
+    window->iterations = 1;
+    type_keys(window.canvas, "l");
+    EXPECT_TRUE(window->loop_idle.is_active());
+    EXPECT_TRUE(pump_until([&] { return window->steps > 50; }));
+    window->start_loop(); // runs already
+    type_keys(window.canvas, "L");
+    EXPECT_FALSE(window->loop_idle.is_active());
+    window->stop_loop();
+    EXPECT_EQ(window->loop_states, (std::vector<int>{1, 0}));
+    const std::size_t steps = window->steps;
+    pump();
+    EXPECT_EQ(window->steps, steps);
+    EXPECT_EQ(screen_of(window.canvas).count(black), 1); // level with the picture again
+}
+
+TEST(FPoincareWin, ArmingStopsTheLoop) {
+    toy window;
+    window->start_loop();
+    type_keys(window.canvas, "*"); // a zoom by key does not
+    EXPECT_TRUE(window->loop_idle.is_active());
+    type_keys(window.canvas, "+");
+    EXPECT_FALSE(window->loop_idle.is_active());
+    EXPECT_EQ(window->mode, 1);
+    window->start_loop();
+    window->arm_fixed_point();
+    EXPECT_FALSE(window->loop_idle.is_active());
+    EXPECT_EQ(window->mode, 1); // not idle: not armed
+    EXPECT_EQ(window->loop_states, (std::vector<int>{1, 0, 1, 0}));
+}
+
+TEST(FPoincareWin, AFailingMapEndsTheLoopAtOnce) {
+    toy window;
+    window->iterations = 10;
+    window->fails_at = 95;
+    window->start_loop();
+    EXPECT_TRUE(pump_until([&] { return !window->loop_idle.is_active(); }));
+    pump();
+    EXPECT_EQ(window->failures.size(), 1u);
+    EXPECT_EQ(window->steps, 95u);
+    EXPECT_EQ(window->loop_states, (std::vector<int>{1, 0}));
+}
+
+TEST(FPoincareWin, TheLoopBringsTheScreenUpToDateAboutOnceASecond) {
+    toy window;
+    window->iterations = 1;
+    window->start_loop();
+    EXPECT_LE(getMicroTime() - window->last_sync, 1000000);
+    pump(3);
+    EXPECT_EQ(window->syncs, 0);
+    window->last_sync = getMicroTime() - 1000001;
+    EXPECT_TRUE(pump_until([&] { return window->syncs > 0; }));
+    EXPECT_EQ(window->syncs, 1);
+    EXPECT_LE(getMicroTime() - window->last_sync, 1000000);
+    EXPECT_EQ(screen_of(window.canvas).count(black), 1);
+    window->stop_loop();
+}
+
+TEST(FPoincareWin, ACircleIsCapturedInWorldUnits) {
+    toy window;
+    window->w2s->world.set(0, 0, 2, 1); // one pixel: 0.02 x 0.01
+    window->redraw();
+    const pixels before(window->image);
+    const struct {
+        int ax, ay, ex, ey;
+        double r; // pixels; 0: no capture
+    } cases[] = {
+        {40, 60, 43, 56, 5},  {40, 60, 40, 50, 10}, {40, 60, 41, 61, std::sqrt(2.0)}, // not rounded
+        {40, 60, 40, 60, 0},  // moved, but back at the anchor
+        {10, 60, -1, 60, 10}, // beyond the edge counts as on the edge
+    };
+    for (const auto& c : cases) {
+        window->found.clear();
+        window->arm_fixed_point();
+        EXPECT_EQ(window->mode, 4);
+        EXPECT_EQ(window->getDefaultCursor(), window->zoom_cursor);
+        send_mouse(window.canvas, SEL_LEFTBUTTONPRESS, c.ax, c.ay);
+        EXPECT_EQ(window->mode, 5);
+        send_mouse(window.canvas, SEL_MOTION, 70, 70);
+        send_mouse(window.canvas, SEL_MOTION, c.ex, c.ey);
+        EXPECT_FALSE(screen_of(window.canvas) == before);
+        send_mouse(window.canvas, SEL_LEFTBUTTONRELEASE, c.ex, c.ey);
+        EXPECT_EQ(window->mode, 0);
+        EXPECT_EQ(window->getDefaultCursor(), window->normal_cursor);
+        EXPECT_TRUE(screen_of(window.canvas) == before) << c.ex;
+        ASSERT_EQ(window->found.size(), c.r > 0 ? 1u : 0u) << c.ex;
+        if (c.r == 0) continue;
+        const std::vector<double> wanted{c.ax * 0.02, 1 - c.ay * 0.01, c.r * 0.02, c.r * 0.01};
+        for (int i = 0; i < 4; ++i)
+            EXPECT_NEAR(window->found[0][i], wanted[i], 1e-12) << c.ex;
+    }
+    EXPECT_EQ(window->starts, 0);
+    EXPECT_TRUE(pixels(window->image) == before);
+}
+
+TEST(FPoincareWin, ACaptureWithoutMotionOrCancelledSearchesNothing) {
+    toy window;
+    window->end_y = 77; // of an earlier drag
+    window->arm_fixed_point();
+    click(window, 50, 50);
+    EXPECT_EQ(window->mode, 0);
+    EXPECT_EQ(window->getDefaultCursor(), window->normal_cursor);
+
+    window->arm_fixed_point();
+    send_mouse(window.canvas, SEL_LEFTBUTTONPRESS, 50, 50);
+    send_mouse(window.canvas, SEL_MOTION, 60, 60);
+    send_key(window.canvas, KEY_Escape);
+    EXPECT_EQ(window->mode, 0);
+    send_mouse(window.canvas, SEL_LEFTBUTTONRELEASE, 60, 60);
+    EXPECT_TRUE(window->found.empty());
+    EXPECT_EQ(window->starts, 0);
+}
+
+TEST(FPoincareWin, TheCaptureShowsACrossAndACircle) {
+    toy window;
+    window->arm_fixed_point();
+    send_mouse(window.canvas, SEL_LEFTBUTTONPRESS, 50, 50);
+    send_mouse(window.canvas, SEL_MOTION, 70, 50);
+    const pixels during = screen_of(window.canvas);
+    const FXColor marked = 0xffff0000; // yellow by XOR on white
+    const int marks[][2] = {{45, 45}, {55, 55}, {45, 55}, {55, 45}, {70, 50}, {50, 30}, {30, 50}};
+    for (const auto& m : marks)
+        EXPECT_EQ(during.at(m[0], m[1]), marked) << m[0] << ' ' << m[1];
+    EXPECT_EQ(during.at(44, 44), white);
+    EXPECT_EQ(during.at(60, 50), white);
+}
+
+} // namespace
