@@ -1,0 +1,307 @@
+// SPDX-License-Identifier: MIT
+// The dialogs of the curves and of the current position: what they offer, take, refuse and keep.
+#include "tests/billiard/fox/main_window.h"
+
+#include "billiard/fox/curve_table.h"
+#include "libfoxaux/fox-utils/history_manager.h"
+
+#include <limits>
+#include <numbers>
+
+using namespace window_test;
+
+namespace {
+
+class FMain_dialogs_test : public ::testing::Test {
+protected:
+    // The histories outlive a dialog; a test must not see those of another.
+    void SetUp() override {
+        reset();
+        for (const curve_entry& entry : curve_table())
+            for (const curve_parameter& parameter : entry.parameters)
+                history(parameter.history_line).clear();
+        for (const int line : {49, 58, 73, 82})
+            history(line).clear();
+    }
+
+    static history_manager::history& history(int line) {
+        return history_manager::instance()->lookup("billiard/fox/FMain_dialogs", line, &window());
+    }
+};
+
+std::string family() {
+    return map().F->instanceText().c_str();
+}
+
+std::vector<FXTextField*> fields_of(FXTopWindow* dialog) {
+    return all_of<FXTextField>(dialog);
+}
+
+// Types the texts into the fields, an empty one leaves its field alone, and ends the dialog.
+dialog_driver::script fill_in(const std::vector<std::string>& texts, bool accept = true) {
+    return [=](FXTopWindow* dialog) {
+        const auto fields = fields_of(dialog);
+        ASSERT_GE(fields.size(), texts.size());
+        for (std::size_t i = 0; i < texts.size(); ++i)
+            if (!texts[i].empty()) type_into(fields[i], texts[i].c_str());
+        close_dialog(dialog, accept);
+    };
+}
+
+void choose(FXuint id, const std::vector<dialog_driver::script>& scripts) {
+    with_dialogs([id] { command(id); }, scripts);
+}
+
+// The bottom edge of the lowest widget and the right one of the widest, in pixels of `top`.
+void expect_inside(FXWindow* top, FXWindow* part) {
+    for (FXWindow* child = part->getFirst(); child; child = child->getNext()) {
+        if (!child->shown()) continue;
+        FXint x, y;
+        child->translateCoordinatesTo(x, y, top, 0, 0);
+        EXPECT_LE(x + child->getWidth(), top->getWidth()) << child->getClassName();
+        EXPECT_LE(y + child->getHeight(), top->getHeight()) << child->getClassName();
+        if (auto* label = dynamic_cast<FXLabel*>(child)) {
+            EXPECT_LE(label->getDefaultWidth(), label->getWidth()) << label->getText().text();
+            EXPECT_LE(label->getDefaultHeight(), label->getHeight()) << label->getText().text();
+        }
+        expect_inside(top, child);
+    }
+}
+
+} // namespace
+
+TEST_F(FMain_dialogs_test, untouched_dialogs_give_the_curves_of_their_defaults) {
+    const struct {
+        FXuint id;
+        const char* heading;
+        const char* curve;
+    } cases[] = {
+        {FMain::ID_ELLIPSE, "R(phi)=1/sqrt(1+(e*cos(phi))^2)", "R(phi)=1/sqrt(1+(0.5*cos(phi))^2)"},
+        {FMain::ID_OVAL_A, "R(phi)=c+cos(2*phi)", "R(phi)=5+cos(2*phi)"},
+        {FMain::ID_OVAL_B, "R(phi)=1+e*cos(phi)", "R(phi)=1+0.3*cos(phi)"},
+        {FMain::ID_OVAL_C, "R(phi)=c+cos(n*phi)", "R(phi)=2+cos(3*phi)"},
+        {FMain::ID_STADIUM, "Stadium with ratio z", "Stadium with ratio 1"},
+        {FMain::ID_TRIANGLE, "Triangle with angles alpha and beta (in degree)",
+         "Triangle with angles alpha=60\xB0 and beta=70\xB0"},
+        {FMain::ID_USER_FORMULA, "User Defined Formula\n\ndummy variable t\n", "R(t)=5+sin(t)"},
+    };
+    for (const auto& row : cases) {
+        choose(row.id, {[&](FXTopWindow* dialog) {
+                   EXPECT_STREQ(dialog->getTitle().text(), "Boundary Curve");
+                   EXPECT_EQ(dialog->getIcon(), window().main_icon);
+                   const std::string heading = all_of<FXLabel>(dialog).front()->getText().text();
+                   EXPECT_EQ(heading.substr(0, std::string(row.heading).size()), row.heading);
+                   const auto fields = fields_of(dialog);
+                   EXPECT_TRUE(fields.front()->hasFocus() || fields.front()->inFocusChain());
+                   EXPECT_TRUE(fields.front()->isPosSelected(0)) << row.curve;
+                   pump();
+                   expect_inside(dialog, dialog);
+                   close_dialog(dialog, true);
+               }});
+        EXPECT_EQ(family(), row.curve);
+        EXPECT_TRUE(section().inFocusChain());
+    }
+}
+
+TEST_F(FMain_dialogs_test, refused_values_change_nothing_and_are_remembered) {
+    const struct {
+        FXuint id;
+        std::vector<std::string> typed;
+        const char* message;
+        int line;
+    } cases[] = {
+        {FMain::ID_OVAL_A, {"0.5"}, "parameter wrong", 147},
+        {FMain::ID_OVAL_A, {"1"}, "parameter wrong", 147},
+        {FMain::ID_OVAL_A, {"nan"}, "parameter wrong", 147},
+        {FMain::ID_OVAL_A, {"-inf"}, "parameter wrong", 147},
+        {FMain::ID_OVAL_B, {"1.0"}, "parameter wrong", 201},
+        {FMain::ID_OVAL_B, {"-1e999"}, "parameter wrong", 201},
+        {FMain::ID_OVAL_B, {"nan"}, "parameter wrong", 201},
+        {FMain::ID_OVAL_C, {"1", "2"}, "parameter wrong", 348},
+        {FMain::ID_TRIANGLE, {"100", "90"}, "Parameters Wrong", 469},
+        {FMain::ID_TRIANGLE, {"nan", "60"}, "Parameters Wrong", 469},
+        {FMain::ID_TRIANGLE, {"inf", "60"}, "Parameters Wrong", 469},
+        {FMain::ID_TRIANGLE, {"-5", "60"}, "Parameters Wrong", 469},
+        {FMain::ID_USER_FORMULA, {"5+sn(t)"}, "sn", 411},
+        {FMain::ID_USER_FORMULA, {"5+("}, "", 411},
+        {FMain::ID_USER_FORMULA, {"5&t"}, "", 411},
+    };
+    section().iterate();
+    const pixels before(section().image), path(plane().image);
+    const TRadiusFunction* curve = map().F;
+    for (const auto& row : cases) {
+        SCOPED_TRACE(row.typed.front());
+        choose(row.id, {fill_in(row.typed), expect_box("Error", row.message)});
+        EXPECT_EQ(map().F, curve);
+        EXPECT_STREQ(history(row.line).front().c_str(), row.typed.front().c_str());
+        EXPECT_EQ(pixels(section().image), before);
+        EXPECT_EQ(pixels(plane().image), path);
+    }
+}
+
+TEST_F(FMain_dialogs_test, any_number_ends_in_a_curve_or_a_box_and_the_program_goes_on) {
+    const char* const numbers[] = {"nan",   "inf",    "-inf",
+                                   "1e999", "1e300",  "-2147483648",
+                                   "0",     "1e-320", "99999999999999999999",
+                                   "abc",   "-0"};
+    const auto close_box = [](FXTopWindow* box) {
+        box->handle(box, FXSEL(SEL_COMMAND, FXMessageBox::ID_CLICKED_OK), nullptr);
+    };
+    for (const curve_entry& entry : curve_table()) {
+        if (entry.id == FMain::ID_USER_FORMULA) continue;
+        for (const char* number : numbers) {
+            SCOPED_TRACE(std::string(entry.name) + " " + number);
+            // How many boxes come up, a refusal's and that of a failed bounce, is the curve's.
+            dialog_driver driver(
+                {fill_in(std::vector<std::string>(entry.parameters.size(), number)), close_box,
+                 close_box, close_box});
+            command(entry.id);
+            command(FMain::ID_ITERATE);
+            command(FMain::ID_SHOW_BILLIARD);
+            command(FMain::ID_ITERATE);
+            command(FMain::ID_SHOW_BILLIARD);
+            EXPECT_GE(driver.next, 1u);
+        }
+    }
+}
+
+TEST_F(FMain_dialogs_test, an_accepted_value_is_offered_next_time_and_a_cancelled_one_is_not) {
+    choose(FMain::ID_OVAL_A, {fill_in({"7"})});
+    EXPECT_EQ(family(), "R(phi)=7+cos(2*phi)");
+    choose(FMain::ID_OVAL_A, {fill_in({"9\r"}, false)});
+    EXPECT_EQ(family(), "R(phi)=7+cos(2*phi)");
+    choose(FMain::ID_OVAL_A, {[](FXTopWindow* dialog) {
+               const auto* box = all_of<FXComboBox>(dialog).front();
+               EXPECT_STREQ(box->getText().text(), "7");
+               ASSERT_EQ(box->getNumItems(), 2);
+               EXPECT_STREQ(box->getItemText(0).text(), "7");
+               EXPECT_STREQ(box->getItemText(1).text(), "5");
+               close_dialog(dialog, false);
+           }});
+}
+
+TEST_F(FMain_dialogs_test, a_number_is_taken_as_it_is_typed_key_by_key) {
+    choose(FMain::ID_ELLIPSE, {fill_in({"0.25"})});
+    EXPECT_EQ(family(), "R(phi)=1/sqrt(1+(0.25*cos(phi))^2)");
+    choose(FMain::ID_OVAL_C, {fill_in({"2.5", "-4"})});
+    EXPECT_EQ(family(), "R(phi)=2.5+cos(4*phi)");
+}
+
+TEST_F(FMain_dialogs_test, position_tabs_show_the_orbit_in_their_units) {
+    map().setPhiAlpha(std::numbers::pi / 4, std::numbers::pi / 3);
+    choose(FMain::ID_SHOW_POSITION, {[](FXTopWindow* dialog) {
+               EXPECT_STREQ(dialog->getTitle().text(), "Current Position");
+               const auto fields = fields_of(dialog);
+               ASSERT_EQ(fields.size(), 4u);
+               pump();
+               double S, P;
+               map().getPoint(S, P);
+               EXPECT_NEAR(std::stod(fields[0]->getText().text()), S, 1e-14);
+               EXPECT_NEAR(std::stod(fields[1]->getText().text()), 0.5, 1e-14);
+               EXPECT_STREQ(fields[2]->getText().text(), "45");
+               EXPECT_NEAR(std::stod(fields[3]->getText().text()), 60, 1e-12);
+               expect_inside(dialog, dialog);
+               const auto labels = all_of<FXLabel>(dialog);
+               EXPECT_STREQ(labels.front()->getText().text(), "R(phi)=5+cos(2*phi)");
+               close_dialog(dialog, false);
+           }});
+}
+
+TEST_F(FMain_dialogs_test, accepted_positions_start_a_new_orbit) {
+    section().foreground = red;
+    const auto tab = [](FXTopWindow* dialog, int index) {
+        all_of<FXTabBook>(dialog).front()->setCurrent(index);
+    };
+    const auto points = [] { return pixels(section().image).count(red); };
+
+    const auto expect_start = [&](double S, double P) {
+        double seen_S, seen_P;
+        map().getPoint(seen_S, seen_P);
+        EXPECT_NEAR(seen_S, S, 1e-9);
+        EXPECT_NEAR(seen_P, P, 1e-9);
+        const FXPoint at = pixel_of(seen_S, seen_P);
+        EXPECT_EQ(pixels(section().image).at(at.x, at.y), red);
+        EXPECT_EQ(points(), 1);
+    };
+
+    // Unchanged: a start at the same point, and undo comes back to this moment.
+    section().iterate();
+    const pixels orbit(section().image);
+    choose(FMain::ID_SHOW_POSITION, {fill_in({})});
+    section().iterate();
+    EXPECT_FALSE(pixels(section().image) == orbit);
+    section().undo();
+    EXPECT_EQ(pixels(section().image), orbit);
+
+    section().redraw();
+    choose(FMain::ID_SHOW_POSITION, {fill_in({"0.25", "-0.4", "10", "20"})}); // the angles are idle
+    expect_start(0.25, -0.4);
+
+    section().redraw();
+    choose(FMain::ID_SHOW_POSITION, {[&](FXTopWindow* dialog) {
+               tab(dialog, 1);
+               fill_in({"0.7", "0.7", "180", "45"})(dialog);
+           }});
+    expect_start(0.5, std::sqrt(0.5));
+
+    // Angles on the section's edge are stored and plot nothing.
+    section().redraw();
+    choose(FMain::ID_SHOW_POSITION, {[&](FXTopWindow* dialog) {
+               tab(dialog, 1);
+               fill_in({"", "", "0", "45"})(dialog);
+           }});
+    EXPECT_EQ(map().phi, 0);
+    EXPECT_NEAR(map().alpha, std::numbers::pi / 4, 1e-15);
+    EXPECT_EQ(points(), 0);
+}
+
+TEST_F(FMain_dialogs_test, refused_positions_plot_the_old_point_again) {
+    section().foreground = red;
+    const FXPoint old = pixel_of(0.5, 0.5);
+    for (const char* S : {"0", "1", "-3", "nan", "inf", "1e999", "abc"}) {
+        SCOPED_TRACE(S);
+        map().setPoint(0.5, 0.5);
+        section().redraw();
+        choose(FMain::ID_SHOW_POSITION, {fill_in({S, "0.1"})});
+        EXPECT_NEAR(map().alpha, std::acos(0.5), 1e-12);
+        EXPECT_EQ(pixels(section().image).at(old.x, old.y), red);
+        EXPECT_EQ(pixels(section().image).count(red), 1);
+    }
+}
+
+TEST_F(FMain_dialogs_test, angles_that_are_no_directions_fail_in_the_bounce) {
+    for (const bool path_shown : {false, true}) {
+        for (const char* angle : {"nan", "inf", "-inf", "1e999", "1e300", "-2147483648"}) {
+            SCOPED_TRACE(angle);
+            reset();
+            if (path_shown) command(FMain::ID_SHOW_BILLIARD);
+            dialog_driver driver(
+                {[&](FXTopWindow* dialog) {
+                     all_of<FXTabBook>(dialog).front()->setCurrent(1);
+                     fill_in({"", "", angle, angle})(dialog);
+                 },
+                 [](FXTopWindow* box) {
+                     box->handle(box, FXSEL(SEL_COMMAND, FXMessageBox::ID_CLICKED_OK), nullptr);
+                 }});
+            command(FMain::ID_SHOW_POSITION);
+            command(FMain::ID_ITERATE);
+            EXPECT_TRUE(std::isfinite(map().phi));
+            EXPECT_TRUE(std::isfinite(map().alpha));
+        }
+    }
+}
+
+TEST_F(FMain_dialogs_test, a_long_formula_is_shortened_in_the_position_dialog) {
+    const std::string formula = "5+sin(t)+0." + std::string(300, '0');
+    choose(FMain::ID_USER_FORMULA, {fill_in({formula})});
+    EXPECT_EQ(family(), "R(t)=" + formula);
+    choose(FMain::ID_SHOW_POSITION, {[](FXTopWindow* dialog) {
+               pump();
+               EXPECT_EQ(dialog->getWidth(), 300);
+               EXPECT_EQ(dialog->getHeight(), 300);
+               expect_inside(dialog, dialog);
+               const std::string text = all_of<FXLabel>(dialog).front()->getText().text();
+               EXPECT_EQ(text.substr(text.size() - 3), "...");
+               close_dialog(dialog, false);
+           }});
+}

@@ -1,0 +1,146 @@
+// SPDX-License-Identifier: MIT
+// The main window's panel and commands, and what a change of curve keeps.
+#include "tests/billiard/fox/main_window.h"
+
+using namespace window_test;
+
+namespace {
+
+class FMain_test : public ::testing::Test {
+protected:
+    void SetUp() override { reset(); }
+};
+
+std::vector<std::string> labels_of(const std::vector<FXLabel*>& widgets) {
+    std::vector<std::string> labels;
+    for (const FXLabel* widget : widgets)
+        labels.emplace_back(widget->getText().text());
+    return labels;
+}
+
+} // namespace
+
+TEST_F(FMain_test, panel_and_menu_stand_in_their_order) {
+    const std::vector<std::string> panel{
+        "Show Billiard", "Iterate",      "Show Position", "Zoom In",  "Zoom Out", "Undo",
+        "Fixed Point",   "Save Picture", "Loop",          "Function", "Help",     "About"};
+    EXPECT_EQ(labels_of(all_of<FXLabel>(&window())), panel);
+
+    std::vector<std::string> menu;
+    for (auto* entry : all_of<FXMenuCommand>(window().function_menu))
+        menu.emplace_back(entry->getText().text());
+    EXPECT_EQ(menu,
+              (std::vector<std::string>{"Ellipse", "Oval Type A", "Oval Type B", "Oval Type C",
+                                        "Stadium", "User Defined Formula", "Triangle"}));
+}
+
+TEST_F(FMain_test, no_label_of_the_panel_is_cut_off) {
+    for (FXWindow* widget : all_of<FXLabel>(&window())) {
+        const auto* label = static_cast<FXLabel*>(widget);
+        const FXint text = label->getFont()->getTextWidth(label->getText());
+        EXPECT_LE(text, widget->getWidth()) << label->getText().text();
+    }
+}
+
+TEST_F(FMain_test, loop_button_follows_the_loop_and_drives_it) {
+    section().start_loop();
+    EXPECT_TRUE(window().loop_check->getCheck());
+    command(FMain::ID_ZOOM_IN); // arming ends the loop
+    EXPECT_FALSE(window().loop_check->getCheck());
+    EXPECT_EQ(section().mode, basic_plotter::zoom_armed);
+    section().cancel_mode();
+
+    window().loop_check->setCheck(TRUE);
+    command(FMain::ID_LOOP);
+    EXPECT_TRUE(section().loop_idle.is_active());
+    window().loop_check->setCheck(MAYBE);
+    command(FMain::ID_LOOP);
+    EXPECT_TRUE(section().loop_idle.is_active());
+    window().loop_check->setCheck(FALSE);
+    command(FMain::ID_LOOP);
+    EXPECT_FALSE(section().loop_idle.is_active());
+
+    window().set_loop_check(1);
+    window().set_loop_check(2);
+    EXPECT_EQ(window().loop_check->getCheck(), TRUE);
+    window().set_loop_check(0);
+    EXPECT_EQ(window().loop_check->getCheck(), FALSE);
+}
+
+TEST_F(FMain_test, color_well_and_plot_color_follow_each_other) {
+    const unsigned before = section().cycle_index;
+    section().cycle_index = 3;
+    type_keys(&section(), "z");
+    EXPECT_EQ(section().foreground, red);
+    EXPECT_EQ(window().color_well->getRGBA(), red);
+    section().cycle_index = before;
+
+    window().color_well->setRGBA(0xFF112233);
+    command(FMain::ID_PLOT_COLOR);
+    EXPECT_EQ(section().foreground, 0xFF112233u);
+}
+
+TEST_F(FMain_test, every_command_gives_the_focus_to_the_phase_canvas) {
+    for (FXuint id = FMain::ID_SHOW_BILLIARD; id <= FMain::ID_UNDO; ++id) {
+        if (id == FMain::ID_SAVE_PICTURE || id == FMain::ID_HELP || id == FMain::ID_ABOUT ||
+            id == FMain::ID_SPARE)
+            continue; // these open a window, or none sends it
+        window().loop_check->setFocus();
+        command(id);
+        EXPECT_TRUE(section().inFocusChain()) << id;
+        section().cancel_mode();
+    }
+    for (const FXuint id : {FMain::ID_COMMAND_FIRST, FMain::ID_SPARE, FMain::ID_COMMAND_LAST}) {
+        window().loop_check->setFocus();
+        EXPECT_EQ(command(id), 1);
+        EXPECT_FALSE(section().inFocusChain()) << id;
+    }
+}
+
+TEST_F(FMain_test, path_window_is_shown_and_hidden_and_begins_anew) {
+    plane().segment_state = 2;
+    command(FMain::ID_SHOW_BILLIARD);
+    EXPECT_TRUE(window().show_billiard);
+    EXPECT_TRUE(window().coordinate_win->shown());
+    EXPECT_EQ(plane().segment_state, 0);
+
+    command(FMain::ID_SHOW_BILLIARD);
+    EXPECT_FALSE(window().show_billiard);
+    EXPECT_FALSE(window().coordinate_win->shown());
+
+    command(FMain::ID_SHOW_BILLIARD);
+    auto* second = window().coordinate_win;
+    EXPECT_EQ(second->handle(nullptr, FXSEL(SEL_CLOSE, 0), nullptr), 1);
+    EXPECT_FALSE(window().show_billiard);
+    EXPECT_FALSE(second->shown());
+    command(FMain::ID_SHOW_BILLIARD);
+    EXPECT_TRUE(second->shown());
+}
+
+TEST_F(FMain_test, a_new_curve_wipes_the_pictures_and_keeps_the_rest) {
+    section().foreground = red;
+    section().w2s->set_world(0.25, -0.5, 0.75, 0.5);
+    section().redraw();
+    section().iterate();
+    section().start_loop();
+    EXPECT_GT(pixels(section().image).count(red), 100);
+    double phi, alpha;
+    map().getPhiAlpha(phi, alpha);
+
+    map().setF(new TStadiumFunction(1.0));
+    window().curve_changed();
+
+    EXPECT_EQ(pixels(section().image).count(red), 0);
+    EXPECT_EQ(pixels(section().backup).count(red), 0);
+    EXPECT_EQ(map().phi, phi);
+    EXPECT_EQ(map().alpha, alpha);
+    EXPECT_EQ(section().w2s->world.x1, 0.25);
+    EXPECT_EQ(section().foreground, red);
+    EXPECT_TRUE(section().loop_idle.is_active());
+    EXPECT_NEAR(plane().full_view.x2, 2.04, 1e-3);
+    EXPECT_NEAR(plane().full_view.y2, 1.02, 1e-3);
+}
+
+int main(int argc, char** argv) {
+    return run_all(argc, argv);
+}

@@ -1,0 +1,210 @@
+// SPDX-License-Identifier: MIT
+// The path canvas: the boundary's pixels, the path's colours, and curves that are none.
+#include "tests/billiard/fox/main_window.h"
+
+#include <limits>
+
+using namespace window_test;
+
+namespace {
+
+constexpr double inf = std::numeric_limits<double>::infinity();
+constexpr double nan_value = std::numeric_limits<double>::quiet_NaN();
+
+class coordinate_space_test : public ::testing::Test {
+protected:
+    void SetUp() override {
+        reset();
+        command(FMain::ID_SHOW_BILLIARD);
+        pump();
+    }
+};
+
+// A curve with a given radius between two polar angles and 1 elsewhere.
+class odd_curve : public TRadiusFunction {
+public:
+    odd_curve(double value, double from, double to) : value(value), from(from), to(to) {}
+    double R(double phi) const override { return from <= phi && phi <= to ? value : 1.0; }
+    double dR(double) const override { return 0; }
+    double ddR(double) const override { return 0; }
+
+private:
+    double value, from, to;
+};
+
+FXPoint plane_pixel(double x, double y) {
+    const TMapW2S& w2s = plane().w2s;
+    return {static_cast<FXshort>(std::rint(x * w2s.ax + w2s.bx)),
+            static_cast<FXshort>(std::rint(y * w2s.ay + w2s.by))};
+}
+
+FXColor color_at(double x, double y) {
+    const FXPoint at = plane_pixel(x, y);
+    return pixels(plane().image).at(at.x, at.y);
+}
+
+// The colour in the middle of a segment of the path.
+FXColor color_between(const std::vector<std::pair<double, double>>& bounces, std::size_t i) {
+    const auto [x1, y1] = bounces[i];
+    const auto [x2, y2] = bounces[i + 1];
+    return color_at((x1 + x2) / 2, (y1 + y2) / 2);
+}
+
+// Gives the window another size and waits until the picture has followed.
+void resize_to(int w, int h) {
+    window().coordinate_win->resize(w, h);
+    EXPECT_TRUE(pump_until([=] { return plane().image->getWidth() == w; })) << w;
+    EXPECT_EQ(plane().image->getHeight(), h);
+}
+
+std::pair<double, double> impact() {
+    double x, y;
+    map().getXY(x, y);
+    return {x, y};
+}
+
+} // namespace
+
+TEST_F(coordinate_space_test, the_boundary_is_the_polyline_of_the_table) {
+    FXImage expected(&app(), nullptr, 0, plane().image->getWidth(), plane().image->getHeight());
+    expected.create();
+    {
+        FXDCWindow dc(&expected);
+        dc.setForeground(white);
+        dc.fillRectangle(0, 0, expected.getWidth(), expected.getHeight());
+        dc.setForeground(black);
+        for (int i = 1; i < map().circumference.size(); ++i) {
+            double x1, y1, x2, y2;
+            map().circumference.get(i - 1, x1, y1);
+            map().circumference.get(i, x2, y2);
+            const FXPoint from = plane_pixel(x1, y1), to = plane_pixel(x2, y2);
+            dc.drawLine(from.x, from.y, to.x, to.y);
+        }
+    }
+    EXPECT_GT(pixels(&expected).count(black), 500);
+    EXPECT_EQ(pixels(plane().image), pixels(&expected));
+}
+
+TEST_F(coordinate_space_test, a_path_is_blue_and_its_newest_segment_red) {
+    map().setPoint(0.1, 0.3);
+    plane().redraw_boundary();
+    std::vector<std::pair<double, double>> bounces;
+    for (int i = 0; i < 4; ++i) {
+        plane().add_bounce();
+        bounces.push_back(impact());
+        map().iterate();
+    }
+    EXPECT_EQ(color_between(bounces, 0), path_color);
+    EXPECT_EQ(color_between(bounces, 1), path_color);
+    EXPECT_EQ(color_between(bounces, 2), red);
+
+    EXPECT_EQ(type_keys(&plane(), "l"), 1);
+    EXPECT_EQ(color_between(bounces, 2), path_color);
+
+    EXPECT_EQ(type_keys(&plane(), "d"), 1); // wipes, and keeps the two bounces
+    EXPECT_EQ(color_between(bounces, 0), white);
+    plane().add_bounce();
+    bounces.push_back(impact());
+    EXPECT_EQ(color_between(bounces, 2), path_color);
+    EXPECT_EQ(color_between(bounces, 3), red);
+
+    const int covered = pixels(plane().image).count(black);
+    EXPECT_EQ(type_keys(&plane(), "b"), 1); // the curve over the path's ends, the path stays
+    EXPECT_GT(pixels(plane().image).count(black), covered);
+    EXPECT_EQ(color_between(bounces, 3), red);
+}
+
+TEST_F(coordinate_space_test, highlight_key_does_nothing_without_a_segment) {
+    const pixels before(plane().image);
+    for (const int state : {0, 1}) {
+        plane().segment_state = state;
+        type_keys(&plane(), "L");
+    }
+    EXPECT_EQ(pixels(plane().image), before);
+}
+
+TEST_F(coordinate_space_test, space_advances_both_windows) {
+    const double phi = map().phi;
+    EXPECT_EQ(type_keys(&plane(), " "), 1);
+    EXPECT_EQ(type_keys(&plane(), " "), 1);
+    EXPECT_NE(map().phi, phi);
+    EXPECT_EQ(plane().segment_state, 2);
+    EXPECT_EQ(pixels(plane().image).count(white),
+              pixels(plane().image).width() * pixels(plane().image).height() -
+                  pixels(plane().image).count(black) - pixels(plane().image).count(red));
+}
+
+TEST_F(coordinate_space_test, a_resize_keeps_the_shape_and_goes_on_with_the_path) {
+    plane().add_bounce();
+    map().iterate();
+    plane().add_bounce();
+    for (const auto& [w, h] : {std::pair{500, 120}, std::pair{120, 400}, std::pair{3, 2}}) {
+        resize_to(w, h);
+        EXPECT_DOUBLE_EQ(std::fabs(plane().w2s.ax), std::fabs(plane().w2s.ay));
+        EXPECT_EQ(pixels(plane().image).count(red), 0);
+        EXPECT_EQ(plane().segment_state, 2);
+    }
+    resize_to(300, 300);
+    map().iterate();
+    plane().add_bounce();
+    EXPECT_GT(pixels(plane().image).count(red), 20);
+    EXPECT_GT(pixels(plane().image).count(path_color), 20);
+}
+
+// What of such a curve is proper still shows, nothing wraps, and the next proper curve is whole.
+TEST_F(coordinate_space_test, curves_with_values_that_are_no_radii_are_drawn_as_far_as_they_go) {
+    struct {
+        const char* name;
+        double value;
+        bool rest_shows; // beside the odd values the proper part has a size that can be seen
+    } const cases[] = {{"no number", nan_value, true},
+                       {"infinite", inf, true},
+                       {"minus infinite", -inf, true},
+                       {"beyond any square", 1e200, true},
+                       {"huge", 1e100, false},
+                       {"far", 1e6, false},
+                       {"zero", 0, true},
+                       {"negative", -3, true}};
+    for (const auto& row : cases) {
+        for (const auto& [from, to] : {std::pair{0.0, 1.0}, std::pair{2.0, 3.0}}) {
+            SCOPED_TRACE(row.name);
+            take_curve(new odd_curve(row.value, from, to));
+            plane().add_bounce();
+            if (row.rest_shows) {
+                EXPECT_GT(pixels(plane().image).count(black), 200);
+            }
+        }
+    }
+    for (const double everywhere : {nan_value, inf, 0.0, 1e300}) {
+        take_curve(new odd_curve(everywhere, -10, 10));
+        plane().add_bounce();
+        plane().add_bounce();
+    }
+    take_curve(new TEllipseFunction(0.0));
+    const int circle = pixels(plane().image).count(black);
+    EXPECT_GT(circle, 800); // a circle of 147 pixels has at least 4 sqrt(2) times that
+    EXPECT_LT(circle, 1200);
+}
+
+TEST_F(coordinate_space_test, a_path_point_far_off_draws_the_part_inside_the_picture) {
+    plane().segment_state = 1;
+    plane().prev_x = 0;
+    plane().prev_y = 0;
+    const double far_off[] = {1e9, -1e18, 1e300};
+    for (const double x : far_off) {
+        plane().render();
+        plane().segment_state = 2;
+        plane().prev_x = plane().prev_y = 0;
+        plane().last_x = x;
+        plane().last_y = 0;
+        type_keys(&plane(), "l");
+        EXPECT_NEAR(pixels(plane().image).count(path_color), 148, 4) << x;
+    }
+    const double nowhere[] = {nan_value, inf, -inf};
+    for (const double x : nowhere) {
+        plane().render();
+        plane().last_x = x;
+        type_keys(&plane(), "l");
+        EXPECT_EQ(pixels(plane().image).count(path_color), 0) << x;
+    }
+}

@@ -1,0 +1,68 @@
+// SPDX-License-Identifier: MIT
+// Tests of the manual as the program carries it.
+#include "billiard/fox/help_text.h"
+
+#include "mathkit/kit_stream.h"
+#include "mathkit/symbolic/ex.h"
+#include "mathkit/symbolic/functions.h"
+#include "mathkit/symbolic/scanexpr.h"
+#include "mathkit/tiny_izstream.h"
+
+#include <fstream>
+#include <gtest/gtest.h>
+#include <iterator>
+#include <sstream>
+#include <string>
+
+namespace {
+
+std::string carried_text() {
+    kit::istringstream packed(help_text::data, help_text::size);
+    tiny_izstream plain(packed.rdbuf());
+    std::string text{std::istreambuf_iterator<char>(plain), {}};
+    EXPECT_TRUE(plain.rdbuf()->complete());
+    return text;
+}
+
+TEST(HelpText, IsTheWrittenOne) {
+    std::ifstream in(TEST_DATA_DIR "/../../billiard/fox/help.txt", std::ios::binary);
+    EXPECT_EQ(carried_text(), std::string(std::istreambuf_iterator<char>(in), {}));
+}
+
+TEST(HelpText, IsPlainAsciiThatFitsTheWindow) {
+    const std::string text = carried_text();
+    EXPECT_GE(text.size(), 7000U);
+    EXPECT_LE(text.size(), 9000U);
+    std::istringstream lines(text);
+    for (std::string line; std::getline(lines, line);) {
+        std::size_t column = 0;
+        for (const char c : line) {
+            EXPECT_TRUE(c == '\t' || (' ' <= c && c <= '~')) << line;
+            column = c == '\t' ? (column / 35 + 1) * 35 : column + 1;
+        }
+        EXPECT_LE(column, 72U) << line;
+    }
+}
+
+TEST(HelpText, NamesEveryFunctionOfTheFormulaLanguage) {
+    const std::string text = carried_text();
+    const std::size_t list = text.find("Functions:\n");
+    ASSERT_NE(list, std::string::npos);
+    for (const auto& function : symbolic::function_table) {
+        const std::string name(function.name);
+        const std::size_t at = text.find(name, list);
+        EXPECT_NE(at, std::string::npos) << name;
+    }
+}
+
+TEST(HelpText, ItsExamplesAreFormulas) {
+    const std::string text = carried_text();
+    for (const char* formula :
+         {"5+sin(t)", "3+cos(2*t)", "2+0.3*cos(t)^3", "exp(0.2*cos(t))", "1/(1+0.3*cos(t))",
+          "2+cos(log(2+cos(t)))", "1+t", "5+sin(2.5*t)", "0.5+sin(t)", "5+tan(t)"}) {
+        EXPECT_NE(text.find(formula), std::string::npos) << formula;
+        EXPECT_NO_THROW(symbolic::scanexpr(formula)) << formula;
+    }
+}
+
+} // namespace

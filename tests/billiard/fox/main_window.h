@@ -1,0 +1,89 @@
+// SPDX-License-Identifier: MIT
+// The one main window of a test process, and short ways to its parts.
+#pragma once
+
+#include "billiard/fox/FMain.h"
+#include "billiard/fox/coordinate_space.h"
+#include "billiard/fox/poincare_billiard.h"
+#include "billiard/radius-core/TRadiusFunction.h"
+#include "tests/libfoxaux/window_fixture.h"
+
+#include <cmath>
+
+namespace window_test {
+
+constexpr FXColor black = 0xFF000000, white = 0xFFFFFFFF, red = 0xFF0000FF;
+constexpr FXColor path_color = 0xFFFF7267;
+
+/// The main window, shown; a process holds one, so each test starts by reset().
+inline FMain& window() {
+    static FMain* main = [] {
+        auto* built = new FMain(&app(), 60, 40, 704, 500);
+        built->create();
+        built->show();
+        pump();
+        return built;
+    }();
+    return *main;
+}
+
+inline poincare_billiard& section() {
+    return *window().poincare;
+}
+inline coordinate_space& plane() {
+    return *window().coordinate;
+}
+inline TBilliardMap& map() {
+    return window().map;
+}
+
+/// Sends a command as the panel's widgets do.
+inline long command(FXuint id) {
+    return window().handle(nullptr, FXSEL(SEL_COMMAND, id), nullptr);
+}
+
+/// Takes a curve as the dialogs do.
+inline void take_curve(TRadiusFunction* curve) {
+    map().setF(curve);
+    window().curve_changed();
+    pump();
+}
+
+/// The state of the program's start.
+inline void reset() {
+    section().stop_loop();
+    section().cancel_mode();
+    section().zoom_full();
+    section().foreground = black;
+    window().update_color_well();
+    if (window().show_billiard) command(FMain::ID_SHOW_BILLIARD);
+    take_curve(new TOvalAFunction(5.0));
+    map().setPoint(0.5, 0.5);
+}
+
+/// The window pixel of a point of the section.
+inline FXPoint pixel_of(double S, double P) {
+    const TMapW2S& w2s = *section().w2s;
+    return {static_cast<FXshort>(std::rint(S * w2s.ax + w2s.bx)),
+            static_cast<FXshort>(std::rint(P * w2s.ay + w2s.by))};
+}
+
+/// A click of the left button on a pixel of the section.
+inline void click(int x, int y) {
+    send_mouse(&section(), SEL_LEFTBUTTONPRESS, x, y);
+    send_mouse(&section(), SEL_LEFTBUTTONRELEASE, x, y);
+}
+
+/// Closes a message box after looking at its title and text.
+inline dialog_driver::script expect_box(const std::string& title, const std::string& text) {
+    return [=](FXTopWindow* box) {
+        EXPECT_EQ(title, box->getTitle().text());
+        std::string seen;
+        for (const FXLabel* label : all_of<FXLabel>(box))
+            if (!dynamic_cast<const FXButton*>(label)) seen += label->getText().text();
+        EXPECT_NE(seen.find(text), std::string::npos) << "the box says: " << seen;
+        box->handle(box, FXSEL(SEL_COMMAND, FXMessageBox::ID_CLICKED_OK), nullptr);
+    };
+}
+
+} // namespace window_test

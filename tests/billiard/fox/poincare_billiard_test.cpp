@@ -1,0 +1,184 @@
+// SPDX-License-Identifier: MIT
+// Orbits of the billiard in the phase-space canvas: starts, bounces, failures, periodic points.
+#include "tests/billiard/fox/main_window.h"
+
+#include <limits>
+#include <set>
+
+using namespace window_test;
+
+namespace {
+
+using pixel_set = std::set<std::pair<int, int>>;
+
+class poincare_billiard_test : public ::testing::Test {
+protected:
+    void SetUp() override { reset(); }
+};
+
+// A disk whose radius turns into no number after that many evaluations.
+class failing_curve : public TRadiusFunction {
+public:
+    mutable int left = 1'000'000'000;
+    double R(double) const override {
+        if (left > 0) --left;
+        return left > 0 ? 1 : std::numeric_limits<double>::quiet_NaN();
+    }
+    double dR(double) const override { return 0; }
+    double ddR(double) const override { return 0; }
+};
+
+pixel_set pixels_of(FXImage* image, FXColor color) {
+    const pixels picture(image);
+    const irect& area = section().w2s->screen;
+    pixel_set found;
+    for (int y = area.y1; y <= area.y2; ++y)
+        for (int x = area.x1; x <= area.x2; ++x)
+            if (picture.at(x, y) == color) found.emplace(x, y);
+    return found;
+}
+
+// The pixels of the next n bounces of the same orbit, by a map of its own.
+pixel_set predicted(int n) {
+    TBilliardMap other(new TOvalAFunction(5.0));
+    other.setPhiAlpha(map().phi, map().alpha);
+    pixel_set points;
+    for (int i = 0; i < n; ++i) {
+        double S, P;
+        other.iterate();
+        other.getPoint(S, P);
+        const FXPoint pixel = pixel_of(S, P);
+        if (section().w2s->screen.isinside(pixel.x, pixel.y)) points.emplace(pixel.x, pixel.y);
+    }
+    return points;
+}
+
+} // namespace
+
+TEST_F(poincare_billiard_test, an_iterate_is_1000_bounces_or_one_beside_the_path_window) {
+    section().foreground = red; // no axis has this colour
+    const auto orbit = predicted(1000);
+    type_keys(&section(), " ");
+    EXPECT_EQ(pixels_of(section().image, red), orbit);
+
+    command(FMain::ID_SHOW_BILLIARD);
+    section().redraw();
+    const auto bounce = predicted(1);
+    type_keys(&section(), " ");
+    EXPECT_EQ(pixels_of(section().image, red), bounce);
+    EXPECT_EQ(plane().segment_state, 1);
+}
+
+TEST_F(poincare_billiard_test, clicks_off_the_open_section_change_nothing) {
+    const irect area = section().w2s->screen;
+    const int middle_x = (area.x1 + area.x2) / 2, middle_y = (area.y1 + area.y2) / 2;
+    const FXPoint refused[] = {
+        {5, static_cast<FXshort>(middle_y)},
+        {static_cast<FXshort>(middle_x), static_cast<FXshort>(area.y2 + 10)},
+        {static_cast<FXshort>(area.x1), static_cast<FXshort>(middle_y)},
+        {static_cast<FXshort>(area.x2), static_cast<FXshort>(middle_y)},
+        {static_cast<FXshort>(middle_x), static_cast<FXshort>(area.y1)},
+        {static_cast<FXshort>(middle_x), static_cast<FXshort>(area.y2)},
+        {-5, -5},
+    };
+    click(middle_x, middle_y); // the last start that undo goes back to
+    const pixels image(section().image), backup(section().backup), path(plane().image);
+    const int state = plane().segment_state;
+    const double phi = map().phi;
+    for (const FXPoint& at : refused) {
+        click(at.x, at.y);
+        EXPECT_EQ(map().phi, phi) << at.x << ", " << at.y;
+    }
+    EXPECT_EQ(pixels(section().image), image);
+    EXPECT_EQ(pixels(section().backup), backup);
+    EXPECT_EQ(pixels(plane().image), path);
+    EXPECT_EQ(plane().segment_state, state);
+}
+
+TEST_F(poincare_billiard_test, a_start_begins_a_path_even_in_the_hidden_window) {
+    plane().segment_state = 2;
+    click(200, 200);
+    EXPECT_EQ(plane().segment_state, 1);
+    double x, y;
+    map().getXY(x, y);
+    EXPECT_EQ(plane().prev_x, x);
+    EXPECT_EQ(plane().prev_y, y);
+}
+
+TEST_F(poincare_billiard_test, a_failed_bounce_ends_the_loop_with_one_box) {
+    for (const bool path_shown : {false, true}) {
+        reset();
+        section().foreground = red;
+        map().setF(new failing_curve);
+        window().curve_changed();
+        if (path_shown) command(FMain::ID_SHOW_BILLIARD);
+        map().setPoint(0.31, 0.437); // an orbit that doesn't close
+        static_cast<failing_curve*>(map().F)->left = 300;
+
+        const auto until_stopped = [] {
+            section().start_loop();
+            EXPECT_TRUE(pump_until([] { return !section().loop_idle.is_active(); }));
+            pump();
+        };
+        with_dialogs(until_stopped, {expect_box("Error", "The root solver is confused.")});
+
+        EXPECT_FALSE(window().loop_check->getCheck());
+        double S, P;
+        map().getPoint(S, P);
+        EXPECT_NEAR(S, 0.5, 1e-12);
+        EXPECT_NEAR(P, 0.5, 1e-12);
+        EXPECT_GT(pixels_of(section().image, red).size(), 5u) << "the points before it are gone";
+    }
+}
+
+TEST_F(poincare_billiard_test, the_view_stays_in_the_section) {
+    const TRect& view = section().w2s->world;
+    type_keys(&section(), "-/");
+    EXPECT_EQ(view.x1, 0);
+    EXPECT_EQ(view.x2, 1);
+    EXPECT_EQ(view.y1, -1);
+    EXPECT_EQ(view.y2, 1);
+    type_keys(&section(), "*");
+    const double width = view.width();
+    for (int i = 0; i < 30; ++i)
+        send_key(&section(), KEY_Left);
+    EXPECT_EQ(view.x1, 0);
+    EXPECT_NEAR(view.width(), width, 1e-12);
+}
+
+TEST_F(poincare_billiard_test, a_circle_about_a_periodic_point_finds_it_and_starts_there) {
+    take_curve(new TEllipseFunction(1.0));
+    section().foreground = red;
+    // The short axis of this ellipse, from (0, 1) to (0, -1), is one of the two unstable... the
+    // bounce along the x axis, from S = 0, is out of the section; that along y is at S = 1/4.
+    with_dialogs([] { section().find_fixed_point(0.252, 0.004, 0.02, 0.02); },
+                 {expect_box("Information", "Found fixpoint of order 2 at (0.25,")});
+    double S, P;
+    map().getPoint(S, P);
+    EXPECT_NEAR(S, 0.25, 1e-6);
+    EXPECT_NEAR(P, 0, 1e-6);
+    EXPECT_EQ(pixels_of(section().image, red).size(), 1u);
+    section().undo();
+    EXPECT_EQ(pixels_of(section().image, red).size(), 0u);
+}
+
+TEST_F(poincare_billiard_test, a_search_without_a_find_changes_nothing) {
+    section().iterate();
+    const double phi = map().phi;
+    const pixels image(section().image), backup(section().backup);
+    const double nan = std::numeric_limits<double>::quiet_NaN();
+    for (const double x : {-0.2, 1.5, nan})
+        with_dialogs([x] { section().find_fixed_point(x, 0.1, 0.01, 0.01); },
+                     {expect_box("Error", "could not get order of fixpoint")});
+    EXPECT_NEAR(map().phi, phi, 1e-9);
+    EXPECT_EQ(pixels(section().image), image);
+    EXPECT_EQ(pixels(section().backup), backup);
+}
+
+TEST_F(poincare_billiard_test, a_search_on_a_failing_curve_ends_in_a_box) {
+    map().setF(new failing_curve);
+    window().curve_changed();
+    static_cast<failing_curve*>(map().F)->left = 0;
+    with_dialogs([] { section().find_fixed_point(0.5, 0.1, 0.05, 0.05); },
+                 {expect_box("Error", "could not get order of fixpoint")});
+}
