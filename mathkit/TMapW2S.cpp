@@ -70,15 +70,33 @@ void fill(kit::axis& axis, const Range& range, int first, int last, bool downwar
     }
 }
 
+// The linear map of the pixels `first` and `last` to `start` and `end`, by scale and offset. A
+// rounding must not carry an end inside the range: a click on the edge of a plot is not in it. So
+// the scale grows, by a rounding or two, until neither end is.
+void fit_line(int first, int last, double start, double end, double& scale, double& offset) {
+    const double low = std::min(start, end), high = std::max(start, end);
+    const auto is_inside = [&](int pixel) {
+        const double value = pixel * scale + offset;
+        return low < value && value < high;
+    };
+    scale = (end - start) / extent(first, last);
+    offset = start - first * scale;
+    for (int i = 0; i < 4 && (is_inside(first) || is_inside(last)); ++i) {
+        scale = std::nextafter(scale, std::copysign(HUGE_VAL, scale));
+        offset = start - first * scale;
+    }
+}
+
 } // namespace
 
 void TMapW2S::set_screen(int x1, int y1, int x2, int y2, bool iso) {
     screen = {x1, y1, x2, y2};
     screen_set = true;
-    if (iso)
+    if (iso) {
         makeIso();
-    else
+    } else {
         compute_coefficients();
+    }
 }
 
 void TMapW2S::compute_coefficients() {
@@ -88,12 +106,10 @@ void TMapW2S::compute_coefficients() {
     const double pixels_y = extent(screen.y1, screen.y2);
     ax = pixels_x / x.width();
     bx = screen.x1 - x.from * ax;
-    cx = x.width() / pixels_x;
-    dx = x.from - screen.x1 * cx;
+    fit_line(screen.x1, screen.x2, x.from, x.to, cx, dx);
     ay = -pixels_y / y.width();
     by = screen.y1 - y.to * ay;
-    cy = -y.width() / pixels_y;
-    dy = y.to - screen.y1 * cy;
+    fit_line(screen.y1, screen.y2, y.to, y.from, cy, dy);
 }
 
 void TMapW2S::makeIso() {

@@ -52,6 +52,20 @@ TEST(TMapW2S, MapsCornersToCornersAndBack) {
     EXPECT_NEAR(h, 10 * 4 / 569.0, 1e-12);
 }
 
+// A click on the edge of a plot must not land a rounding inside its range.
+TEST(TMapW2S, EdgesOfTheScreenAreNotInsideTheWorld) {
+    for (int size = 60; size <= 4000; ++size) {
+        TMapW2S map;
+        map.set_world(0, -1, 1, 1);
+        map.set_screen(30, 0, size - 1, size - 30, false);
+        EXPECT_LE(30 * map.cx + map.dx, 0) << size;
+        EXPECT_GE((size - 1) * map.cx + map.dx, 1) << size;
+        EXPECT_GE(0 * map.cy + map.dy, 1) << size;
+        EXPECT_LE((size - 30) * map.cy + map.dy, -1) << size;
+        EXPECT_DOUBLE_EQ((size - 1) * map.cx + map.dx, 1) << size;
+    }
+}
+
 TEST(TMapW2S, IsoWidensOneSideAboutItsCentre) {
     struct Case {
         TRect world;
