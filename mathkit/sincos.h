@@ -14,7 +14,7 @@ namespace kit {
 // library answers. Errors stay near one unit in the last place of 1.
 
 /// Arguments up to this size are reduced here.
-inline constexpr double sincos_limit = 1e5;
+inline constexpr double sincos_limit = 1e6;
 
 namespace sincos_detail {
 

@@ -9,7 +9,7 @@ namespace symbolic {
 // formula that a person writes stays a hundred times below each of them.
 
 /// Characters of a formula's text.
-inline constexpr int max_text_length = 10'000;
+inline constexpr int max_text_length = 5'000;
 
 /// Levels of an expression, and open brackets of a text. A chain such as 1+1+1+... adds a level for
 /// each of its terms.

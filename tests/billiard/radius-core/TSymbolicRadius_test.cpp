@@ -149,7 +149,7 @@ TEST(TSymbolicRadius, survives_every_text) {
                                  repeated("t^", 150) + "t",
                                  repeated("sin(", 300) + "t" + repeated(")", 300),
                                  repeated("(2+sin(t))*", 300) + "1",
-                                 repeated("cos(t)+", 900) + "5"};
+                                 repeated("cos(t)+", 700) + "5"};
     for (const std::string& text : texts) {
         const TSymbolicRadius curve(text.c_str());
         double r = 0, dr = 0;
