@@ -19,7 +19,7 @@ namespace {
 bvector* make_body(const void* text, std::size_t bytes, std::size_t zero) {
     auto* body = new bvector;
     body->setsize(bytes + zero); // new bytes are 0, so the text is closed
-    if (bytes) std::memcpy(body->data, text, bytes);
+    std::copy_n(static_cast<const char*>(text), bytes, body->data);
     return body;
 }
 
@@ -76,9 +76,8 @@ string::string(const char* text, std::size_t length) : body(nullptr) {
 string::string(const string& other) : body(shared(other.body)) {}
 
 string& string::operator=(const string& other) {
-    bvector* const old = body;
-    body = shared(other.body);
-    drop(old);
+    string copy(other);
+    std::swap(body, copy.body);
     return *this;
 }
 
@@ -167,9 +166,8 @@ wstring::wstring(const wchar_t* text) : body(nullptr) {
 wstring::wstring(const wstring& other) : body(shared(other.body)) {}
 
 wstring& wstring::operator=(const wstring& other) {
-    bvector* const old = body;
-    body = shared(other.body);
-    drop(old);
+    wstring copy(other);
+    std::swap(body, copy.body);
     return *this;
 }
 

@@ -29,8 +29,9 @@ void stderr_fatal_error(const char* message, const char* file, int line, const c
 void* xrealloc(void* pointer, std::size_t bytes) {
     // For 0 bytes the C library may free the block and give null.
     void* block = std::realloc(pointer, bytes ? bytes : 1);
-    if (!block)
+    if (!block) {
         stderr_fatal_error("out of memory", "mathkit/stderr_failed", __LINE__,
                            "void* xrealloc(void*, std::size_t)");
+    }
     return block;
 }

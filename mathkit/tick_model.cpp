@@ -108,7 +108,8 @@ wstring shortest(double value) {
     char text[48];
     const auto result =
         std::to_chars(text, text + sizeof text, value + 0.0, std::chars_format::general);
-    return std::wstring(text, result.ptr).c_str(); // plain ASCII: widened byte by byte
+    const std::wstring wide(text, result.ptr); // plain ASCII: widened byte by byte
+    return {wide.c_str()};
 }
 
 } // namespace

@@ -38,14 +38,12 @@ tiny_izbuf::int_type tiny_izbuf::underflow() {
     while (state == State::reading && inflater->avail_out == chunk) {
         if (inflater->avail_in == 0 && !fetch()) fail("it is cut short");
         const int result = inflate(inflater.get(), Z_NO_FLUSH);
-        if (result == Z_STREAM_END)
-            state = State::ended;
-        else if (result == Z_NEED_DICT)
-            fail("it needs a dictionary");
-        else if (result != Z_OK && inflater->avail_out == chunk)
-            fail(inflater->msg ? inflater->msg : "unknown cause");
-        else if (result != Z_OK)
-            break; // first give what stands before the damage; the next read meets it again
+        if (result == Z_STREAM_END) state = State::ended;
+        if (result == Z_OK || result == Z_STREAM_END) continue;
+        // First give what stands before the damage; the next read meets it again.
+        if (inflater->avail_out < chunk) break;
+        if (result == Z_NEED_DICT) fail("it needs a dictionary");
+        fail(inflater->msg ? inflater->msg : "unknown cause");
     }
     const auto count = chunk - inflater->avail_out;
     if (count == 0) return traits_type::eof();

@@ -39,8 +39,8 @@ private:
     std::streambuf* source;
     std::unique_ptr<z_stream_s> inflater;
     State state = State::reading;
-    char packed[chunk];
-    char plain[chunk];
+    char packed[chunk] = {};
+    char plain[chunk] = {};
 };
 
 /// An input stream whose buffer is a tiny_izbuf.

@@ -42,7 +42,7 @@ std::string object(const std::string& pdf, int number) {
     const std::size_t table = std::stoul(pdf.substr(pdf.rfind("startxref") + 10));
     EXPECT_EQ(pdf.compare(table, 5, "xref\n"), 0);
     const std::size_t first = pdf.find("0000000000 65535", table);
-    const std::size_t start = std::stoul(pdf.substr(first + 20 * number, 10));
+    const std::size_t start = std::stoul(pdf.substr(first + 20 * std::size_t(number), 10));
     const std::string head = std::to_string(number) + " 0 obj\n";
     EXPECT_EQ(pdf.compare(start, head.size(), head), 0) << "object " << number;
     const std::size_t body = start + head.size();
@@ -85,7 +85,7 @@ TEST_F(Pdf, HoldsThePictureRowByRow) {
 }
 
 TEST_F(Pdf, IsCompressed) {
-    const std::vector<std::uint32_t> white(1000 * 1000, 0xffffffff);
+    const std::vector<std::uint32_t> white(1000000, 0xffffffff);
     save_rgba_as_pdf(path("white.pdf").c_str(), 1000, 1000, white.data());
     EXPECT_LT(fs::file_size(path("white.pdf")), 20000u);
 }

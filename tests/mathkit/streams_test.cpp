@@ -58,7 +58,7 @@ TEST(ostringstream, GrowsByBytesAndByBlocks) {
     const std::string block = noise(3000);
     for (int i = 0; i < 300; ++i) {
         out.put(static_cast<char>(i));
-        out.write(block.data(), i * 10);
+        out.write(block.data(), std::streamsize(i) * 10);
         expected += static_cast<char>(i);
         expected.append(block, 0, static_cast<std::size_t>(i) * 10);
     }
