@@ -53,6 +53,12 @@ void font_choice::ask(FXObject* sender) {
     take_desc(desc);
 }
 
+void font_choice::add_widgets(FXComposite* parent) {
+    auto* field = new FXTextField(parent, 30, this, 1, TEXTFIELD_NORMAL | TEXTFIELD_READONLY);
+    show_name(field); // the first update may find it focused, and then leaves it alone
+    new FXButton(parent, "...", nullptr, this, 0);
+}
+
 void font_choice::show_name(FXObject* sender) {
     sender->handle(this, FXSEL(SEL_COMMAND, FXWindow::ID_SETSTRINGVALUE), &name);
 }

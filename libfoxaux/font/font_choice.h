@@ -12,6 +12,10 @@ public:
     FXFontDesc desc{}; ///< the font as a description
     FXString name;     ///< the same as the toolkit's font text
 
+    /// Adds a read-only field that shows the font, and a button "..." that chooses another one.
+    /// Messages: the field's is 1, the button's 0.
+    void add_widgets(FXComposite* parent);
+
 protected:
     font_choice() = default;
 

@@ -152,8 +152,7 @@ void font_dialog::add_stroke_page() {
 
 void font_dialog::add_toolkit_page() {
     auto* row = new FXHorizontalFrame(dialog_shape::add_page(book, "Fox Font"), LAYOUT_FILL_X);
-    new FXTextField(row, 30, &font, 1, TEXTFIELD_NORMAL | TEXTFIELD_READONLY);
-    new FXButton(row, "...", nullptr, &font, 0);
+    font.add_widgets(row);
 }
 
 void font_dialog::add_file_page() {

@@ -61,8 +61,7 @@ void add_font_row(FXComposite* matrix, const font_row& row, FXRegistry& registry
         font.set_from_text(accepted._S->c_str());
 
     new FXLabel(matrix, row.label);
-    new FXTextField(matrix, 30, &font, 1, TEXTFIELD_NORMAL | TEXTFIELD_READONLY);
-    new FXButton(matrix, "...", nullptr, &font, 0);
+    font.add_widgets(matrix);
 }
 
 int mode_at_opening() {

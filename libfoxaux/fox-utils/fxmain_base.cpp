@@ -81,9 +81,9 @@ FXFont* make_fixed_font() {
     FXApp* app = FXApp::instance();
     FXFontDesc normal;
     app->getNormalFont()->getFontDesc(normal);
-    // A fixed-pitch face looks smaller than a proportional one of its size. The factor lies a
-    // little below 13/9, so that 90 deci-points give 12 points and not 13.
-    const auto points = static_cast<FXuint>(normal.size * 1.4444444444444444 / 10);
+    // The factor is the double nearest 13/9, which lies a little below it, and the product is not
+    // rounded: 90 deci-points give 12 points and not 13. In whole numbers this is exact.
+    const FXuint points = normal.size == 0 ? 0 : (13U * normal.size - 1) / 90;
     return new FXFont(app, "courier new", points, FXFont::Normal, FXFont::Straight,
                       FONTENCODING_DEFAULT, 0, FXFont::Fixed | FXFont::Modern);
 }

@@ -1,0 +1,133 @@
+// SPDX-License-Identifier: MIT
+// What the tests of services and dialogs share: message boxes, file dialogs, files, other programs.
+#pragma once
+
+#include "libfoxaux/fox-utils/fxmain_base.h"
+#include "tests/libfoxaux/window_fixture.h"
+
+#include <array>
+#include <cstdio>
+#include <filesystem>
+#include <fstream>
+#include <iterator>
+#include <stdexcept>
+
+namespace window_test {
+
+namespace fs = std::filesystem;
+
+/// The one main_base of the process, made at first use, never deleted.
+inline main_base& services() {
+    app();
+    static auto* object = new fxmain_base;
+    return *object;
+}
+
+/// A folder of its own for each test, removed behind it.
+class folder {
+public:
+    folder() {
+        std::string name = (fs::temp_directory_path() / "billiard-XXXXXX").string();
+        if (!mkdtemp(name.data())) throw std::runtime_error("mkdtemp");
+        path = name;
+    }
+    folder(const folder&) = delete;
+    folder& operator=(const folder&) = delete;
+    ~folder() { fs::remove_all(path); }
+
+    std::string operator/(const std::string& name) const { return (path / name).string(); }
+    fs::path path;
+};
+
+inline std::string content_of(const std::string& path) {
+    std::ifstream in(path, std::ios::binary);
+    return {std::istreambuf_iterator<char>(in), {}};
+}
+
+inline void put_file(const std::string& path, const std::string& content) {
+    std::ofstream(path, std::ios::binary) << content;
+}
+
+/// What a command of the shell writes to its standard output.
+inline std::string output_of(const std::string& command) {
+    std::string output;
+    FILE* pipe = popen(command.c_str(), "r");
+    if (!pipe) throw std::runtime_error("popen");
+    std::array<char, 4096> part;
+    while (const std::size_t n = fread(part.data(), 1, part.size(), pipe))
+        output.append(part.data(), n);
+    EXPECT_EQ(pclose(pipe), 0) << command;
+    return output;
+}
+
+/// A word for the shell.
+inline std::string quoted(const std::string& text) {
+    std::string result = "'";
+    for (const char c : text)
+        result += c == '\'' ? std::string("'\\''") : std::string(1, c);
+    return result + "'";
+}
+
+/// The text of a message box.
+inline std::string box_message(FXTopWindow* box) {
+    for (FXLabel* label : all_of<FXLabel>(box))
+        if (!label->getText().empty() && !dynamic_cast<FXButton*>(label))
+            return label->getText().text();
+    return "";
+}
+
+/// Presses a button of a message box: FXMessageBox::ID_CLICKED_...
+inline void click_box(FXTopWindow* box, FXuint id) {
+    box->handle(box, FXSEL(SEL_COMMAND, id), nullptr);
+}
+
+/// Closes a window as the window manager does.
+inline void close_by_manager(FXTopWindow* window) {
+    window->handle(window, FXSEL(SEL_CLOSE, 0), nullptr);
+}
+
+/// The widget that has the focus within its window, or null.
+inline FXWindow* focus_of(FXWindow* top) {
+    FXWindow* focus = top->getFocus();
+    while (focus && focus->getFocus())
+        focus = focus->getFocus();
+    return focus;
+}
+
+/// Lets every widget below `top` follow its target, as the event loop does when it is idle.
+inline void update_widgets(FXWindow* top) {
+    for (FXWindow* child = top->getFirst(); child; child = child->getNext()) {
+        child->handle(child, FXSEL(SEL_UPDATE, 0), nullptr);
+        update_widgets(child);
+    }
+}
+
+/// A script for a file dialog: chooses `path`; one in a folder that does not exist is typed.
+inline dialog_driver::script choose_file(const std::string& path) {
+    return [path](FXTopWindow* dialog) {
+        auto* files = dynamic_cast<FXFileDialog*>(dialog);
+        ASSERT_TRUE(files) << dialog->getTitle().text();
+        files->setFilename(path.c_str());
+        if (!fs::exists(fs::path(path).parent_path()))
+            all_of<FXTextField>(dialog).at(0)->setText(path.c_str());
+        EXPECT_EQ(files->getFilename().text(), path);
+        close_dialog(dialog, true);
+    };
+}
+
+/// A script for a message box that expects its caption and text, then presses a button.
+inline dialog_driver::script answer_box(const std::string& title, const std::string& message,
+                                        FXuint id) {
+    return [=](FXTopWindow* box) {
+        EXPECT_EQ(box->getTitle().text(), title);
+        EXPECT_EQ(box_message(box), message);
+        click_box(box, id);
+    };
+}
+
+/// The same for an error box.
+inline dialog_driver::script error_box(const std::string& message) {
+    return answer_box("Error", message, FXMessageBox::ID_CLICKED_OK);
+}
+
+} // namespace window_test

@@ -1,0 +1,298 @@
+// SPDX-License-Identifier: MIT
+// Tests of saved pictures, judged by other programs, and of the forced size.
+#include "libfoxaux/fox-utils/FBufferedWindow.h"
+#include "libfoxaux/fox-utils/history_manager.h"
+#include "mathkit/TError.h"
+#include "tests/libfoxaux/dialog_helpers.h"
+
+#include <cmath>
+
+using namespace window_test;
+
+namespace {
+
+/// Shows smooth colours, thin lines and single points.
+class canvas : public FBufferedWindow {
+public:
+    canvas(FXComposite* parent, FXuint opts, FXint x, FXint y, FXint w, FXint h)
+        : FBufferedWindow(parent, opts, x, y, w, h) {}
+
+    void render() override {
+        const int w = image->getWidth(), h = image->getHeight();
+        FXDCWindow dc(image);
+        for (int y = 0; y < h; ++y) {
+            dc.setForeground(FXRGB(255 * y / h, 128, 255 - 255 * y / h));
+            dc.fillRectangle(0, y, w, 1);
+        }
+        dc.setForeground(FXRGB(250, 200, 10));
+        dc.fillRectangle(w / 4, h / 4, w / 2, h / 2);
+        dc.setForeground(FXRGB(1, 2, 3));
+        dc.drawPoint(0, 0);
+        dc.drawPoint(w - 1, h - 1);
+    }
+};
+
+std::string rgb_of(const pixels& picture) {
+    std::string bytes;
+    for (int y = 0; y < picture.height(); ++y)
+        for (int x = 0; x < picture.width(); ++x) {
+            const FXColor color = picture.at(x, y);
+            bytes += {static_cast<char>(FXREDVAL(color)), static_cast<char>(FXGREENVAL(color)),
+                      static_cast<char>(FXBLUEVAL(color))};
+        }
+    return bytes;
+}
+
+/// Size and pixels of a picture file as another program reads them.
+std::string rgb_of_file(const std::string& path, int w, int h) {
+    const std::string file = quoted(path);
+    EXPECT_EQ(output_of("identify -format '%w %h' " + file),
+              std::to_string(w) + ' ' + std::to_string(h));
+    return output_of("convert " + file + " -depth 8 rgb:-");
+}
+
+double mean_distance(const std::string& a, const std::string& b) {
+    if (a.size() != b.size()) return INFINITY;
+    double sum = 0;
+    for (std::size_t i = 0; i < a.size(); ++i)
+        sum += std::abs(static_cast<unsigned char>(a[i]) - static_cast<unsigned char>(b[i]));
+    return sum / static_cast<double>(a.size());
+}
+
+std::string mime_type(const std::string& path) {
+    std::string type = output_of("file --brief --mime-type -- " + quoted(path));
+    type.pop_back();
+    return type;
+}
+
+std::vector<std::string> names_in(const folder& place) {
+    std::vector<std::string> names;
+    for (const auto& entry : fs::recursive_directory_iterator(place.path))
+        if (!entry.is_directory()) names.push_back(fs::relative(entry, place.path).string());
+    return names;
+}
+
+std::string error_of(canvas& window, const std::string& path) {
+    try {
+        window.save(path.c_str());
+    } catch (const TError& error) {
+        EXPECT_STREQ(error.function.c_str(), "void FBufferedWindow::save(const char*)");
+        EXPECT_STREQ(error.file.c_str(), "libfoxaux/fox-utils/FBufferedWindow");
+        EXPECT_GT(error.line, 0);
+        return error.text().c_str();
+    }
+    return "";
+}
+
+TEST(Pictures, TheNameDecidesTheFormatAndWhatIsAppended) {
+    shown<canvas> window(40, 30);
+    const struct {
+        const char *name, *written, *type;
+    } cases[] = {
+        {"a.png", "a.png", "image/png"},
+        {"a.PNG", "a.PNG", "image/png"},
+        {"a.Bmp", "a.Bmp", "image/bmp"},
+        {"a.jpg", "a.jpg", "image/jpeg"},
+        {"a.JPEG", "a.JPEG", "image/jpeg"},
+        {"a.pdf", "a.pdf", "application/pdf"},
+        {"A.PDF", "A.PDF", "application/pdf"},
+        {"orbit", "orbit.png", "image/png"},
+        {"orbit.", "orbit.png", "image/png"},
+        {"orbit..", "orbit..png", "image/png"},
+        {"orbit.gif", "orbit.gif.png", "image/png"},
+        {"png", "png.png", "image/png"},
+        {"a.png.", "a.png.png", "image/png"},
+        {".png", ".png", "image/png"},
+        {"set.bmp/orbit", "set.bmp/orbit.png", "image/png"},
+        {"set.bmp/", "set.bmp/.png", "image/png"},
+        {"50%s \"a\" 'b' &c*[d].jpg", "50%s \"a\" 'b' &c*[d].jpg", "image/jpeg"},
+        {"100%n%n.", "100%n%n.png", "image/png"},
+        {"gr\xc3\xb6\xc3\x9f"
+         "e",
+         "gr\xc3\xb6\xc3\x9f"
+         "e.png",
+         "image/png"},
+    };
+    for (const auto& c : cases) {
+        const folder place;
+        fs::create_directory(place.path / "set.bmp");
+        window->save((place / c.name).c_str());
+        EXPECT_EQ(names_in(place), std::vector<std::string>{c.written}) << c.name;
+        EXPECT_EQ(mime_type(place / c.written), c.type) << c.name;
+    }
+}
+
+TEST(Pictures, OtherProgramsReadTheCanvasFromTheFile) {
+    const folder place;
+    const struct { int w, h; } sizes[] = {{200, 150}, {1, 1}, {64, 149}};
+    for (const auto& size : sizes) {
+        shown<canvas> window(200, 150);
+        window->resize(size.w, size.h);
+        pump();
+        const std::string seen = rgb_of(screen_of(window.canvas));
+        for (const char* name : {"a.png", "a.bmp", "a.jpg", "a.pdf"})
+            window->save((place / name).c_str());
+
+        EXPECT_TRUE(rgb_of_file(place / "a.png", size.w, size.h) == seen);
+        EXPECT_TRUE(rgb_of_file(place / "a.bmp", size.w, size.h) == seen);
+        EXPECT_LT(mean_distance(rgb_of_file(place / "a.jpg", size.w, size.h), seen), 3) << size.w;
+        EXPECT_EQ(output_of("identify -format %Q " + place / "a.jpg"), "75");
+
+        output_of("qpdf --check " + place / "a.pdf");
+        output_of("pdftoppm -r 72 -singlefile " + place / "a.pdf" + " " + place / "page");
+        EXPECT_TRUE(rgb_of_file(place / "page.ppm", size.w, size.h) == seen);
+    }
+}
+
+TEST(Pictures, ClientPixelsAreReleasedOnEveryRoadOut) {
+    const folder place;
+    fs::create_symlink("/dev/full", place / "full.png");
+    shown<canvas> window(300, 200);
+    for (const char* name : {"a.png", "a.pdf", "missing/a.png", "missing/a.pdf", "full.png"}) {
+        error_of(*window, place / name);
+        EXPECT_EQ(window->image->getData(), nullptr) << name;
+    }
+    window->image->restore();
+    window->save((place / "a.bmp").c_str());
+    EXPECT_NE(window->image->getData(), nullptr) << "pixels that were there before stay";
+}
+
+TEST(Pictures, OnlyAFailedOpenIsReported) {
+    const folder place;
+    fs::create_directory(place.path / "folder.png");
+    fs::create_directory(place.path / "folder.pdf");
+    put_file(place / "file", "old");
+    fs::create_symlink("/dev/full", place / "full.png");
+    fs::create_symlink("/dev/full", place / "full.pdf");
+    shown<canvas> window(300, 200);
+    for (const char* name : {"folder.png", "folder.pdf", "file/a.png", "file/a.pdf", "file/a",
+                             "missing/100%s.jpg", "missing/a b\"c.bmp"})
+        EXPECT_EQ(error_of(*window, place / name), "error open \"" + place / name + "\"");
+    for (const char* name : {"full.png", "full.pdf"})
+        EXPECT_EQ(error_of(*window, place / name), "");
+    EXPECT_EQ(content_of(place / "file"), "old");
+    EXPECT_EQ(error_of(*window, "").substr(0, 10), "") << "an empty name is .png";
+    fs::remove(".png");
+}
+
+TEST(Pictures, TheBoxOfAFailureCarriesThePath) {
+    const folder place;
+    shown<canvas> window(100, 100);
+    const std::string path = place / "no/100%s \"x\".png";
+    with_dialogs([&] { window->save_dialog("Save"); },
+                 {choose_file(path), error_box("Picture not saved.\nerror open \"" + path + "\"")});
+}
+
+TEST(Pictures, TheQuestionIsAskedAboutTheNameThatIsWritten) {
+    const folder place;
+    const std::string question = "File \"orbit.png\" exists.\nOverwrite it?";
+    shown<canvas> window(60, 40);
+    const auto saved = [&] { return content_of(place / "orbit.png") != "old"; };
+    const auto save = [&] { window->save_dialog("Save"); };
+    for (const char* name : {"orbit", "orbit.", "orbit.png"}) {
+        const auto chosen = choose_file(place / name);
+        put_file(place / "orbit.png", "old");
+
+        with_dialogs(save,
+                     {chosen, answer_box("Warning", question, FXMessageBox::ID_CLICKED_CANCEL)});
+        EXPECT_FALSE(saved());
+        with_dialogs(save, {chosen, close_by_manager});
+        EXPECT_FALSE(saved());
+        with_dialogs(save, {chosen, answer_box("Warning", question, FXMessageBox::ID_CLICKED_NO),
+                            [&](FXTopWindow* dialog) {
+                                auto* files = dynamic_cast<FXFileDialog*>(dialog);
+                                EXPECT_EQ(files->getFilename().text(), place / name);
+                                EXPECT_EQ(files->getDirectory().text(), place.path.string());
+                                close_dialog(dialog, false);
+                            }});
+        EXPECT_FALSE(saved());
+        with_dialogs(save, {chosen, answer_box("Warning", question, FXMessageBox::ID_CLICKED_YES)});
+        EXPECT_TRUE(saved());
+        EXPECT_EQ(names_in(place), std::vector<std::string>{"orbit.png"});
+    }
+}
+
+TEST(Pictures, TheDirectoryIsRememberedByWhatWasSavedOnly) {
+    const folder first, second;
+    shown<canvas> window(60, 40);
+    put_file(second / "old.png", "old");
+    const auto save = [&] { window->save_dialog("Save"); };
+    const auto expect_directory = [](const folder& place) {
+        return [&place](FXTopWindow* dialog) {
+            EXPECT_EQ(dynamic_cast<FXFileDialog*>(dialog)->getDirectory().text(),
+                      place.path.string());
+            close_dialog(dialog, false);
+        };
+    };
+    with_dialogs(save, {choose_file(first / "a.png")});
+    with_dialogs(save, {expect_directory(first)});
+    with_dialogs(save, {choose_file(second / "old.png"), close_by_manager});
+    with_dialogs(save, {expect_directory(first)});
+    with_dialogs(save, {choose_file(second / "new.png")});
+    with_dialogs(save, {expect_directory(second)});
+}
+
+void force_size(canvas& window, const char* width, const char* height,
+                std::vector<dialog_driver::script> box) {
+    box.insert(box.begin(), [=](FXTopWindow* dialog) {
+        EXPECT_STREQ(dialog->getTitle().text(), "Resize Hack");
+        const auto fields = all_of<FXTextField>(dialog);
+        ASSERT_EQ(fields.size(), 2U);
+        type_into(fields[0], width);
+        type_into(fields[1], height);
+        close_dialog(dialog, true);
+    });
+    with_dialogs([&] { window.resize_hack_dialog(); }, box);
+    pump();
+}
+
+TEST(ForcedSize, AcceptsWhatThePictureCanBeAndRefusesTheRest) {
+    const struct {
+        const char *width, *height;
+        bool accepted;
+    } cases[] = {
+        {"321", "123", true},        {"1", "1", true},
+        {"16384", "2", true},        {"2", "16384", true},
+        {"0", "100", false},         {"100", "0", false},
+        {"-5", "100", false},        {"16385", "100", false},
+        {"100", "16385", false},     {"2147483647", "5", false},
+        {"-2147483648", "5", false}, {"99999999999999999999", "9", false},
+        {"abc", "100", false},       {"1e9x", "16385", false},
+    };
+    for (const auto& c : cases) {
+        shown<canvas> window(200, 150);
+        std::vector<dialog_driver::script> box;
+        if (!c.accepted) box.push_back(error_box("Parameters Wrong"));
+        force_size(*window, c.width, c.height, box);
+        const int w = c.accepted ? atoi(c.width) : 200, h = c.accepted ? atoi(c.height) : 150;
+        EXPECT_EQ(window->getWidth(), w) << c.width << ' ' << c.height;
+        EXPECT_EQ(window->getHeight(), h) << c.width << ' ' << c.height;
+        EXPECT_EQ(window->image->getWidth(), w);
+        EXPECT_EQ(window->image->getHeight(), h);
+    }
+}
+
+TEST(ForcedSize, IsTheSizeOfTheSavedPictureUntilCancelGivesTheLayoutBack) {
+    const folder place;
+    shown<canvas> window(200, 150);
+    force_size(*window, "640", "33", {});
+    window->save((place / "a.png").c_str());
+    EXPECT_TRUE(rgb_of_file(place / "a.png", 640, 33) == rgb_of(pixels(window->image)));
+
+    with_dialogs([&] { window->resize_hack_dialog(); }, {[](FXTopWindow* dialog) {
+                     const auto fields = all_of<FXTextField>(dialog);
+                     EXPECT_STREQ(fields[0]->getText().text(), "640");
+                     EXPECT_STREQ(fields[1]->getText().text(), "33");
+                     type_into(fields[0], "77");
+                     close_dialog(dialog, false);
+                 }});
+    pump();
+    EXPECT_EQ(window->image->getWidth(), 200);
+    EXPECT_EQ(window->image->getHeight(), 150);
+    with_dialogs([&] { window->resize_hack_dialog(); }, {[](FXTopWindow* dialog) {
+                     EXPECT_STREQ(all_of<FXTextField>(dialog)[0]->getText().text(), "640");
+                     close_dialog(dialog, false);
+                 }});
+}
+
+} // namespace
