@@ -211,26 +211,27 @@ std::vector<signed char> turns_of(const TBilliard::circumference_class& table) {
     return turns;
 }
 
-// True when no two rows well between the angles a and b, where -pi <= a < b <= 3 pi, turn in
-// different senses.
-bool turns_one_way(const TBilliard::circumference_class& table,
-                   const std::vector<signed char>& turns, double a, double b) {
+// 1 or -1 where all rows well between the angles a and b, -pi <= a < b <= 3 pi, turn left or
+// right; 0 where they disagree, where there are none to tell, or where a radius is not positive.
+int bend_between(const TBilliard::circumference_class& table, const std::vector<signed char>& turns,
+                 double a, double b) {
     const int rows = table.size() - 1;
+    const double* phi = table.phi.data();
     bool left = false;
     bool right = false;
     for (const double shift : {-two_pi, 0.0, two_pi}) {
         // Rows i - 1, i and i + 1 must all lie in the piece.
-        const double* phi = table.phi.data();
         int i = std::max(bsearch_interval(static_cast<unsigned>(rows), a - shift, phi), -1) + 1;
         for (; i < rows && phi[i + 1] + shift < b; ++i) {
             const double before = i > 0 ? phi[i - 1] : phi[rows - 1] - two_pi;
             if (before + shift < a) continue;
-            const signed char turn = turns[static_cast<std::size_t>(i)];
-            left = left || turn > 0;
-            right = right || turn < 0;
+            const auto row = static_cast<std::size_t>(i);
+            if (!(table.r[row] > 0)) return 0;
+            left = left || turns[row] > 0;
+            right = right || turns[row] < 0;
         }
     }
-    return !(left && right);
+    return left == right ? 0 : left ? 1 : -1;
 }
 
 } // namespace
@@ -256,9 +257,9 @@ void TBilliard::buildInflections() {
     if (!convex) buildKnots();
 }
 
-// Evaluates the curve at the inflections, and proves by the table which pieces between them bend
-// one way: any three rows of such a piece turn in the same sense. A corner that points inward, or
-// two inflections that the scan has missed, turn the other way.
+// Evaluates the curve at the inflections, and proves by the table how the pieces between them
+// bend: any three rows of a piece turn in the same sense, unless it holds a corner that points the
+// other way, or two inflections that the scan has missed.
 void TBilliard::buildKnots() {
     const std::vector<signed char> turns = turns_of(circumference);
     knots.clear();
@@ -269,8 +270,9 @@ void TBilliard::buildKnots() {
         k.sine = std::sin(k.theta);
         k.cosine = std::cos(k.theta);
         F->value_and_slope(k.theta, k.sine, k.cosine, k.r, k.dr);
-        k.plain_arc = i + 1 < inflections.size() &&
-                      turns_one_way(circumference, turns, k.theta, inflections[i + 1]);
+        if (i + 1 < inflections.size()) {
+            k.bends = bend_between(circumference, turns, k.theta, inflections[i + 1]);
+        }
         knots.push_back(k);
     }
 }

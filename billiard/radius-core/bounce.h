@@ -43,7 +43,7 @@ enum class refusal {
 /// A point of the curve where its curvature changes sign, with what a bounce needs there.
 struct inflection_knot {
     double theta, sine, cosine, r, dr;
-    bool plain_arc; ///< up to the next knot the boundary bends one way only
+    int bends; ///< up to the next knot the boundary bends only left: 1, only right: -1, else 0
 };
 
 /// The bounce on a curve of the type Curve, of which value_and_slope is nearly all that is used.
@@ -107,7 +107,8 @@ private:
 
     spot piece_end(std::size_t entry);
     bool arc_stays_inside(const spot& u, const spot& e) const;
-    bool bends_one_way(std::size_t interval) const;
+    int bends_of(std::size_t interval) const;
+    spot conic_between(const spot& u, const spot& e) const;
     spot conic_guess() const;
     bool between(const spot& a, double x, const spot& b) const {
         return dir > 0 ? a.x < x && x < b.x : b.x < x && x < a.x;
@@ -269,6 +270,39 @@ typename bounce<Curve>::spot bounce<Curve>::conic_guess() const {
     return place(2 * fast_trig::angle_of(n, m), 2 * n * m * scale, (m - n) * (m + n) * scale);
 }
 
+// The same from one point to another, with the slope of the first: the conic meets the line where
+// a quadratic equation for the tangent of half the angle has its roots.
+template<class Curve>
+typename bounce<Curve>::spot bounce<Curve>::conic_between(const spot& u, const spot& e) const {
+    const double cos_e = e.cosine * u.cosine + e.sine * u.sine;
+    const double sin_e = e.sine * u.cosine - e.cosine * u.sine;
+    // 1/R less the line, a + p cos + q sin of the angle from u.
+    const double inverse_u = 1 / u.r;
+    const double conic_sin = -u.dr * inverse_u * inverse_u;
+    const double conic_cos = (1 / e.r - inverse_u - conic_sin * sin_e) / (cos_e - 1);
+    const double a = inverse_u - conic_cos;
+    const double p = conic_cos - u.s / c;
+    const double q = conic_sin + u.o / c;
+    const double root = std::sqrt(q * q - (a - p) * (a + p));
+    const double sum = -(q + std::copysign(root, q));
+    double n = sum;
+    double m = a - p;
+    const double other = a + p;
+    // Of n / m and other / n the one on the way from u to e.
+    const double half = sin_e / (1 + cos_e);
+    const double t1 = n / m;
+    if (!(dir > 0 ? t1 > 0 && t1 < half : t1 < 0 && t1 > half)) {
+        n = other;
+        m = sum;
+    }
+    if (m < 0) {
+        n = -n;
+        m = -m;
+    }
+    const double scale = 1 / (n * n + m * m);
+    return turned(u, 2 * fast_trig::angle_of(n, m), 2 * n * m * scale, (m - n) * (m + n) * scale);
+}
+
 // Sine and cosine of a step of the search; most are so small that few terms are enough.
 inline void step_sine_cosine(double d, double& sine, double& cosine) {
     const double z = d * d;
@@ -284,24 +318,22 @@ inline void step_sine_cosine(double d, double& sine, double& cosine) {
 // direction of the path. Comes with radius and slope of the curve there.
 template<class Curve>
 refusal bounce<Curve>::search(const spot& inside, const spot& outside, spot& impact) {
-    double in = inside.x;
-    double out = outside.x;
-    spot p = conic_guess();
-    if (!between(inside, p.x, outside)) {
-        const double part = inside.h / (inside.h - outside.h);
-        p = place(in + (convex || !(part > 0 && part < 1) ? 0.5 : part) * (out - in));
-    }
+    spot in = inside;
+    spot out = outside;
+    spot p = convex ? conic_guess() : conic_between(in, out);
+    if (!between(in, p.x, out)) p = place(in.x + 0.5 * (out.x - in.x));
 
-    // W, 1/W' and x at the point before.
-    double value_before = 0;
-    double inverse_slope_before = 0;
-    double x_before = 0;
-    double step_before = std::fabs(out - in);
+    // W, 1/W' and x at the point before; to begin with at the end outside.
+    double value_before = outside.h / outside.r;
+    double inverse_slope_before =
+        outside.r * outside.r / (c * outside.dr - outside.r * outside.r * outside.o);
+    double x_before = out.x;
+    double step_before = std::fabs(out.x - in.x);
     constexpr int limit = 120;
     for (int i = 0; i < limit; ++i) {
         look(p);
         if (!(p.h == p.h)) return refusal::no_number;
-        (p.h >= 0 ? in : out) = p.x;
+        (p.h >= 0 ? in : out) = p;
 
         const double rr = p.r * p.r;
         const double inverse = 1 / (rr * p.o - c * p.dr);
@@ -310,7 +342,7 @@ refusal bounce<Curve>::search(const spot& inside, const spot& outside, spot& imp
         const double inverse_slope = -rr * inverse;
         double step =
             std::fabs(tangent) < 0.4 ? fast_trig::small_arc_tangent(tangent) : std::atan(tangent);
-        if (i > 0) {
+        {
             // The cubic through x at the last two values of W, with the slopes there, read at 0.
             // It gains half of Newton's digits again, but means nothing across a corner: only a
             // small correction is believed.
@@ -328,13 +360,13 @@ refusal bounce<Curve>::search(const spot& inside, const spot& outside, spot& imp
         // The rounding of W, divided by its slope, is as near as any step can come. The test
         // stands before that of the bracket, which the last step may leave by one rounding.
         const double size = std::fabs(step);
-        if (size <= 1e-13 + 1e-15 * std::fabs(inverse_slope)) {
+        if (size <= 2e-14 + 1e-15 * std::fabs(inverse_slope)) {
             impact = turned(p, step, step, 1);
             impact.r = p.r;
             impact.dr = p.dr;
             return refusal::none;
         }
-        if (std::fabs(out - in) <= 1e-15) {
+        if (std::fabs(out.x - in.x) <= 1e-15) {
             impact = p;
             return refusal::none;
         }
@@ -344,17 +376,15 @@ refusal bounce<Curve>::search(const spot& inside, const spot& outside, spot& imp
 
         // Beside a corner two points may take turns for ever: from the fifth on, a step that is
         // not half the one before gives way to halving.
-        const double to = p.x + step;
-        const bool inside_bracket = dir > 0 ? in < to && to < out : out < to && to < in;
-        if (inside_bracket && (i < 4 || 2 * size < step_before)) {
+        if (between(in, p.x + step, out) && (i < 4 || 2 * size < step_before)) {
             double sin_step, cos_step;
             step_sine_cosine(step, sin_step, cos_step);
             p = turned(p, step, sin_step, cos_step);
             step_before = size;
-        } else {
-            step_before = 0.5 * std::fabs(out - in);
-            p = place(in + 0.5 * (out - in));
+            continue;
         }
+        p = place(in.x + 0.5 * (out.x - in.x));
+        step_before = 0.5 * std::fabs(out.x - in.x);
     }
     impact = p;
     look(impact);
@@ -372,7 +402,7 @@ refusal bounce<Curve>::first_in_pieces(spot& impact) {
     spot u = near_end;
     // Wraps round below the first entry, and is then no entry either.
     std::size_t entry = static_cast<std::size_t>(interval) + (dir > 0 ? 1 : 0);
-    bool plain_arc = bends_one_way(static_cast<std::size_t>(interval));
+    int bends = bends_of(static_cast<std::size_t>(interval));
     for (;;) {
         const bool last = entry >= size || !between(u, inflections[entry] - phi, far_end);
         const spot e = last ? far_end : piece_end(entry);
@@ -383,9 +413,12 @@ refusal bounce<Curve>::first_in_pieces(spot& impact) {
         if (e.h < 0) return search(u, e, impact);
         if (!(e.h > 0)) return refusal::no_number;
 
-        // Both ends inside: the path may have left the table and come back in between, around a
-        // point where g is stationary.
-        if (slope_of_g(u) * slope_of_g(e) <= 0 && !(plain_arc && arc_stays_inside(u, e))) {
+        // Both ends inside. Seen from the origin the boundary lies beyond the line there, and
+        // where it bends left it comes no nearer in between. Where it bends right the path may
+        // have left the table and come back, around a point where g is stationary.
+        const bool may_leave = bends <= 0 && slope_of_g(u) * slope_of_g(e) <= 0 &&
+                               !(bends < 0 && arc_stays_inside(u, e));
+        if (may_leave) {
             TFindExt extremum(&curve, c, phi + w);
             double a = phi + u.x;
             double b = phi + e.x;
@@ -403,7 +436,7 @@ refusal bounce<Curve>::first_in_pieces(spot& impact) {
         }
         if (last) return refusal::no_number; // the far end is outside: not reached
         u = e;
-        plain_arc = bends_one_way(dir > 0 ? entry : entry - 1);
+        bends = bends_of(dir > 0 ? entry : entry - 1);
         entry += dir > 0 ? 1 : std::size_t(-1);
     }
 }
@@ -435,9 +468,9 @@ typename bounce<Curve>::spot bounce<Curve>::piece_end(std::size_t entry) {
 
 // The knots know it of the interval between two entries, if they are those of the list.
 template<class Curve>
-bool bounce<Curve>::bends_one_way(std::size_t interval) const {
-    if (interval >= knots.size() || knots.size() != inflections.size()) return false;
-    return knots[interval].theta == inflections[interval] && knots[interval].plain_arc;
+int bounce<Curve>::bends_of(std::size_t interval) const {
+    if (interval >= knots.size() || knots.size() != inflections.size()) return 0;
+    return knots[interval].theta == inflections[interval] ? knots[interval].bends : 0;
 }
 
 // An arc that bends one way lies in the triangle of its chord and its end tangents. Where all
