@@ -75,7 +75,9 @@ int figure_table::run(int argc, char** argv) {
     if (benchmark::ReportUnrecognizedArguments(count, pointers.data())) return 1;
 
     time_collector times;
-    benchmark::RunSpecifiedBenchmarks(&times);
+    const bool timed =
+        std::any_of(rows.begin(), rows.end(), [](const row& r) { return !r.slower.empty(); });
+    if (timed) benchmark::RunSpecifiedBenchmarks(&times);
     benchmark::Shutdown();
     for (row& r : rows)
         if (!r.slower.empty()) r.value = times.median(r.slower) / times.median(r.faster) - r.less;
