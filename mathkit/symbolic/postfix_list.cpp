@@ -17,6 +17,9 @@ inline double square_root(double x) {
 inline double exponential(double x) {
     return std::exp(x);
 }
+inline double logarithm(double x) {
+    return std::log(x);
+}
 inline double sine(double x) {
     return kit::sin(x);
 }
@@ -32,6 +35,9 @@ inline diffarithm square_root(const diffarithm& x) {
 }
 inline diffarithm exponential(const diffarithm& x) {
     return apply(function_id::exp, x);
+}
+inline diffarithm logarithm(const diffarithm& x) {
+    return apply(function_id::log, x);
 }
 inline void sine_cosine(const diffarithm& x, diffarithm& s, diffarithm& c) {
     kit::sincos(x.value, s.value, c.value);

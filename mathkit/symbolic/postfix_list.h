@@ -38,6 +38,7 @@ enum class opcode : std::uint16_t {
     sqr,          ///< acc = acc * acc
     sqrt,         ///< acc = sqrt(acc)
     exp,          ///< acc = exp(acc)
+    log,          ///< acc = log(acc)
     sin,          ///< acc = sin(acc)
     cos,          ///< acc = cos(acc)
     sin_cos,      ///< s[b] = cos(acc), acc = sin(acc)
