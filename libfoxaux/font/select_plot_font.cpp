@@ -158,8 +158,9 @@ void font_dialog::add_toolkit_page() {
 void font_dialog::add_file_page() {
     FXVerticalFrame* page = dialog_shape::add_page(book, "TTF Font");
     auto* row = new FXHorizontalFrame(page, LAYOUT_FILL_X);
-    new FXLabel(row, "Font File(ttf,pfb,...)");
-    file_field = new FXComboBoxPopup(row, 60, &file_target, 0);
+    new FXLabel(row, "Font File(ttf,pfb,...)", nullptr, LABEL_NORMAL | LAYOUT_CENTER_Y);
+    file_field = new FXComboBoxPopup(row, 60, &file_target, 0,
+                                     FRAME_SUNKEN | FRAME_THICK | LAYOUT_FILL_X | LAYOUT_CENTER_Y);
     file_field->load_history(source, file_line, nullptr, true);
     new FXButton(row, "...", nullptr, &file_target, 1);
 

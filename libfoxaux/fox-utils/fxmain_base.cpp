@@ -52,8 +52,8 @@ void add_page(FXTabBook* book, const char* title, const char* text) {
     auto* page =
         new FXVerticalFrame(book, FRAME_RAISED | FRAME_THICK | LAYOUT_FILL_X | LAYOUT_FILL_Y, 0, 0,
                             0, 0, 4, 4, 4, 4, 4, 4);
-    new FXLabel(page, text, nullptr, JUSTIFY_LEFT | LAYOUT_FILL_X | LAYOUT_FILL_Y, 0, 0, 0, 0, 2, 2,
-                2, 2);
+    new FXLabel(page, text, nullptr, JUSTIFY_LEFT | JUSTIFY_TOP | LAYOUT_FILL_X | LAYOUT_FILL_Y, 0,
+                0, 0, 0, 2, 2, 2, 2);
 }
 
 void add_pages(FXTabBook* book) {
