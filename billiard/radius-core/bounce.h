@@ -110,8 +110,8 @@ private:
     int bends_of(std::size_t interval) const;
     spot conic_between(const spot& u, const spot& e) const;
     spot conic_guess() const;
-    bool between(const spot& a, double x, const spot& b) const {
-        return dir > 0 ? a.x < x && x < b.x : b.x < x && x < a.x;
+    bool between(double a, double x, double b) const {
+        return dir > 0 ? a < x && x < b : b < x && x < a;
     }
 
     // The slope of g at p, times s^2, which is positive.
@@ -170,7 +170,9 @@ refusal bounce<Curve>::next(double& phi_, double& alpha) {
     const double turned_alpha = fast_trig::angle_of(across, along);
     double theta = phi + impact.x;
     constexpr double turn = 2 * fast_trig::pi;
-    if (!(theta >= 0 && theta < turn)) theta -= turn * std::floor(theta / turn);
+    theta += theta < 0 ? turn : 0.0;
+    theta -= theta >= turn ? turn : 0.0;
+    if (!(theta >= 0 && theta <= turn)) theta -= turn * std::floor(theta / turn);
     if (!(turned_alpha >= 0 && theta >= 0 && theta <= turn)) return refusal::no_number;
     phi_ = theta < turn ? theta : 0;
     alpha = turned_alpha < fast_trig::pi ? turned_alpha : 0;
@@ -303,6 +305,14 @@ typename bounce<Curve>::spot bounce<Curve>::conic_between(const spot& u, const s
     return turned(u, 2 * fast_trig::angle_of(n, m), 2 * n * m * scale, (m - n) * (m + n) * scale);
 }
 
+// A few terms of the arc tangent: what they leave out only makes the next step larger, and small
+// steps are exact.
+inline double arc_tangent_of_step(double t) {
+    if (!(std::fabs(t) < 0.25)) return std::atan(t);
+    const double z = t * t;
+    return t - t * z * (1.0 / 3 - z * (1.0 / 5 - z * (1.0 / 7)));
+}
+
 // Sine and cosine of a step of the search; most are so small that few terms are enough.
 inline void step_sine_cosine(double d, double& sine, double& cosine) {
     const double z = d * d;
@@ -318,30 +328,31 @@ inline void step_sine_cosine(double d, double& sine, double& cosine) {
 // direction of the path. Comes with radius and slope of the curve there.
 template<class Curve>
 refusal bounce<Curve>::search(const spot& inside, const spot& outside, spot& impact) {
-    spot in = inside;
-    spot out = outside;
-    spot p = convex ? conic_guess() : conic_between(in, out);
-    if (!between(in, p.x, out)) p = place(in.x + 0.5 * (out.x - in.x));
+    double in = inside.x;
+    double out = outside.x;
+    spot p = convex ? conic_guess() : conic_between(inside, outside);
+    if (!between(in, p.x, out)) p = place(in + 0.5 * (out - in));
 
     // W, 1/W' and x at the point before; to begin with at the end outside.
     double value_before = outside.h / outside.r;
     double inverse_slope_before =
         outside.r * outside.r / (c * outside.dr - outside.r * outside.r * outside.o);
-    double x_before = out.x;
-    double step_before = std::fabs(out.x - in.x);
+    double x_before = out;
+    double step_before = std::fabs(out - in);
     constexpr int limit = 120;
     for (int i = 0; i < limit; ++i) {
         look(p);
         if (!(p.h == p.h)) return refusal::no_number;
-        (p.h >= 0 ? in : out) = p;
+        const bool still_inside = p.h >= 0;
+        in = still_inside ? p.x : in;
+        out = still_inside ? out : p.x;
 
         const double rr = p.r * p.r;
         const double inverse = 1 / (rr * p.o - c * p.dr);
         const double tangent = p.r * p.h * inverse;
         const double value = p.h / p.r;
         const double inverse_slope = -rr * inverse;
-        double step =
-            std::fabs(tangent) < 0.4 ? fast_trig::small_arc_tangent(tangent) : std::atan(tangent);
+        double step = arc_tangent_of_step(tangent);
         {
             // The cubic through x at the last two values of W, with the slopes there, read at 0.
             // It gains half of Newton's digits again, but means nothing across a corner: only a
@@ -366,7 +377,7 @@ refusal bounce<Curve>::search(const spot& inside, const spot& outside, spot& imp
             impact.dr = p.dr;
             return refusal::none;
         }
-        if (std::fabs(out.x - in.x) <= 1e-15) {
+        if (std::fabs(out - in) <= 1e-15) {
             impact = p;
             return refusal::none;
         }
@@ -383,8 +394,8 @@ refusal bounce<Curve>::search(const spot& inside, const spot& outside, spot& imp
             step_before = size;
             continue;
         }
-        p = place(in.x + 0.5 * (out.x - in.x));
-        step_before = 0.5 * std::fabs(out.x - in.x);
+        p = place(in + 0.5 * (out - in));
+        step_before = 0.5 * std::fabs(out - in);
     }
     impact = p;
     look(impact);
@@ -404,7 +415,7 @@ refusal bounce<Curve>::first_in_pieces(spot& impact) {
     std::size_t entry = static_cast<std::size_t>(interval) + (dir > 0 ? 1 : 0);
     int bends = bends_of(static_cast<std::size_t>(interval));
     for (;;) {
-        const bool last = entry >= size || !between(u, inflections[entry] - phi, far_end);
+        const bool last = entry >= size || !between(u.x, inflections[entry] - phi, far_end.x);
         const spot e = last ? far_end : piece_end(entry);
         if (e.h == 0) {
             impact = e;
