@@ -42,8 +42,8 @@ double base_font::usable_size(double points) {
 
 void base_font::move_to_base_line(int& x, int& y, int width) const {
     const int points = static_cast<int>(usable_size(size));
-    double along = 0;
-    double down = 0;
+    int along = 0;
+    int down = 0;
     if (align & end) along -= width;
     if (align & center) along -= width / 2;
     if (align & top) down += points;

@@ -26,11 +26,11 @@ struct parts {
 };
 
 parts parts_of(const stroke_face& face, wchar_t code) {
-    if (const accented_letter* both = find(face.accented, code)) {
-        return {find(face.glyphs, both->letter), find(face.glyphs, both->accent), both->rise};
-    }
-    const stroke_glyph* letter = find(face.glyphs, code);
-    return {letter ? letter : &face.glyphs.front(), nullptr, 0};
+    const accented_letter* both = find(face.accented, code);
+    const stroke_glyph* letter = find(face.glyphs, both ? both->letter : code);
+    if (!letter) letter = &face.glyphs.front();
+    if (!both) return {letter, nullptr, 0};
+    return {letter, find(face.glyphs, both->accent), both->rise};
 }
 
 int length_of(const wchar_t* text, int length) {

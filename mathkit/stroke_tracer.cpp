@@ -42,6 +42,8 @@ double other_fraction(double fraction) {
 std::vector<curve_point> curve_pixels(double rx, double ry) {
     const bool x_between = std::floor(rx) != rx;
     const bool y_between = std::floor(ry) != ry;
+    const double x_first = x_between ? 0.5 : 0;
+    const double y_first = y_between ? 0.5 : 0;
     std::vector<curve_point> pixels;
     const auto add = [&](double dx, double dy) {
         pixels.push_back({snap_offset(dx, x_between), snap_offset(dy, y_between),
@@ -50,7 +52,8 @@ std::vector<curve_point> curve_pixels(double rx, double ry) {
     const auto is_flat = [&](double fx, double fy) {
         return std::pow(fy, squareness - 1) * rx >= std::pow(fx, squareness - 1) * ry;
     };
-    for (double dx = x_between ? 0.5 : 0; dx <= rx; dx++) {
+    for (int i = 0; i <= rx - x_first; i++) {
+        const double dx = x_first + i;
         const double fx = dx / rx;
         const double fy = other_fraction(fx);
         if (!is_flat(fx, fy)) break;
@@ -59,7 +62,8 @@ std::vector<curve_point> curve_pixels(double rx, double ry) {
             add(-dx, sign * fy * ry);
         }
     }
-    for (double dy = y_between ? 0.5 : 0; dy <= ry; dy++) {
+    for (int i = 0; i <= ry - y_first; i++) {
+        const double dy = y_first + i;
         const double fy = dy / ry;
         const double fx = other_fraction(fy);
         if (is_flat(fx, fy)) break;

@@ -81,7 +81,7 @@ struct ttf_font::face {
     }
 
     FT_UInt index_of(wchar_t character) const {
-        const auto code = static_cast<FT_ULong>(character);
+        const auto code = static_cast<FT_ULong>(static_cast<char32_t>(character));
         const FT_UInt index = FT_Get_Char_Index(ft, code);
         return index || code > 0xff ? index : FT_Get_Char_Index(ft, symbol_page + code);
     }

@@ -187,7 +187,7 @@ int yaxis2b::thickness() {
 }
 
 void yaxis2b::draw() {
-    yaxis::draw();
+    draw_y_line(*this);
     if (!has_y_labels(*this)) return;
     for (std::size_t i = 0; i < ticks.size(); i++) {
         put_beside(*this, ticks[i], base_font::center, labels[i]);
