@@ -56,6 +56,8 @@ void font_choice::ask(FXObject* sender) {
 void font_choice::add_widgets(FXComposite* parent) {
     auto* field = new FXTextField(parent, 30, this, 1, TEXTFIELD_NORMAL | TEXTFIELD_READONLY);
     show_name(field); // the first update may find it focused, and then leaves it alone
+    field->setCursorPos(0);
+    field->makePositionVisible(0); // the family, which matters most
     new FXButton(parent, "...", nullptr, this, 0);
 }
 
