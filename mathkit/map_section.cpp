@@ -18,7 +18,10 @@ double region::radii(point way) const {
     return std::hypot(way.x / rx, way.y / ry);
 }
 
-section::section(TIterraMap& map, long budget) : map(map), budget(budget) {
+section::section(TIterraMap& map, const allowance& budget)
+    : map(map),
+      iterates_left(budget.iterates),
+      deadline(std::clock() + static_cast<std::clock_t>(budget.seconds * CLOCKS_PER_SEC)) {
     map.get_area(range);
     kept = current();
 }
@@ -44,14 +47,18 @@ std::optional<point> section::place(point p) {
 }
 
 bool section::advance() {
-    if (budget <= 0) return false;
-    --budget;
+    if (iterates_left <= 0) return false;
+    if (--iterates_left % 256 == 0) watch_clock();
     try {
         map.iterate();
         return true;
     } catch (const TError&) {
         return false;
     }
+}
+
+void section::watch_clock() {
+    if (std::clock() > deadline) iterates_left = 0;
 }
 
 std::optional<point> section::current() {

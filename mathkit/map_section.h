@@ -4,6 +4,7 @@
 
 #include "mathkit/TIterraMap.h"
 
+#include <ctime>
 #include <optional>
 
 namespace periodic {
@@ -33,14 +34,20 @@ struct passage {
     point way; ///< from `from` to `to`, the shorter way around
 };
 
+/// What a search may cost.
+struct allowance {
+    long iterates;
+    double seconds; ///< of the processor
+};
+
 /// Drives a map through its virtual operations for the length of one search.
 ///
-/// Iterates are counted against a budget, since a window waits for the answer. Whatever the map
-/// refuses, throws or answers that is no number ends the one operation that met it. The
+/// Iterates and time count against a budget: once it is spent, every further one fails. Whatever
+/// the map refuses, throws or answers that is no number ends the one operation that met it. The
 /// destructor puts the current point of the map back, unless `leave_at` has placed another.
 class section {
 public:
-    section(TIterraMap& map, long budget);
+    section(TIterraMap& map, const allowance& budget);
     section(const section&) = delete;
     section& operator=(const section&) = delete;
     ~section();
@@ -71,7 +78,7 @@ public:
     /// points of the rim come back at once, and none is a periodic orbit.
     bool on_rim(point p) const;
 
-    bool affords(long iterates) const { return iterates <= budget; }
+    bool affords(long iterates) const { return iterates <= iterates_left; }
     const TRect& area() const { return range; }
 
     /// Makes `p` the point at which the search leaves the map.
@@ -80,10 +87,12 @@ public:
 private:
     bool try_place(point p);
     void restore();
+    void watch_clock();
 
     TIterraMap& map;
     TRect range;
-    long budget;
+    long iterates_left;
+    std::clock_t deadline;
     std::optional<point> kept; ///< where the map stood before; empty once `leave_at` has placed it
 };
 
