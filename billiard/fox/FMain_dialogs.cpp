@@ -6,6 +6,7 @@
 #include "billiard/fox/poincare_billiard.h"
 #include "libfoxaux/fox-utils/dialog_shape.h"
 #include "libfoxaux/fox-utils/label_text.h"
+#include "libfoxaux/fox-utils/page_book.h"
 #include "mathkit/TError.h"
 
 #include <algorithm>
@@ -93,7 +94,7 @@ position_tab ask_position(FMain* owner, position_values& at) {
     const FXFont* font = owner->getApp()->getNormalFont();
     new FXLabel(dialog.frame, label_text(owner->map.F->instanceText(), font, label_room));
 
-    auto* book = new FXTabBook(dialog.frame, nullptr, 0, LAYOUT_FILL_X | LAYOUT_FILL_Y);
+    auto* book = new page_book(dialog.frame);
     const history_site site{history_file, owner};
     const auto section = dialog.add_rows(dialog.add_matrix(2, dialog_shape::add_page(book, "S/P")),
                                          site, {{"S", &at.S, 49, false}, {"P", &at.P, 58, false}});

@@ -4,6 +4,7 @@
 #include "libfoxaux/fox-utils/basic_plotter.h"
 #include "libfoxaux/fox-utils/dialog_shape.h"
 #include "libfoxaux/fox-utils/icons.h"
+#include "libfoxaux/fox-utils/page_book.h"
 
 namespace {
 
@@ -45,7 +46,7 @@ void basic_plotter::position_dialog() {
     const history_site site{"libfoxaux/fox-utils/basic_plotter", this};
     FXICOIcon icon(getApp(), icons::range_ico);
     dialog_shape dialog(this, "Change Position", &icon);
-    auto* book = new FXTabBook(dialog.frame, nullptr, 0, LAYOUT_FILL_X | LAYOUT_FILL_Y);
+    auto* book = new page_book(dialog.frame);
     const auto add_page = [&](const char* title, const std::vector<entry_row>& rows) {
         return dialog.add_rows(dialog.add_matrix(2, dialog_shape::add_page(book, title)), site,
                                rows);

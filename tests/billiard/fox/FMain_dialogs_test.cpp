@@ -255,6 +255,32 @@ TEST_F(FMain_dialogs_test, accepted_positions_start_a_new_orbit) {
     EXPECT_EQ(points(), 0);
 }
 
+TEST_F(FMain_dialogs_test, the_tab_key_walks_the_fields_of_the_open_page_and_the_buttons) {
+    choose(FMain::ID_SHOW_POSITION, {[](FXTopWindow* dialog) {
+               const auto fields = fields_of(dialog);
+               const auto buttons = all_of<FXButton>(dialog);
+               auto* book = all_of<FXTabBook>(dialog).front();
+               const auto focused = [&](FXWindow* widget) {
+                   FXWindow* leaf = dialog;
+                   while (leaf->getFocus())
+                       leaf = leaf->getFocus();
+                   return leaf == widget;
+               };
+               for (const int page : {0, 1}) {
+                   book->setCurrent(page);
+                   fields[2 * page]->setFocus();
+                   send_key(dialog, KEY_Tab);
+                   EXPECT_TRUE(focused(fields[2 * page + 1]));
+                   send_key(dialog, KEY_Tab);
+                   EXPECT_TRUE(focused(buttons[buttons.size() - 2]));
+                   send_key(dialog, KEY_Tab);
+                   EXPECT_TRUE(focused(buttons.back()));
+                   EXPECT_EQ(book->getCurrent(), page);
+               }
+               close_dialog(dialog, false);
+           }});
+}
+
 TEST_F(FMain_dialogs_test, refused_positions_plot_the_old_point_again) {
     section().foreground = red;
     const FXPoint old = pixel_of(0.5, 0.5);
