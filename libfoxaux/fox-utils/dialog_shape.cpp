@@ -76,7 +76,8 @@ FXColorWell* dialog_shape::add_well(FXComposite* parent, const char* label, FXCo
     new FXLabel(parent, label, nullptr, label_style);
     // Opaque only: lines ignore the alpha value, text does not.
     auto* well =
-        new FXColorWell(parent, color, nullptr, 0, COLORWELL_NORMAL | COLORWELL_OPAQUEONLY);
+        new FXColorWell(parent, color, nullptr, 0,
+                        COLORWELL_NORMAL | COLORWELL_OPAQUEONLY | LAYOUT_FILL_X | LAYOUT_FILL_Y);
     well->setRGBA(color, false);
     return well;
 }
