@@ -43,9 +43,10 @@ class sheet {
 public:
     sheet(int w = sheet_w, int h = sheet_h)
         : image(&app(), nullptr, IMAGE_KEEP | IMAGE_OWNED, w, h) {
-        for (int y = 0; y < h; y++)
+        for (int y = 0; y < h; y++) {
             for (int x = 0; x < w; x++)
                 image.setPixel(x, y, pattern(x, y));
+        }
         image.create();
     }
 

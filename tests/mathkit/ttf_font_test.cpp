@@ -60,7 +60,7 @@ protected:
         glyphs++;
         mono_glyphs += glyph.pixel_mode == FT_PIXEL_MODE_MONO;
         for (int r = 0; r < static_cast<int>(glyph.rows); r++) {
-            const unsigned char* row = glyph.buffer + r * glyph.pitch;
+            const unsigned char* row = glyph.buffer + static_cast<std::ptrdiff_t>(r) * glyph.pitch;
             for (int c = 0; c < static_cast<int>(glyph.width); c++) {
                 const int value = glyph.pixel_mode == FT_PIXEL_MODE_GRAY
                                       ? row[c]
@@ -103,7 +103,7 @@ protected:
     ~ttf_font_files() override { std::filesystem::remove_all(folder); }
 
     std::string write(const char* name, const std::vector<char>& bytes) const {
-        const std::string path = folder + "/" + name;
+        std::string path = folder + "/" + name;
         std::ofstream(path, std::ios::binary).write(bytes.data(), std::ssize(bytes));
         return path;
     }
