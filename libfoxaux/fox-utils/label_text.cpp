@@ -71,11 +71,6 @@ FXString escaped(FXString text) {
     return text;
 }
 
-FXString shortened_line(const FXString& line) {
-    if (line.count() <= line_characters) return line;
-    return line.left(line.offset(line_characters - 3)) + ellipsis;
-}
-
 } // namespace
 
 FXString label_text(const char* text, const FXFont* font, FXint width) {
@@ -101,9 +96,13 @@ FXString box_text(const char* text) {
         if (line == box_lines) return result + ellipsis;
         FXint end = whole.find('\n', start);
         if (end < 0) end = whole.length();
-        result += escaped(shortened_line(whole.mid(start, end - start)));
+        // Enough of it to tell whether it is too long: no character has more than 4 bytes.
+        const FXString rest = whole.mid(start, FXMIN(end - start, 4 * line_characters + 4));
+        const bool broken = rest.count() > line_characters;
+        if (broken) end = start + rest.offset(line_characters);
+        result += escaped(whole.mid(start, end - start));
         if (end < whole.length()) result += '\n';
-        start = end + 1;
+        start = broken ? end : end + 1;
     }
     return result;
 }
