@@ -313,6 +313,14 @@ inline double arc_tangent_of_step(double t) {
     return t - t * z * (1.0 / 3 - z * (1.0 / 5 - z * (1.0 / 7)));
 }
 
+// The second derivative from the last two slopes, for the last step alone: Newton's method comes
+// from one side, and without it the direction would drift over a million bounces. A large one is
+// that of a corner and means nothing.
+inline double bend_near(double rise, double way, double r) {
+    const double bend = rise / way;
+    return std::fabs(bend) < 1000 * r ? bend : 0;
+}
+
 // Sine and cosine of a step of the search; most are so small that few terms are enough.
 inline void step_sine_cosine(double d, double& sine, double& cosine) {
     const double z = d * d;
@@ -331,13 +339,15 @@ refusal bounce<Curve>::search(const spot& inside, const spot& outside, spot& imp
     double in = inside.x;
     double out = outside.x;
     spot p = convex ? conic_guess() : conic_between(inside, outside);
-    if (!between(in, p.x, out)) p = place(in + 0.5 * (out - in));
+    // Its squares may leave the range of doubles, and then it is no number.
+    if (!(between(in, p.x, out) && p.s == p.s)) p = place(in + 0.5 * (out - in));
 
     // W, 1/W' and x at the point before; to begin with at the end outside.
     double value_before = outside.h / outside.r;
     double inverse_slope_before =
         outside.r * outside.r / (c * outside.dr - outside.r * outside.r * outside.o);
     double x_before = out;
+    double dr_before = outside.dr;
     double step_before = std::fabs(out - in);
     constexpr int limit = 120;
     for (int i = 0; i < limit; ++i) {
@@ -371,10 +381,11 @@ refusal bounce<Curve>::search(const spot& inside, const spot& outside, spot& imp
         // The rounding of W, divided by its slope, is as near as any step can come. The test
         // stands before that of the bracket, which the last step may leave by one rounding.
         const double size = std::fabs(step);
-        if (size <= 2e-14 + 1e-15 * std::fabs(inverse_slope)) {
+        const double near = i > 0 ? 1e-13 : 1e-15;
+        if (size <= near + 1e-15 * std::fabs(inverse_slope)) {
             impact = turned(p, step, step, 1);
-            impact.r = p.r;
-            impact.dr = p.dr;
+            impact.r = p.r + p.dr * step;
+            impact.dr = p.dr + bend_near(p.dr - dr_before, p.x - x_before, p.r) * step;
             return refusal::none;
         }
         if (std::fabs(out - in) <= 1e-15) {
@@ -384,6 +395,7 @@ refusal bounce<Curve>::search(const spot& inside, const spot& outside, spot& imp
         value_before = value;
         inverse_slope_before = inverse_slope;
         x_before = p.x;
+        dr_before = p.dr;
 
         // Beside a corner two points may take turns for ever: from the fifth on, a step that is
         // not half the one before gives way to halving.

@@ -1,0 +1,275 @@
+// SPDX-License-Identifier: MIT
+// The table of arc length, the inflections, and the point of the map.
+#include "billiard/radius-core/TBilliard.h"
+
+#include <algorithm>
+#include <cmath>
+#include <memory>
+#include <string>
+
+#include <gtest/gtest.h>
+
+#include "tests/counting_curve.h"
+#include "tests/data_tables.h"
+#include "tests/reference_curves.h"
+
+namespace {
+
+constexpr double pi = 3.14159265358979324;
+
+class area_integral : public TIntegrator {
+public:
+    TRadiusFunction* F;
+    explicit area_integral(TRadiusFunction* F) : F(F) {}
+    double f(double x) override { return F->areaDensity(x); }
+};
+
+double measured(TBilliardMap& map, const data_row& row, std::size_t inflection) {
+    const std::string& quantity = row.text("quantity");
+    TRect box;
+    map.circumference.getborder(box);
+    if (quantity == "length") {
+        return TCircumferenceIntegrator(map.F).AdaptiveGauss(0, 2 * pi, 1e-12, 36);
+    }
+    if (quantity == "area") return area_integral(map.F).AdaptiveGauss(0, 2 * pi, 1e-12, 36);
+    if (quantity == "xmin") return box.x1;
+    if (quantity == "xmax") return box.x2;
+    if (quantity == "ymin") return box.y1;
+    if (quantity == "ymax") return box.y2;
+    if (quantity == "convex") return map.convex ? 1 : 0;
+    if (quantity == "ninflections") {
+        return map.inflections.empty() ? 0 : double(map.inflections.size()) - 2;
+    }
+    if (quantity == "inflection") return map.inflections.at(inflection);
+    double S = NAN, P = NAN;
+    if (quantity == "S") {
+        map.setPhiAlpha(row.number("arg"), 1);
+        map.getPoint(S, P);
+    }
+    return S;
+}
+
+TEST(TBilliard, measures_curves_as_the_reference_does) {
+    std::string curve;
+    std::unique_ptr<TBilliardMap> map;
+    std::size_t inflection = 0;
+    for (const data_row& row : read_data_table("lengths.csv")) {
+        if (row.text("flag") == "by-design") continue;
+        const std::string name = row.text("kind") + " " + row.text("params");
+        if (name != curve) {
+            curve = name;
+            inflection = 0;
+            map = std::make_unique<TBilliardMap>();
+            map->setF(new_reference_curve(row.text("kind"), row.text("params")));
+        }
+        if (row.text("quantity") == "inflection") ++inflection;
+        EXPECT_NEAR(measured(*map, row, inflection), row.number("value"), row.number("tol"))
+            << name << " " << row.text("quantity") << " " << row.text("arg");
+    }
+}
+
+void expect_sound(const TBilliard::circumference_class& table, const std::string& name) {
+    ASSERT_GE(table.size(), 2) << name;
+    ASSERT_EQ(table.s.size(), table.phi.size());
+    ASSERT_EQ(table.r.size(), table.phi.size());
+    EXPECT_EQ(table.phi.front(), 0);
+    EXPECT_NEAR(table.phi.back(), 2 * pi, 1e-15) << name;
+    EXPECT_EQ(table.s.front(), 0);
+    EXPECT_EQ(table.s.back(), 1) << name;
+    for (std::size_t i = 1; i < table.phi.size(); ++i) {
+        ASSERT_LT(table.phi[i - 1], table.phi[i]) << name;
+        ASSERT_LE(table.s[i - 1], table.s[i]) << name;
+    }
+}
+
+struct table_case {
+    const char *kind, *params;
+    long points; // the most that may be spent on the whole of setF
+    int least_rows, most_rows;
+};
+
+TEST(TBilliard, builds_a_table_for_any_curve_at_a_bounded_cost) {
+    // A textbook rule of fifteen points on each row would ask 32,000 points and more, twice each.
+    const long hostile = 2000000;
+    const table_case cases[] = {
+        {"Ellipse", "0.5", 14000, 1990, 2020},
+        {"OvalA", "5", 14000, 1990, 2020},
+        {"OvalA", "2", 18500, 1990, 2020},
+        {"OvalB", "0.3", 14000, 1990, 2020},
+        {"OvalC", "2 3", 19000, 1990, 2020},
+        {"Stadium", "1", 14000, 1990, 2020},
+        {"Triangle", "60 70", 14000, 1990, 2020},
+        {"Formula", "5+sin(t)", 18000, 1990, 2020},
+        {"OvalC", "3 200", hostile, 2, 50000},
+        {"OvalC", "3 100000", hostile, 2, 50000},
+        {"OvalC", "3 2147483647", hostile, 2, 50000},
+        {"OvalC", "1e300 3", hostile, 2, 50000},
+        {"Stadium", "1000000", hostile, 2, 50000},
+        {"Stadium", "1e-9", hostile, 2, 50000},
+        {"Stadium", "1e300", hostile, 2, 50000},
+        {"Ellipse", "1000000", hostile, 2, 50000},
+        {"Ellipse", "1e300", hostile, 2, 50000},
+        {"Triangle", "0.01 0.01", hostile, 2, 50000},
+        {"Formula", "5+tan(t)", hostile, 2, 50000},
+        {"Formula", "5+sin(1000*t)", hostile, 2, 50000},
+        {"Formula", "5+sin(1000000000*t)", hostile, 2, 50000},
+        {"Formula", "0", hostile, 2000, 50000},
+        {"Formula", "1/0", hostile, 2000, 50000},
+        {"Formula", "log(t-1)", hostile, 2, 50000},
+        {"Formula", "sqrt(t-3)", hostile, 2, 50000},
+        {"Formula", "1/t", hostile, 2, 50000},
+        {"Formula", "exp(exp(t))", hostile, 2, 50000},
+        {"Formula", "1e-300", hostile, 2000, 50000},
+        {"Formula", "1e300", hostile, 2000, 50000},
+        {"Formula", "tan(1000*t)", hostile, 2, 50000},
+        {"Formula", "t^t", hostile, 2, 50000},
+        {"Formula", "1+1e-9*sin(100000*t)/t", hostile, 2, 50000},
+    };
+    for (const table_case& c : cases) {
+        const std::string name = std::string(c.kind) + " " + c.params;
+        auto* counter = new counting_curve(new_reference_curve(c.kind, c.params));
+        TBilliardMap map;
+        map.setF(counter);
+        EXPECT_LE(counter->points, c.points) << name;
+        EXPECT_GE(map.circumference.size(), c.least_rows) << name;
+        EXPECT_LE(map.circumference.size(), c.most_rows) << name;
+        expect_sound(map.circumference, name);
+    }
+}
+
+TEST(TBilliard, spaces_the_rows_of_a_circle_evenly) {
+    TBilliard circle(new TEllipseFunction(0));
+    const auto& table = circle.circumference;
+    for (std::size_t i = 0; i < table.phi.size(); ++i) {
+        EXPECT_NEAR(table.s[i], table.phi[i] / (2 * pi), 1e-13);
+        EXPECT_NEAR(table.r[i], 1, 1e-15);
+    }
+    TBilliard ellipse(new TEllipseFunction(1));
+    TRect box;
+    ellipse.circumference.getborder(box);
+    EXPECT_NEAR(box.x2, std::sqrt(0.5), 2e-6);
+    EXPECT_NEAR(box.y1, -1, 2e-6);
+}
+
+TEST(TBilliard, replaces_the_curve_and_all_that_belongs_to_it) {
+    static int alive;
+    struct tracked : TEllipseFunction {
+        tracked() { ++alive; }
+        ~tracked() override { --alive; }
+    };
+    {
+        TBilliardMap map;
+        EXPECT_EQ(map.F, nullptr);
+        EXPECT_EQ(map.circumference.size(), 0);
+        EXPECT_EQ(map.phi, 0);
+        EXPECT_EQ(map.alpha, pi / 2);
+        map.setF(new TGenOvalFunction(2, 3));
+        EXPECT_FALSE(map.convex);
+        EXPECT_EQ(map.inflections.size(), 14u);
+        map.setPhiAlpha(1, 2);
+        map.setF(new tracked);
+        EXPECT_TRUE(map.convex);
+        EXPECT_EQ(map.phi, 1) << "the point stays";
+        EXPECT_EQ(map.alpha, 2);
+        map.setF(new tracked);
+        EXPECT_EQ(alive, 1);
+        map.setF(new TGenOvalFunction(6, 2));
+        EXPECT_TRUE(map.convex) << "no sign change of the curvature";
+        EXPECT_EQ(map.inflections.size(), 2u);
+        map.setF(new tracked);
+    }
+    EXPECT_EQ(alive, 0);
+}
+
+TEST(TBilliardMap, converts_between_section_and_boundary) {
+    TBilliardMap map;
+    map.setF(new TOvalAFunction(5));
+    for (const auto& [S, P] : {std::pair{0.0, 0.5},
+                               {1.0, 0.5},
+                               {0.5, 1.0},
+                               {0.5, -1.0},
+                               {double(NAN), 0.5},
+                               {0.5, double(NAN)},
+                               {-1e300, 0.0}}) {
+        EXPECT_FALSE(map.setPoint(S, P)) << S << " " << P;
+        EXPECT_EQ(map.phi, 0);
+    }
+    double S, P, x, y;
+    ASSERT_TRUE(map.setPoint(0.5, 0.0));
+    EXPECT_DOUBLE_EQ(map.alpha, pi / 2);
+    for (int i = 1; i < 1000; ++i) {
+        ASSERT_TRUE(map.setPoint(i / 1000.0, 0.002 * i - 1));
+        map.getPoint(S, P);
+        EXPECT_NEAR(S, i / 1000.0, 1e-14);
+        EXPECT_NEAR(P, 0.002 * i - 1, 1e-15);
+        map.getXY(x, y);
+        EXPECT_NEAR(std::hypot(x, y), map.F->R(map.phi), 1e-5);
+        EXPECT_NEAR(std::remainder(std::atan2(y, x) - map.phi, 2 * pi), 0, 1e-14);
+    }
+    // Outside a turn the answer is open, but there is one.
+    for (const double phi : {-1.0, 7.0, 1e300}) {
+        map.setPhiAlpha(phi, 1);
+        map.getPoint(S, P);
+        map.getXY(x, y);
+        EXPECT_TRUE(std::isfinite(S + P + x + y));
+    }
+}
+
+TEST(TBilliardMap, keeps_its_point_when_a_bounce_fails) {
+    TBilliardMap map;
+    map.setF(new TEllipseFunction(0));
+    map.setPhiAlpha(1, 7);
+    EXPECT_ANY_THROW(map.iterate());
+    EXPECT_EQ(map.phi, 1);
+    EXPECT_EQ(map.alpha, 7);
+}
+
+TEST(TBilliardMap, advances_evenly_in_a_circle) {
+    TBilliardMap map;
+    map.setF(new TEllipseFunction(0));
+    map.setPoint(0.1, 0.3);
+    double S = 0, P = 0;
+    for (int i = 1; i <= 100; ++i) {
+        map.iterate();
+        map.getPoint(S, P);
+        EXPECT_NEAR(std::remainder(S - 0.1 - i * std::acos(0.3) / pi, 1), 0, 1e-12);
+        EXPECT_NEAR(P, 0.3, 1e-13);
+    }
+}
+
+TEST(TBilliardDeathTest, asserts_its_preconditions) {
+    TBilliard::circumference_class empty;
+    TBilliardMap map;
+    TRect box;
+    double x, y;
+    EXPECT_DEATH(empty.get(0, x, y), "i>=0 && i<size\\(\\)");
+    EXPECT_DEATH(empty.getR(1, x, y), "size\\(\\)>1");
+    EXPECT_DEATH(empty.getborder(box), "size\\(\\)>0");
+    EXPECT_DEATH(map.setPoint(0.5, 0.5), "circumference.size\\(\\)>1");
+    EXPECT_DEATH(map.getPoint(x, y), "circumference.size\\(\\)>1");
+    EXPECT_DEATH(map.iterate(), "F!=0");
+    map.setF(new TEllipseFunction(0));
+    EXPECT_DEATH(map.circumference.get(-1, x, y), "i>=0 && i<size\\(\\)");
+    EXPECT_DEATH(map.circumference.get(map.circumference.size(), x, y), "i>=0");
+}
+
+TEST(TFindExt, finds_where_the_distance_turns) {
+    // Values and derivatives of both functions against each other, over a line's whole range.
+    TGenOvalFunction curve(2, 3);
+    TFindRoot g(&curve, 0.8, 2.0);
+    TFindExt dg(&curve, 0.8, 2.0);
+    for (double x = -1; x < 1.9; x += 0.01) {
+        const double h = 1e-5;
+        double value, slope;
+        g.fdf(x, value, slope);
+        EXPECT_EQ(value, g.f(x));
+        EXPECT_EQ(slope, g.df(x));
+        EXPECT_NEAR(slope, dg.f(x), 1e-12 * std::fabs(slope));
+        const double scale = 1 / std::pow(2.0 - x, 4) + 10;
+        EXPECT_NEAR((g.f(x + h) - g.f(x - h)) / (2 * h), slope, 1e-7 * scale);
+        dg.fdf(x, value, slope);
+        EXPECT_NEAR((dg.f(x + h) - dg.f(x - h)) / (2 * h), slope, 1e-6 * scale);
+    }
+}
+
+} // namespace

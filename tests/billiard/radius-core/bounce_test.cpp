@@ -1,0 +1,451 @@
+// SPDX-License-Identifier: MIT
+// The bounce: reference impacts and orbits, invariants, refusals, and what it may cost.
+#include "billiard/radius-core/bounce.h"
+
+#include <cmath>
+#include <cstdlib>
+#include <cstring>
+#include <memory>
+#include <new>
+#include <random>
+#include <string>
+
+#include <gtest/gtest.h>
+
+#include "billiard/radius-core/TBilliard.h"
+#include "mathkit/TError.h"
+#include "tests/billiard/radius-core/plain_bounce.h"
+#include "tests/counting_curve.h"
+#include "tests/data_tables.h"
+#include "tests/reference_curves.h"
+
+namespace {
+
+long allocations = 0;
+
+} // namespace
+
+void* operator new(std::size_t bytes) {
+    ++allocations;
+    if (void* p = std::malloc(bytes == 0 ? 1 : bytes)) return p;
+    throw std::bad_alloc();
+}
+// The compiler does not see that these belong together.
+#if defined(__GNUC__) && !defined(__clang__)
+#pragma GCC diagnostic ignored "-Wmismatched-new-delete"
+#endif
+void operator delete(void* p) noexcept {
+    std::free(p);
+}
+void operator delete(void* p, std::size_t) noexcept {
+    std::free(p);
+}
+
+namespace {
+
+constexpr double pi = 3.14159265358979324;
+
+std::unique_ptr<TBilliardMap> billiard_on(const std::string& kind, const std::string& params) {
+    auto map = std::make_unique<TBilliardMap>();
+    map->setF(new_reference_curve(kind, params));
+    return map;
+}
+
+double turn_between(double a, double b) {
+    return std::fabs(std::remainder(a - b, 2 * pi));
+}
+
+TEST(bounce, meets_the_reference_impacts) {
+    for (const data_row& row : read_data_table("bounces.csv")) {
+        if (row.text("flag") == "by-design") continue;
+        const auto map = billiard_on(row.text("kind"), row.text("params"));
+        double phi = row.number("phi");
+        double alpha = row.number("alpha");
+        ASSERT_NO_THROW(map->findit(phi, alpha)) << row.text("id");
+        EXPECT_LE(turn_between(phi, row.number("phi1")), row.number("tol_phi")) << row.text("id");
+        EXPECT_LE(std::fabs(std::remainder(alpha - row.number("alpha1"), pi)),
+                  row.number("tol_alpha"))
+            << row.text("id");
+    }
+}
+
+TEST(bounce, follows_the_reference_orbits) {
+    std::string orbit;
+    std::unique_ptr<TBilliardMap> map;
+    int bounces = 0;
+    for (const data_row& row : read_data_table("orbits.csv")) {
+        if (row.text("flag") == "by-design") continue;
+        if (row.text("orbit") != orbit) {
+            orbit = row.text("orbit");
+            map = billiard_on(row.text("kind"), row.text("params"));
+            map->setPhiAlpha(row.number("phi0"), row.number("alpha0"));
+            bounces = 0;
+        }
+        for (; bounces < row.integer("n"); ++bounces)
+            map->iterate();
+        double phi, alpha, S, P;
+        map->getPhiAlpha(phi, alpha);
+        map->getPoint(S, P);
+        const std::string where = orbit + " after " + row.text("n");
+        // A few tolerances of the table carry the sign of a derivative.
+        EXPECT_LE(turn_between(phi, row.number("phi")), std::fabs(row.number("tol_phi"))) << where;
+        EXPECT_LE(std::fabs(alpha - row.number("alpha")), std::fabs(row.number("tol_alpha")))
+            << where;
+        EXPECT_LE(std::fabs(std::remainder(S - row.number("S"), 1)), row.number("tol_S")) << where;
+        EXPECT_LE(std::fabs(P - row.number("P")), std::fabs(row.number("tol_P"))) << where;
+    }
+}
+
+// The constants of motion that tests/data/README.md names.
+double invariant(const std::string& name, const TBilliardMap& map) {
+    if (name == "P") return std::cos(map.alpha);
+    double r, dr;
+    map.F->value_and_slope(map.phi, std::sin(map.phi), std::cos(map.phi), r, dr);
+    const double t = std::atan2(r, dr);
+    const double l = r * std::sin(t + map.alpha);
+    const double th = map.phi + t + map.alpha;
+    if (name == "G0") return l * (l + 4.0 / 3 * std::sin(th));
+    if (name == "G1") return l * (l + 24.0 / 7 * std::cos(th));
+    const double e = dynamic_cast<TEllipseFunction*>(map.F)->e;
+    const double f2 = e * e / (1 + e * e);
+    const double s = std::sin(map.alpha);
+    const double y = r * std::sin(map.phi);
+    return s * s * (1 - f2 * y * y);
+}
+
+TEST(bounce, keeps_the_invariants_over_a_million_bounces) {
+    for (const data_row& row : read_data_table("invariants.csv")) {
+        const auto map = billiard_on(row.text("kind"), row.text("params"));
+        map->setPhiAlpha(row.number("phi"), row.number("alpha"));
+        const double start = row.number("value");
+        ASSERT_NEAR(invariant(row.text("invariant"), *map), start, 1e-14);
+        double drift = 0;
+        const int bounces = row.integer("bounces");
+        for (int i = 1; i <= bounces; ++i) {
+            map->iterate();
+            if (i % 1000 != 0) continue;
+            drift = std::fmax(drift, std::fabs(invariant(row.text("invariant"), *map) - start));
+        }
+        const double limit = row.text("invariant") == "P" ? 1e-10 : 1e-9;
+        EXPECT_LE(drift / std::fabs(start), limit) << row.text("kind") << row.text("params");
+        RecordProperty(row.text("kind") + row.text("params"), std::to_string(drift));
+    }
+}
+
+struct named_curve {
+    const char* kind;
+    const char* params;
+};
+
+const named_curve convex_curves[] = {
+    {"Ellipse", "0.5"}, {"Ellipse", "1"},      {"OvalA", "5"},    {"OvalB", "0.3"},
+    {"Stadium", "1"},   {"Triangle", "60 70"}, {"OvalC", "60 7"}, {"Formula", "5+sin(t)"}};
+const named_curve other_curves[] = {{"OvalA", "2"},
+                                    {"OvalC", "2 3"},
+                                    {"OvalC", "5 5"},
+                                    {"OvalB", "0.9375"},
+                                    {"Formula", "3+erf(cos(2*t))"}};
+
+// Forty orbits over the section, or fewer where one breaks off.
+template<class Visit>
+void on_many_orbits(TBilliardMap& map, int bounces, Visit visit) {
+    for (int orbit = 0; orbit < 40; ++orbit) {
+        map.setPoint(0.011 + 0.0247 * orbit, -0.97 + 0.0497 * orbit);
+        try {
+            for (int i = 0; i < bounces; ++i)
+                visit();
+        } catch (const TError&) {
+        }
+    }
+}
+
+TEST(bounce, asks_the_curve_at_few_points) {
+    const auto mean = [](const named_curve& c) {
+        auto* counter = new counting_curve(new_reference_curve(c.kind, c.params));
+        TBilliardMap map;
+        map.setF(counter);
+        counter->points = 0;
+        long bounces = 0;
+        on_many_orbits(map, 250, [&] {
+            counter->forget();
+            map.iterate();
+            ++bounces;
+        });
+        EXPECT_GT(bounces, 9000) << c.kind << c.params;
+        return double(counter->points) / double(bounces);
+    };
+    for (const named_curve& c : convex_curves)
+        EXPECT_LE(mean(c), 7.2) << c.kind << c.params;
+    for (const named_curve& c : other_curves)
+        EXPECT_LE(mean(c), 8.5) << c.kind << c.params;
+}
+
+TEST(bounce, allocates_nothing) {
+    for (const named_curve& c : {named_curve{"OvalA", "5"},
+                                 {"OvalC", "2 3"},
+                                 {"Triangle", "60 70"},
+                                 {"Stadium", "1"},
+                                 {"Fourier", "3 5 0 0 0 1 0.5"},
+                                 {"Formula", "3+erf(cos(2*t))"}}) {
+        const auto map = billiard_on(c.kind, c.params);
+        map->setPoint(0.3, 0.4);
+        double S, P, x, y;
+        const long before = allocations;
+        for (int i = 0; i < 2000; ++i) {
+            map->iterate();
+            map->getPoint(S, P);
+            map->getXY(x, y);
+            map->setPoint(S, P);
+        }
+        EXPECT_EQ(allocations, before) << c.kind << c.params;
+    }
+}
+
+// Ordinary starts, and ones that graze, run near the origin or along the normal. Closer to the
+// tangent than these, rounding alone decides whether the line enters the table.
+double start_angle(std::mt19937_64& random) {
+    std::uniform_real_distribution<double> uniform(0, 1);
+    const double u = uniform(random);
+    const double small = std::pow(10, -5 * uniform(random));
+    if (u < 0.5) return pi * uniform(random);
+    if (u < 0.7) return small;
+    if (u < 0.9) return pi - small;
+    return pi / 2 + small * (uniform(random) - 0.5);
+}
+
+TEST(bounce, agrees_with_the_plain_search) {
+    std::mt19937_64 random(20);
+    std::uniform_real_distribution<double> angle(0, 2 * pi);
+    for (const named_curve& c : {named_curve{"Ellipse", "1"},
+                                 {"Ellipse", "10"},
+                                 {"OvalA", "2"},
+                                 {"OvalA", "1.0625"},
+                                 {"OvalB", "0.9375"},
+                                 {"OvalC", "2 3"},
+                                 {"OvalC", "1.5 7"},
+                                 {"OvalC", "5 5"},
+                                 {"Stadium", "0.125"},
+                                 {"Triangle", "100 30"},
+                                 {"Formula", "2+sin(t)*cos(2*t)"}}) {
+        const auto map = billiard_on(c.kind, c.params);
+        plain_bounce plain(*map->F, map->convex, map->inflections);
+        int verdicts = 0;
+        for (int i = 0; i < 2000; ++i) {
+            const double phi0 = angle(random);
+            const double alpha0 = start_angle(random);
+            double phi = phi0;
+            double alpha = alpha0;
+            double phi_plain = phi0;
+            double alpha_plain = alpha0;
+            const bool found = plain.next(phi_plain, alpha_plain);
+            try {
+                map->findit(phi, alpha);
+            } catch (const TError&) {
+                verdicts += found ? 1 : 0;
+                EXPECT_TRUE(phi == phi0 && alpha == alpha0) << "unchanged by a refusal";
+                continue;
+            }
+            verdicts += found ? 0 : 1;
+            ASSERT_TRUE(phi >= 0 && phi < 2 * pi && alpha >= 0 && alpha < pi);
+            if (!found) continue;
+            // A grazing impact is known only as closely as its angle allows.
+            const double size = std::sin(alpha_plain) * std::sin(alpha0);
+            EXPECT_LE(turn_between(phi, phi_plain) * size, 1e-12)
+                << c.kind << c.params << " from " << phi0 << ", " << alpha0;
+        }
+        // At the very edge of a refusal rounding may decide either way.
+        EXPECT_LE(verdicts, 2) << c.kind << c.params;
+    }
+}
+
+TEST(bounce, runs_backwards_as_it_came) {
+    for (const named_curve& c : convex_curves) {
+        const auto map = billiard_on(c.kind, c.params);
+        on_many_orbits(*map, 5, [&] {
+            const double phi0 = map->phi;
+            const double alpha0 = map->alpha;
+            map->iterate();
+            const double phi1 = map->phi;
+            const double alpha1 = map->alpha;
+            if (std::sin(alpha1) < 1e-3 || std::sin(alpha0) < 1e-3) return;
+            map->setPhiAlpha(phi1, pi - alpha1);
+            map->iterate();
+            EXPECT_LE(turn_between(map->phi, phi0), 1e-9) << c.kind << c.params;
+            EXPECT_NEAR(map->alpha, pi - alpha0, 1e-9) << c.kind << c.params;
+            map->setPhiAlpha(phi1, alpha1);
+        });
+    }
+}
+
+TEST(bounce, knows_simple_paths) {
+    const auto circle = billiard_on("Ellipse", "0");
+    const struct {
+        double phi, alpha, phi1, alpha1;
+    } cases[] = {{0.5, pi / 2, 0.5 + pi, pi / 2},
+                 {1, pi / 4, 1 + pi / 2, pi / 4},
+                 {1, 3 * pi / 4, 1 - pi / 2 + 2 * pi, 3 * pi / 4},
+                 {6, 0.01, 6.02, 0.01}};
+    for (const auto& c : cases) {
+        double phi = c.phi;
+        double alpha = c.alpha;
+        circle->findit(phi, alpha);
+        EXPECT_NEAR(phi, c.phi1, 2e-13);
+        EXPECT_NEAR(alpha, c.alpha1, 2e-13);
+    }
+    const auto ellipse = billiard_on("Ellipse", "0.5");
+    ellipse->setPhiAlpha(pi / 2, pi / 2);
+    for (int i = 0; i < 4; ++i) { // an unstable orbit
+        ellipse->iterate();
+        EXPECT_NEAR(ellipse->phi, i % 2 == 0 ? 3 * pi / 2 : pi / 2, 1e-13);
+        EXPECT_NEAR(ellipse->alpha, pi / 2, 1e-13);
+    }
+    // The two ways through the origin's neighbourhood join without a step.
+    double low = pi / 2 - 0.999e-6, high = pi / 2 - 1.001e-6, phi_low = 1, phi_high = 1;
+    circle->findit(phi_low, low);
+    circle->findit(phi_high, high);
+    EXPECT_NEAR(phi_high - phi_low, -2 * 0.002e-6, 1e-12);
+}
+
+/// A curve made of two functions, for trouble of every kind.
+class odd_curve : public TRadiusFunction {
+public:
+    double (*radius)(double);
+    double (*slope)(double);
+    odd_curve(double (*radius)(double), double (*slope)(double)) : radius(radius), slope(slope) {}
+    double R(double phi) const override { return radius(phi); }
+    double dR(double phi) const override { return slope(phi); }
+    double ddR(double) const override { return 0; }
+};
+
+double nought(double) {
+    return 0;
+}
+double one(double) {
+    return 1;
+}
+
+void expect_refusal(TBilliard& billiard, double phi, double alpha, const char* what) {
+    const double phi0 = phi;
+    const double alpha0 = alpha;
+    try {
+        billiard.findit(phi, alpha);
+        ADD_FAILURE() << what << ": no refusal but " << phi << ", " << alpha;
+    } catch (TError& error) {
+        EXPECT_STREQ(error.text(), "The root solver is confused.\n"
+                                   "Could not find intersection between ray and billiard.\n"
+                                   "Something must be wrong with the billiard shape!\n");
+        EXPECT_STREQ(error.function, "void TBilliard::findit(double&, double&)");
+        EXPECT_STREQ(error.file, "billiard/radius-core/TBilliard");
+        EXPECT_GT(error.line, 0);
+    }
+    EXPECT_TRUE(std::memcmp(&phi, &phi0, sizeof phi) == 0) << what;
+    EXPECT_TRUE(std::memcmp(&alpha, &alpha0, sizeof alpha) == 0) << what;
+}
+
+TEST(bounce, refuses_what_has_no_impact) {
+    TBilliard circle(new TEllipseFunction(0));
+    expect_refusal(circle, 1, 7, "an angle beyond the tangent");
+    expect_refusal(circle, 1, NAN, "an angle that is no number");
+    expect_refusal(circle, NAN, 1, "a place that is no number");
+    expect_refusal(circle, INFINITY, 1, "a place at infinity");
+    TBilliard narrow(new TEllipseFunction(1e4)); // bends away within the smallest distance
+    expect_refusal(narrow, pi / 2, 1e-13, "grazing forward");
+    expect_refusal(narrow, pi / 2, pi - 1e-13, "grazing backward");
+
+    TBilliard nothing(new odd_curve(nought, nought));
+    expect_refusal(nothing, 1, 1, "no radius");
+    TBilliard nan_slope(new odd_curve(one, [](double) { return double(NAN); }));
+    expect_refusal(nan_slope, 1, 1, "slope that is no number");
+    TBilliard half(new odd_curve([](double x) { return x < 2 ? 1.0 : double(NAN); }, nought));
+    expect_refusal(half, 1, 0.7, "a radius that ends on the way");
+    TBilliard spike(
+        new odd_curve([](double x) { return std::fabs(x - 2) < 0.5 ? double(NAN) : 1.0; }, nought));
+    expect_refusal(spike, 1, 0.7, "a hole in the radius");
+    TBilliard open(new odd_curve([](double x) { return x < 1.5 ? 1.0 : 1e9; }, nought));
+    expect_refusal(open, 1, 1, "open at the far end");
+
+    TBilliard list(new TGenOvalFunction(2, 3));
+    list.inflections = {3.0, 4.0};
+    expect_refusal(list, 1, 1.1, "a list of inflections that does not hold the start");
+    list.inflections.clear();
+    expect_refusal(list, 1, 1.1, "no list at all");
+}
+
+TEST(bounce, takes_angles_of_any_turn) {
+    TBilliard circle(new TEllipseFunction(0));
+    for (const double turn : {-1.0, 1.0, 5.0, 1000.0}) {
+        double phi = 1 + turn * 2 * pi;
+        double alpha = pi / 4;
+        circle.findit(phi, alpha);
+        EXPECT_NEAR(phi, 1 + pi / 2, 1e-9);
+    }
+}
+
+TEST(bounce, is_the_same_at_every_size) {
+    // Radii near the ends of the range of doubles: the shape decides, not the size.
+    for (const double size : {1e-300, 1e-150, 1e-3, 1.0, 1e150, 1e300}) {
+        static double r;
+        r = size;
+        TBilliard circle(new odd_curve([](double) { return r; }, nought));
+        double phi = 1;
+        double alpha = 0.7;
+        ASSERT_NO_THROW(circle.findit(phi, alpha)) << size;
+        EXPECT_NEAR(phi, 2.4, 1e-12) << size;
+        EXPECT_NEAR(alpha, 0.7, 1e-12) << size;
+    }
+}
+
+TEST(bounce, survives_curves_that_are_none) {
+    for (const char* formula : {"0",
+                                "1/0",
+                                "log(t-1)",
+                                "sqrt(t-3)",
+                                "1/t",
+                                "exp(exp(t))",
+                                "tan(1000*t)",
+                                "t^t",
+                                "1+t",
+                                "5+tan(t)",
+                                "5+sin(2.5*t)",
+                                "0.5+sin(t)",
+                                "-3",
+                                "sin(t)",
+                                "5+sin(1000000000*t)",
+                                "signum(sin(3*t))",
+                                "2+fabs(sin(t))",
+                                "1+heaviside(t-3)",
+                                "2+floor(t)",
+                                "1e-300"}) {
+        const auto map = billiard_on("Formula", formula);
+        int found = 0;
+        on_many_orbits(*map, 20, [&] {
+            map->iterate();
+            ++found;
+            ASSERT_TRUE(map->phi >= 0 && map->phi < 2 * pi) << formula;
+            ASSERT_TRUE(map->alpha >= 0 && map->alpha < pi) << formula;
+        });
+    }
+}
+
+TEST(bounce, stops_at_a_corner_that_points_inward) {
+    // Both sides bend as a convex table does, and so nothing but the corner is in the way.
+    const auto map = billiard_on("Formula", "1+0.8*fabs(sin(t))+0.15*cos(4*t)");
+    plain_bounce plain(*map->F, map->convex, map->inflections);
+    int compared = 0;
+    for (int i = 0; i < 400; ++i) {
+        double phi = 0.3 + 0.006 * i;
+        double alpha = 0.05 + 0.0075 * i;
+        double phi_plain = phi;
+        double alpha_plain = alpha;
+        if (!plain.next(phi_plain, alpha_plain)) continue;
+        try {
+            map->findit(phi, alpha);
+            EXPECT_LE(turn_between(phi, phi_plain) * std::sin(alpha_plain), 1e-10) << i;
+            ++compared;
+        } catch (const TError&) {
+        }
+    }
+    EXPECT_GT(compared, 300);
+}
+
+} // namespace
