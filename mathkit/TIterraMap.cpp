@@ -75,7 +75,7 @@ bool is_ellipse(const region& where) {
 
 /// How many samples to each side a search for that order can afford.
 int affordable_half(int order) {
-    const long samples = BUDGET.iterates / 40 / order; // nine ellipses, and the refinements
+    const long samples = BUDGET.iterates / 40 / order; // eleven ellipses, and the refinements
     return std::clamp(static_cast<int>((std::sqrt(static_cast<double>(samples)) - 1) / 2), 1, 16);
 }
 
@@ -118,7 +118,8 @@ std::optional<periodic_point> nearest(section& map, point start, int order, cons
     if (order > costly)
         if (const auto direct = periodic::refine(map, start, order, ellipse(0.01), limits))
             return direct;
-    for (double part = 1.0 / 1024; part <= 0.25; part *= 2) {
+    // Capture works at any depth of zoom: small ellipses come first, in strides.
+    for (double part = 0x1p-20; part <= 0.25; part *= part < 0x1p-8 ? 8 : 2) {
         const region where = ellipse(part);
         const auto best = choose(map, points_in(map, where, order, limits), order, where);
         if (best) return best;

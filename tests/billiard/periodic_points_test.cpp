@@ -100,22 +100,26 @@ TEST(BilliardPeriodicPoints, CirclesLeadToTheirPoint) {
     }
 }
 
-TEST(BilliardPeriodicPoints, KnownPointsAreFoundFromNearby) {
+TEST(BilliardPeriodicPoints, KnownPointsAreFoundFromNearbyAtAnyDepthOfZoom) {
     billiards made;
-    for (const data_row& row : read_data_table("fixpoints.csv")) {
-        SCOPED_TRACE(row.text("id"));
-        TBilliardMap& map = made.of(row);
-        const int order = row.integer("order");
-        const double near_S = row.number("S") + 1e-4, near_P = row.number("P") - 2e-4;
-        EXPECT_EQ(map.getorder(near_S, near_P, 1e-3, 2e-3, 10000), order);
+    for (const data_row& row : read_data_table("fixpoints.csv"))
+        for (const double radius : {1e-3, 1e-7}) {
+            SCOPED_TRACE(row.text("id"));
+            TBilliardMap& map = made.of(row);
+            double S, P;
+            map.setPhiAlpha(row.number("phi"), row.number("alpha"));
+            map.getPoint(S, P); // the table's S of the point
+            S += (S < 0.5 ? 0.1 : -0.1) * radius;
+            P -= 0.2 * radius;
+            const int order = row.integer("order");
+            EXPECT_EQ(map.getorder(S, P, radius, 2 * radius, 10000), order);
 
-        double x = near_S, y = near_P;
-        int iter = 30;
-        TRect box;
-        ASSERT_TRUE(map.fixfinder(x, y, order, iter, box, 1e-14));
-        EXPECT_TRUE(stands_on(map, row)) << x << ' ' << y;
-        expect_honest(map, x, y, order, box);
-    }
+            int iter = 30;
+            TRect box;
+            ASSERT_TRUE(map.fixfinder(S, P, order, iter, box, 1e-14));
+            EXPECT_TRUE(stands_on(map, row)) << S << ' ' << P;
+            expect_honest(map, S, P, order, box);
+        }
 }
 
 TEST(BilliardPeriodicPoints, CurvesThatAreNoTablesEndWithoutAnAnswer) {
