@@ -72,6 +72,17 @@ FXButton* button_of(FXWindow* top, const char* text, std::size_t number) {
     return found.at(number);
 }
 
+/// A script for the toolkit's font dialog: the same font, of 24 points.
+void choose_24_points(FXTopWindow* dialog) {
+    EXPECT_STREQ(dialog->getTitle().text(), "Change Font");
+    auto* fonts = dynamic_cast<FXFontDialog*>(dialog);
+    FXFontDesc desc;
+    fonts->getFontSelection(desc);
+    desc.size = 240;
+    fonts->setFontSelection(desc);
+    close_dialog(dialog, true);
+}
+
 std::string font_file() {
     return output_of("fc-match -f '%{file}' 'DejaVu Sans'");
 }
@@ -175,15 +186,6 @@ TEST(SelectFont, ABadFontFileChangesNothingAndIsRemembered) {
 
 TEST(SelectFont, TheButtonsChooseAFontAndAFile) {
     const std::string file = font_file();
-    const auto choose_size = [](FXTopWindow* dialog) {
-        EXPECT_STREQ(dialog->getTitle().text(), "Change Font");
-        auto* fonts = dynamic_cast<FXFontDialog*>(dialog);
-        FXFontDesc desc;
-        fonts->getFontSelection(desc);
-        desc.size = 240;
-        fonts->setFontSelection(desc);
-        close_dialog(dialog, true);
-    };
     plot a_plot;
     font_dialog(true,
                 [&](font_widgets& w) {
@@ -194,7 +196,7 @@ TEST(SelectFont, TheButtonsChooseAFontAndAFile) {
                     EXPECT_NE(w.font_name->getText().find(",240"), -1);
                     w.book->setCurrent(1);
                 },
-                {choose_size, choose_file(file)});
+                {choose_24_points, choose_file(file)});
     EXPECT_EQ(a_plot.font_size, 24);
     EXPECT_TRUE(dynamic_cast<fox_font*>(hfont));
 }
@@ -267,15 +269,7 @@ TEST(GlobalFonts, AcceptWritesBothFontsAndAutomaticTakesThemBack) {
                       EXPECT_NE(w.normal->getText().find("240"), -1) << w.normal->getText().text();
                       press(w.chosen);
                   },
-                  {[](FXTopWindow* dialog) {
-                      EXPECT_STREQ(dialog->getTitle().text(), "Change Font");
-                      auto* fonts = dynamic_cast<FXFontDialog*>(dialog);
-                      FXFontDesc desc;
-                      fonts->getFontSelection(desc);
-                      desc.size = 240;
-                      fonts->setFontSelection(desc);
-                      close_dialog(dialog, true);
-                  }});
+                  {choose_24_points});
     const std::string written = vendor_file();
     EXPECT_NE(written.find("[SETTINGS]"), std::string::npos) << written;
     EXPECT_NE(written.find("normalfont="), std::string::npos);
