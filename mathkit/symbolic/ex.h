@@ -3,6 +3,7 @@
 #pragma once
 
 #include <concepts>
+#include <memory>
 #include <utility>
 
 namespace symbolic {
@@ -114,9 +115,10 @@ private:
 
 template<std::derived_from<basic> Node>
 ex::ex(Node made) : node(nullptr) {
+    auto on_heap = std::make_unique<Node>(std::move(made));
     count_node();
-    node = new Node(std::move(made));
-    node->handles = 1;
+    on_heap->handles = 1;
+    node = on_heap.release();
 }
 
 } // namespace symbolic

@@ -33,7 +33,7 @@ std::string lower_case(std::string text) {
 
 /// The name that is probably meant, empty if none comes to mind.
 std::string name_instead(const std::string& name) {
-    const std::string lower = lower_case(name);
+    std::string lower = lower_case(name);
     for (const hint& known : usual_names) {
         if (lower == known.name) return known.instead;
     }

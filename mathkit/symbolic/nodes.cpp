@@ -65,26 +65,26 @@ bool binary::constant(double& result) const {
 }
 
 template<class Operation>
-ex binary::rebuilt(mapping& map, const ex& self) const {
+ex binary::of_mapped(mapping& map, const ex& self) const {
     const ex left = map(a);
     const ex right = map(b);
     return same(left, a) && same(right, b) ? self : ex(Operation(left, right));
 }
 
 ex add::rebuild(mapping& map, const ex& self) const {
-    return rebuilt<add>(map, self);
+    return of_mapped<add>(map, self);
 }
 ex sub::rebuild(mapping& map, const ex& self) const {
-    return rebuilt<sub>(map, self);
+    return of_mapped<sub>(map, self);
 }
 ex mul::rebuild(mapping& map, const ex& self) const {
-    return rebuilt<mul>(map, self);
+    return of_mapped<mul>(map, self);
 }
 ex divide::rebuild(mapping& map, const ex& self) const {
-    return rebuilt<divide>(map, self);
+    return of_mapped<divide>(map, self);
 }
 ex power::rebuild(mapping& map, const ex& self) const {
-    return rebuilt<power>(map, self);
+    return of_mapped<power>(map, self);
 }
 
 ex function::rebuild(mapping& map, const ex& self) const {

@@ -125,7 +125,7 @@ protected:
 
     /// rebuild for an operation of the class Operation.
     template<class Operation>
-    ex rebuilt(mapping& map, const ex& self) const;
+    ex of_mapped(mapping& map, const ex& self) const;
 };
 
 /// a + b

@@ -314,16 +314,18 @@ void postfix_scheduler::emit_operands(int a, int b, opcode direct, opcode swappe
     }
     const bool kept = stored(a);
     const int slot = kept ? slots[a] : new_slot();
-    if (kept)
-        ++uses[a];
-    else
+    if (kept) {
+        ++uses[a]; // holds the slot until it is read
+    } else {
         put(opcode::store, slot);
+    }
     emit(b);
     put_with_slot(swapped, slot);
-    if (kept)
+    if (kept) {
         use(a);
-    else
+    } else {
         free_slots.push_back(slot);
+    }
 }
 
 /// A product that was computed last takes the sum or difference that follows along.
@@ -375,10 +377,11 @@ void postfix_scheduler::emit_trigonometry(int v) {
     const turn scaled =
         stored(argument) && values[argument].operation != kind::cell ? turn{} : turn_of(v);
     const bool of_cell = scaled.cell >= 0;
-    if (of_cell)
+    if (of_cell) {
         use(argument);
-    else
+    } else {
         emit(argument);
+    }
     if (both) slots[other] = new_slot();
     const bool sine = values[v].function == function_id::sin;
     const opcode single =

@@ -23,7 +23,7 @@ class dropping_0_1 final : public mapping {
 
 class folding_constants final : public mapping {
     ex image(const ex& e) override {
-        const ex rebuilt = e->rebuild(*this, e);
+        ex rebuilt = e->rebuild(*this, e);
         double value = 0;
         if (rebuilt->number_value() || !rebuilt->constant(value)) return rebuilt;
         return ex(value);

@@ -95,7 +95,8 @@ TEST(TSymbolicRadius, gives_value_and_slope_the_same_on_every_way) {
     for (const char* const text : texts) {
         SCOPED_TRACE(text);
         const TSymbolicRadius curve(text);
-        for (double phi = -7; phi < 13; phi += 0.37) {
+        for (int i = 0; i < 55; ++i) {
+            const double phi = -7 + 0.37 * i;
             double r = 0, dr = 0;
             curve.value_and_slope(phi, std::sin(phi), std::cos(phi), r, dr);
             EXPECT_NEAR(r, curve.R(phi), 1e-14);
@@ -153,7 +154,8 @@ TEST(TSymbolicRadius, survives_every_text) {
     for (const std::string& text : texts) {
         const TSymbolicRadius curve(text.c_str());
         double r = 0, dr = 0;
-        for (double phi = 0; phi < 7; phi += 0.5) {
+        for (int i = 0; i < 14; ++i) {
+            const double phi = 0.5 * i;
             curve.value_and_slope(phi, std::sin(phi), std::cos(phi), r, dr);
             EXPECT_EQ(std::isnan(r), std::isnan(curve.R(phi))) << text << " at " << phi;
             curve.getRdR(phi, r, dr);
