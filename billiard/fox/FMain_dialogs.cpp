@@ -92,7 +92,8 @@ position_tab ask_position(FMain* owner, position_values& at) {
     dialog_shape dialog(owner, "Current Position", owner->main_icon,
                         DECOR_TITLE | DECOR_BORDER | DECOR_RESIZE, side, side);
     const FXFont* font = owner->getApp()->getNormalFont();
-    new FXLabel(dialog.frame, label_text(owner->map.F->instanceText(), font, label_room));
+    new FXLabel(dialog.frame, label_text(owner->map.F->instanceText(), font, label_room, 3),
+                nullptr, JUSTIFY_LEFT);
 
     auto* book = new page_book(dialog.frame);
     const history_site site{history_file, owner};

@@ -71,21 +71,33 @@ FXString escaped(FXString text) {
     return text;
 }
 
-} // namespace
-
-FXString label_text(const char* text, const FXFont* font, FXint width) {
-    const FXString whole = readable(text, false);
+// How many bytes of `text` fit into `width` pixels, no character cut apart.
+FXint fitting(const FXString& text, const FXFont* font, FXint width) {
     // No character is narrower than a pixel; this bounds the work on a text of megabytes.
-    const FXint most = 4 * FXMAX(width, 0);
-    if (whole.length() <= most && font->getTextWidth(whole) <= width) return escaped(whole);
-
-    const FXint room = width - font->getTextWidth(ellipsis, 3);
-    FXint fits = 0, too_long = FXMIN(whole.length(), most) + 1; // bisection on the bytes kept
+    const FXint most = FXMIN(text.length(), 4 * FXMAX(width, 0));
+    FXint fits = 0, too_long = most + 1;
     while (too_long - fits > 1) {
         const FXint middle = (fits + too_long) / 2;
-        (font->getTextWidth(head(whole, middle)) <= room ? fits : too_long) = middle;
+        (font->getTextWidth(head(text, middle)) <= width ? fits : too_long) = middle;
     }
-    return escaped(head(whole, fits)) + ellipsis;
+    return head(text, fits).length();
+}
+
+} // namespace
+
+FXString label_text(const char* text, const FXFont* font, FXint width, FXint lines) {
+    FXString rest = readable(text, false), result;
+    for (FXint line = 1;; ++line) {
+        FXint end = fitting(rest, font, width);
+        if (end == rest.length()) return result + escaped(rest);
+        if (line >= lines) break;
+        const FXint blank = rest.rfind(' ', end);
+        if (blank > 0) end = blank;
+        result += escaped(rest.left(end)) + "\n";
+        rest.erase(0, end == blank ? end + 1 : end);
+    }
+    const FXint room = width - font->getTextWidth(ellipsis, 3);
+    return result + escaped(rest.left(fitting(rest, font, room))) + ellipsis;
 }
 
 FXString box_text(const char* text) {

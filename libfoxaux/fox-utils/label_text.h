@@ -8,9 +8,10 @@
 
 #include <fx.h>
 
-/// `text` as one line of label text, in UTF-8 and with '&' doubled, cut with "..." to `width`
-/// pixels of `font`, which must be created. A text that is no UTF-8 counts as Latin-1.
-FXString label_text(const char* text, const FXFont* font, FXint width);
+/// `text` as label text of at most `lines` lines, in UTF-8 and with '&' doubled. A line that is
+/// wider than `width` pixels of `font`, which must be created, goes on below, from its last blank
+/// if it has one; the last line ends with "..." then. A text that is no UTF-8 counts as Latin-1.
+FXString label_text(const char* text, const FXFont* font, FXint width, FXint lines = 1);
 
 /// The same for a message box: line breaks stay, a line goes on below after 100 characters, and the
 /// text ends with "..." after 20 lines.

@@ -317,6 +317,17 @@ TEST_F(FMain_dialogs_test, angles_that_are_no_directions_fail_in_the_bounce) {
     }
 }
 
+TEST_F(FMain_dialogs_test, the_longest_text_of_a_menu_curve_is_whole_in_the_position_dialog) {
+    choose(FMain::ID_TRIANGLE, {fill_in({"60.1234", "70.5678"})});
+    choose(FMain::ID_SHOW_POSITION, {[](FXTopWindow* dialog) {
+               pump();
+               expect_inside(dialog, dialog);
+               EXPECT_STREQ(all_of<FXLabel>(dialog).front()->getText().text(),
+                            "Triangle with angles alpha=60.1234\u00B0 and\nbeta=70.5678\u00B0");
+               close_dialog(dialog, false);
+           }});
+}
+
 TEST_F(FMain_dialogs_test, a_long_formula_is_shortened_in_the_position_dialog) {
     const std::string formula = "5+sin(t)+0." + std::string(300, '0');
     choose(FMain::ID_USER_FORMULA, {fill_in({formula})});
