@@ -8,7 +8,7 @@
 #include <cstdlib>
 #include <vector>
 
-#include "mathkit/fast_trig.h"
+#include "mathkit/sincos.h"
 #include "mathkit/stderr_failed.h"
 
 namespace {
@@ -41,7 +41,7 @@ void TRadiusFunction::value_and_slope(double phi, double /*sin_phi*/, double /*c
 
 double TRadiusFunction::arcDensity(double phi) const {
     double s, c, r, dr;
-    fast_trig::sine_cosine(phi, s, c);
+    kit::sincos(phi, s, c);
     value_and_slope(phi, s, c, r, dr);
     return std::sqrt(r * r + dr * dr);
 }
@@ -261,7 +261,7 @@ void TGenOvalFunction::value_and_slope(double phi, double sin_phi, double cos_ph
             px = t;
         }
     } else {
-        fast_trig::sine_cosine(n * phi, y, x);
+        kit::sincos(n * phi, y, x);
     }
     r = c + x;
     dr = -n * y;
@@ -354,7 +354,7 @@ void TPotatoFunction::value_and_slope(double t, double /*sin_phi*/, double /*cos
     dr = 0;
     for (int i = 1; i < n; ++i) {
         double s, c;
-        fast_trig::sine_cosine(i * t + PH[i], s, c);
+        kit::sincos(i * t + PH[i], s, c);
         r += A[i] * c;
         dr -= i * A[i] * s;
     }

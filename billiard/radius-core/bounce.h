@@ -26,6 +26,7 @@
 #include "billiard/radius-core/TRadiusFunction.h"
 #include "mathkit/bsearch.h"
 #include "mathkit/fast_trig.h"
+#include "mathkit/sincos.h"
 
 /// Why a bounce found no impact.
 enum class refusal {
@@ -92,7 +93,7 @@ private:
     }
     spot place(double x) const {
         double sin_x, cos_x;
-        fast_trig::sine_cosine(x, sin_x, cos_x);
+        kit::sincos(x, sin_x, cos_x);
         return turned(start, x, sin_x, cos_x);
     }
     static spot turned(const spot& from, double by, double sin_by, double cos_by) {
@@ -138,7 +139,7 @@ template<class Curve>
 refusal bounce<Curve>::next(double& phi_, double& alpha) {
     phi = phi_;
     start.x = 0;
-    fast_trig::sine_cosine(phi, start.sine, start.cosine);
+    kit::sincos(phi, start.sine, start.cosine);
     curve.value_and_slope(phi, start.sine, start.cosine, start.r, start.dr);
 
     refusal why = direction(alpha);
@@ -190,7 +191,7 @@ refusal bounce<Curve>::direction(double alpha) {
         // The velocity from the radius: the tangent (R', R), turned by alpha. Of the two
         // directions of the line, psi is the one with a sine that is not negative.
         double sin_alpha, cos_alpha;
-        fast_trig::sine_cosine(alpha, sin_alpha, cos_alpha);
+        kit::sincos(alpha, sin_alpha, cos_alpha);
         const double scale = 1 / std::sqrt(r * r + dr * dr);
         const double radial = (dr * cos_alpha - r * sin_alpha) * scale;
         const double tangential = (r * cos_alpha + dr * sin_alpha) * scale;
@@ -325,7 +326,7 @@ inline double bend_near(double rise, double way, double r) {
 inline void step_sine_cosine(double d, double& sine, double& cosine) {
     const double z = d * d;
     if (!(z < 0.0025)) {
-        fast_trig::sine_cosine(d, sine, cosine);
+        kit::sincos(d, sine, cosine);
         return;
     }
     sine = d + d * z * (-1.0 / 6 + z * (1.0 / 120 - z * (1.0 / 5040)));
