@@ -28,7 +28,9 @@ void add_curve(figure_table& table, const std::string& name, Make make) {
             billiard.F = make();
             plain_table rows;
             rows.build(*billiard.F);
-            benchmark::DoNotOptimize(rows.s.data());
+            billiard.circumference.phi.swap(rows.phi);
+            billiard.circumference.s.swap(rows.s);
+            billiard.circumference.r.swap(rows.r);
             if (!billiard.F->isConvex()) billiard.buildInflections();
         }
     });
