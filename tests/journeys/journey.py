@@ -104,10 +104,12 @@ class Program:
 
     def find(self, title):
         """The visible window of that title, or None."""
-        for number in output_of("xdotool", "search", "--onlyvisible", "--name", ".").split():
-            window = int(number)
-            if output_of("xdotool", "getwindowname", str(window)).decode().strip() == title:
-                return window
+        # The manager's own list: a search through all windows would visit every widget.
+        clients = output_of("xprop", "-root", "_NET_CLIENT_LIST").decode().partition("#")[2]
+        for client in clients.replace(",", " ").split():
+            name = output_of("xprop", "-id", client, "-notype", "WM_NAME").decode()
+            if name.partition(" = ")[2].strip() == f'"{title}"':
+                return int(client, 16)
         return None
 
     def window(self, title):
