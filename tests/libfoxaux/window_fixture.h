@@ -244,11 +244,13 @@ std::vector<Widget*> all_of(FXWindow* top) {
     return found;
 }
 
-/// Replaces a field's text as a person does: select all, delete, type. "\r" is the Enter key.
+/// Replaces a field's text as a person does: delete it, then type. "\r" is the Enter key.
 inline void type_into(FXTextField* field, const char* text) {
     field->setFocus();
-    field->handle(field, FXSEL(SEL_COMMAND, FXTextField::ID_SELECT_ALL), nullptr);
-    if (!field->getText().empty()) send_key(field, KEY_BackSpace);
+    // Letter by letter: whether all of it is selected is up to the display, and may fail.
+    send_key(field, KEY_End);
+    for (FXint letters = field->getText().count(); letters > 0; --letters)
+        send_key(field, KEY_BackSpace);
     for (; *text; ++text) {
         if (*text == '\r')
             send_key(field, KEY_Return);
