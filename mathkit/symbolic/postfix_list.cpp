@@ -140,6 +140,9 @@ Number run(const step* at, Number* s) {
         case opcode::exp:
             acc = exponential(acc);
             break;
+        case opcode::log:
+            acc = logarithm(acc);
+            break;
         case opcode::sin:
             acc = sine(acc);
             break;

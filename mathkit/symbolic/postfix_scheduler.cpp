@@ -363,6 +363,9 @@ void postfix_scheduler::emit_call(int v) {
     case function_id::exp:
         put(opcode::exp);
         break;
+    case function_id::log:
+        put(opcode::log);
+        break;
     default:
         put(opcode::call).c = static_cast<std::uint16_t>(values[v].function);
         break;
