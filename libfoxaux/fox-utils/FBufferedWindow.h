@@ -69,6 +69,7 @@ public:
     /// Saves `image` as PNG, BMP, JPEG or PDF, by the ending of `path`; a path with no such ending
     /// gets ".png". Throws TError if the file cannot be written.
     void save(const char* path);
+    using FXWindow::save; // the toolkit's own, to a stream
 
     /// The dialog "Resize Hack": forces the canvas to a size in pixels, or on cancel back to what
     /// its layout gives it.

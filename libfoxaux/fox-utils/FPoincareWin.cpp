@@ -54,10 +54,11 @@ long FPoincareWin::on_key(int key) {
 // clang-format on
 
 void FPoincareWin::toggle_loop() {
-    if (loop_idle.is_active())
+    if (loop_idle.is_active()) {
         stop_loop();
-    else
+    } else {
         start_loop();
+    }
 }
 
 void FPoincareWin::next_color() {
@@ -97,10 +98,11 @@ void FPoincareWin::mouse_motion(FXEvent* event) {
     if (mode != circle_dragged || !id()) return;
     FXDCWindow dc(this);
     begin_marks(dc);
-    if (end_x == -1)
+    if (end_x == -1) {
         draw_cross(dc);
-    else
+    } else {
         draw_circle(dc);
+    }
     drag_to(event);
     draw_circle(dc);
 }

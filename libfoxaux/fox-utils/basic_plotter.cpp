@@ -157,10 +157,11 @@ void basic_plotter::apply_zoom() {
 
 void basic_plotter::zoom_out(bool entirely) {
     const TRect before = w2s->world;
-    if (entirely)
+    if (entirely) {
         zoom_full();
-    else
+    } else {
         w2s->world.zoom(wider, wider);
+    }
     show_view(before);
 }
 

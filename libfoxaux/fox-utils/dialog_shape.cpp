@@ -9,6 +9,9 @@ constexpr FXint inner_padding = 4; // of what stands in it
 constexpr FXint spacing = 4;
 
 constexpr FXuint fill = LAYOUT_FILL_X | LAYOUT_FILL_Y;
+constexpr FXuint matrix_style = FXuint{MATRIX_BY_COLUMNS} | LAYOUT_FILL_X;
+constexpr FXuint separator_style = FXuint{SEPARATOR_GROOVE} | LAYOUT_FILL_X;
+constexpr FXuint button_row_style = FXuint{LAYOUT_FILL_X} | PACK_UNIFORM_WIDTH;
 constexpr FXuint entry_style = FRAME_SUNKEN | FRAME_THICK | LAYOUT_FILL_X | LAYOUT_FILL_COLUMN;
 constexpr FXuint label_style = LABEL_NORMAL | LAYOUT_CENTER_Y;
 // A button shows by BUTTON_DEFAULT that it has the focus, and Enter then presses it.
@@ -37,9 +40,8 @@ dialog_shape::dialog_shape(FXWindow* owner, const char* title, FXIcon* icon, FXu
 }
 
 FXMatrix* dialog_shape::add_matrix(int columns, FXComposite* parent) {
-    return new FXMatrix(parent ? parent : frame, columns, MATRIX_BY_COLUMNS | LAYOUT_FILL_X, 0, 0,
-                        0, 0, inner_padding, inner_padding, inner_padding, inner_padding, spacing,
-                        spacing);
+    return new FXMatrix(parent ? parent : frame, columns, matrix_style, 0, 0, 0, 0, inner_padding,
+                        inner_padding, inner_padding, inner_padding, spacing, spacing);
 }
 
 FXVerticalFrame* dialog_shape::add_page(FXTabBook* book, const char* title) {
@@ -83,12 +85,12 @@ FXColorWell* dialog_shape::add_well(FXComposite* parent, const char* label, FXCo
 }
 
 void dialog_shape::add_buttons(bool cancel_first) {
-    new FXHorizontalSeparator(frame, SEPARATOR_GROOVE | LAYOUT_FILL_X);
+    new FXHorizontalSeparator(frame, separator_style);
     add_button_row(cancel_first);
 }
 
 void dialog_shape::add_button_row(bool cancel_first) {
-    auto* row = new FXHorizontalFrame(frame, LAYOUT_FILL_X | PACK_UNIFORM_WIDTH);
+    auto* row = new FXHorizontalFrame(frame, button_row_style);
     const auto add = [&](const char* label, FXSelector message) {
         new FXButton(row, label, nullptr, this, message, button_style);
     };

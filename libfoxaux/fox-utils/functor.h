@@ -44,10 +44,8 @@ public:
     template<class T>
     functor(T* object, R (T::*member)(A...)) : functor(new handleClass<T>(object, member)) {}
     functor(const functor& other) : body(other.body) { ++body->refs; }
-    functor& operator=(const functor& other) {
-        ++other.body->refs; // before the release: the two may share one body
-        release();
-        body = other.body;
+    functor& operator=(functor other) { // by value: counted before the old body is released
+        std::swap(body, other.body);
         return *this;
     }
     ~functor() { release(); }

@@ -41,7 +41,8 @@ private:
 ///     tab.set_int(current);
 class history_object {
 public:
-    kit::string* _S = nullptr; ///< the string, owned by the store; read and assigned directly
+    /// The string, owned by the store; read and assigned directly.
+    kit::string* _S = nullptr; // NOLINT(bugprone-reserved-identifier)
     bool is_new = false;       ///< the list was empty: the string has just been made, empty
 
     history_object() = default; ///< only waits to be assigned

@@ -51,6 +51,7 @@ public:
         } catch (const TError& error) {
             stop_loop();
             failures.push_back(error.text().c_str());
+            pump(); // as the error box would: nothing waits any more when it returns
         }
     }
     void sync_companions() override { ++syncs; }
