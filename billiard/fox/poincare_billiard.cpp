@@ -90,12 +90,12 @@ FXWindow* poincare_billiard::box_owner() {
 
 void poincare_billiard::find_fixed_point(double x, double y, double rx, double ry) {
     try {
+        // A point that cannot be refined is none: a wrong answer would be worse than no answer.
         const int order = map->getorder(x, y, rx, ry, order_limit);
-        if (order < 0) return show_error(this, "could not get order of fixpoint");
-
         TRect box;
         int steps = 30;
-        map->fixfinder(x, y, order, steps, box, 1e-14);
+        if (order < 0 || !map->fixfinder(x, y, order, steps, box, 1e-14))
+            return show_error(this, "could not get order of fixpoint");
         FXMessageBox::information(this, MBOX_OK, "Information",
                                   "Found fixpoint of order %d at (%g,%g) \n with precision %g",
                                   order, x, y, box.maxdim());
