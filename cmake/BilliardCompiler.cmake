@@ -22,6 +22,19 @@ if(BILLIARD_WERROR)
   target_compile_options(billiard_options INTERFACE -Werror)
 endif()
 
+# A release is hardened. -fPIE is said here because CMake's own property would compile the static
+# libraries with -fPIC, which forbids the compiler to inline across their functions.
+if(NOT BILLIARD_SANITIZE)
+  set(release "$<CONFIG:Release,RelWithDebInfo>")
+  target_compile_options(billiard_options INTERFACE
+    "$<${release}:-fPIE;-fstack-protector-strong;-U_FORTIFY_SOURCE;-D_FORTIFY_SOURCE=3>")
+  target_link_options(billiard_options INTERFACE "$<${release}:-pie;-Wl,-z,relro,-z,now>")
+endif()
+
+# The same bytes from every folder: no path of the build's machine gets into a release.
+target_compile_options(billiard_options INTERFACE
+  "$<$<CONFIG:Release>:-ffile-prefix-map=${PROJECT_SOURCE_DIR}=.>")
+
 if(BILLIARD_SANITIZE)
   set(sanitizer_flags -fsanitize=${BILLIARD_SANITIZE} -fno-sanitize-recover=undefined
                       -fno-omit-frame-pointer)
