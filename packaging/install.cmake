@@ -11,6 +11,8 @@ install(FILES packaging/org.iterra.Billiard.desktop
 install(FILES packaging/org.iterra.Billiard.metainfo.xml
         DESTINATION ${CMAKE_INSTALL_DATADIR}/metainfo)
 
+set(documents ${CMAKE_INSTALL_DATAROOTDIR}/doc/billiard)
+
 # Compressed without a time stamp, so that two builds give the same bytes.
 function(install_gzipped source name destination)
   set(compressed ${PROJECT_BINARY_DIR}/packaging/${name}.gz)
@@ -23,9 +25,9 @@ function(install_gzipped source name destination)
 endfunction()
 file(MAKE_DIRECTORY ${PROJECT_BINARY_DIR}/packaging)
 install_gzipped(packaging/billiard.1 billiard.1 ${CMAKE_INSTALL_MANDIR}/man1)
-install_gzipped(packaging/debian/changelog changelog ${CMAKE_INSTALL_DOCDIR})
+install_gzipped(packaging/debian/changelog changelog ${documents})
 install(FILES packaging/debian/copyright README.licences.txt
-        DESTINATION ${CMAKE_INSTALL_DOCDIR})
+        DESTINATION ${documents})
 
 set(CPACK_GENERATOR DEB)
 set(CPACK_PACKAGE_NAME billiard)
