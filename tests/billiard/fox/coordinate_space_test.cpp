@@ -50,8 +50,10 @@ FXColor color_between(const std::vector<std::pair<double, double>>& bounces, std
     return color_at((x1 + x2) / 2, (y1 + y2) / 2);
 }
 
-// Gives the window another size and waits until the picture has followed.
+// Gives the window another size and waits until the picture has followed. The window is raised
+// first: one that lies wholly behind another is not asked to paint.
 void resize_to(int w, int h) {
+    window().coordinate_win->raise();
     window().coordinate_win->resize(w, h);
     EXPECT_TRUE(pump_until([=] { return plane().image->getWidth() == w; })) << w;
     EXPECT_EQ(plane().image->getHeight(), h);
