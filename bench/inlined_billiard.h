@@ -37,20 +37,20 @@ public:
         if (convex) return;
         for (const double theta : inflections) {
             // The benchmarks' curves are smooth, and none of their inflections is missed.
-            inflection_knot knot{theta, std::sin(theta), std::cos(theta), 0, 0, true};
+            ray::inflection_knot knot{theta, std::sin(theta), std::cos(theta), 0, 0, true};
             curve.value_and_slope(theta, knot.sine, knot.cosine, knot.r, knot.dr);
             knots.push_back(knot);
         }
     }
 
     void iterate() override {
-        bounce<final_curve<Inlined>> path(curve, convex, inflections, knots);
-        if (path.next(phi, alpha) != refusal::none) throw TError("no impact");
+        ray::bounce<final_curve<Inlined>> path(curve, convex, inflections, knots);
+        if (path.next(phi, alpha) != ray::refusal::none) throw TError("no impact");
     }
 
 private:
     final_curve<Inlined> curve;
-    std::vector<inflection_knot> knots;
+    std::vector<ray::inflection_knot> knots;
 };
 
 } // namespace bench

@@ -2,6 +2,7 @@
 // Roots of a function of one variable in a bracket, without and with its derivative.
 #include "mathkit/TRootSolver.h"
 
+#include <algorithm>
 #include <cmath>
 #include <limits>
 #include <utility>
@@ -110,8 +111,11 @@ double TNewtonRootSolver::safe_newton(double& a, double& b, double tol) {
         const double limit = std::fmax(tol, rounding_of(x));
         const double newton = -value / slope;
         // A last step below the tolerance may leave the bracket by one rounding: it counts before
-        // the bracket does, or halving would go on from the far end.
-        if (std::fabs(newton) <= limit) return x + newton;
+        // the bracket does, or halving would go on from the far end. An endless slope makes a step
+        // of nothing, which is none.
+        if (std::fabs(newton) <= limit && std::isfinite(slope)) {
+            return std::clamp(x + newton, std::fmin(a, b), std::fmax(a, b));
+        }
         if (std::fabs(b - a) <= limit) return middle_of(a, b);
 
         const double next = x + newton;
@@ -120,7 +124,7 @@ double TNewtonRootSolver::safe_newton(double& a, double& b, double tol) {
         // derivative two points can take turns for ever: such steps are not worth a third try.
         const bool slow = !(2 * std::fabs(newton) < step_before);
         slow_steps = slow ? slow_steps + 1 : 0;
-        const bool halve = !inside || slow_steps > 2;
+        const bool halve = !inside || newton == 0 || slow_steps > 2;
         if (halve) slow_steps = 0;
         const double to = halve ? middle_of(a, b) : next;
         if (to == a || to == b) return to; // neighbouring doubles

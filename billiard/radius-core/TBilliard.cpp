@@ -4,6 +4,7 @@
 
 #include <algorithm>
 #include <cmath>
+#include <numbers>
 
 #include "billiard/radius-core/TRadiusFunction.h"
 #include "billiard/radius-core/bounce.h"
@@ -13,7 +14,7 @@
 
 namespace {
 
-constexpr double pi = 3.14159265358979324;
+using std::numbers::pi;
 constexpr double two_pi = 2 * pi;
 
 [[noreturn]] void confused(int line) {
@@ -248,7 +249,9 @@ void TBilliard::buildInflections() {
         if (before * here < 0) {
             double a = x - step;
             double b = x;
-            inflections.push_back(root.brent1(a, b, 1e-14));
+            // Where the curvature changes sign by rounding alone, its numerator may not.
+            const double theta = root.brent1(a, b, 1e-14);
+            inflections.push_back(theta == theta ? theta : x);
         }
         before = here;
     }
@@ -261,11 +264,12 @@ void TBilliard::buildInflections() {
 // bend: any three rows of a piece turn in the same sense, unless it holds a corner that points the
 // other way, or two inflections that the scan has missed.
 void TBilliard::buildKnots() {
-    const std::vector<signed char> turns = turns_of(circumference);
     knots.clear();
+    if (circumference.size() < 2) return; // no table to prove anything by
+    const std::vector<signed char> turns = turns_of(circumference);
     knots.reserve(inflections.size());
     for (std::size_t i = 0; i < inflections.size(); ++i) {
-        inflection_knot k{};
+        ray::inflection_knot k{};
         k.theta = inflections[i];
         k.sine = std::sin(k.theta);
         k.cosine = std::cos(k.theta);
@@ -278,7 +282,9 @@ void TBilliard::buildKnots() {
 }
 
 void TBilliard::findit(double& phi, double& alpha) {
-    bounce<TRadiusFunction> path(*F, convex, inflections, knots);
+    using ray::refusal;
+    ray::bounce<TRadiusFunction> path(*F, convex, inflections, knots);
+    // One line each: the error's line number is all that tells one reason from another.
     switch (path.next(phi, alpha)) {
     case refusal::none:
         return;

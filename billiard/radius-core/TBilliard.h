@@ -10,7 +10,9 @@
 #include "mathkit/TRootSolver.h"
 
 class TRadiusFunction;
+namespace ray {
 struct inflection_knot;
+}
 
 /// The arc length per radian of a curve, as an integrand.
 class TCircumferenceIntegrator : public TIntegrator {
@@ -114,7 +116,8 @@ public:
     void findit(double& phi, double& alpha);
 
     /// Lists the sign changes of the curvature in `inflections`, and sets `convex` if there are
-    /// none. Changes closer together than pi/1000 may go unseen.
+    /// none. Changes closer together than pi/1000 may go unseen. Needs the curve alone; without
+    /// the table each bounce is slower.
     void buildInflections();
 
 private:
@@ -122,7 +125,7 @@ private:
     void buildCircumference();
     void buildKnots();
 
-    std::vector<inflection_knot> knots; // what a bounce needs at the inflections
+    std::vector<ray::inflection_knot> knots; // what a bounce needs at the inflections
 };
 
 /// The billiard as a map of its section (S, P) onto itself.

@@ -6,6 +6,7 @@
 #include <climits>
 #include <cmath>
 #include <cstdlib>
+#include <numbers>
 #include <vector>
 
 #include "mathkit/sincos.h"
@@ -13,8 +14,7 @@
 
 namespace {
 
-constexpr double pi = 3.14159265358979324;
-constexpr double two_pi = 2 * pi;
+constexpr double two_pi = 2 * std::numbers::pi;
 
 } // namespace
 
@@ -248,7 +248,7 @@ void TGenOvalFunction::value_and_slope(double phi, double sin_phi, double cos_ph
     // cos(n phi) + i sin(n phi) as a power of (cos phi + i sin phi), where n is small enough for
     // its products to cost less, and to round less, than a sine and cosine.
     double x = 1, y = 0;
-    if (n <= 32) {
+    if (0 <= n && n <= 32) {
         double px = cos_phi, py = sin_phi;
         for (int bits = n; bits != 0; bits >>= 1) {
             if ((bits & 1) != 0) {
@@ -289,15 +289,22 @@ TPotatoFunction::TPotatoFunction(const char* text) {
     };
     char* at = nullptr;
     const long count = std::strtol(text, &at, 10);
-    if (*at != ' ' || count < 0) malformed(__LINE__);
+    if (at == text || *at != ' ' || count < 0) malformed(__LINE__);
+    // A number that is missing reads as 0 and leaves `at` where it was.
+    const auto next_number = [&at](double& x) {
+        char* const from = at;
+        x = std::strtod(from, &at);
+        return at != from;
+    };
 
     // The arrays grow with the text, so that a count which it does not hold costs no memory.
     std::vector<double> amplitudes, phases;
     for (long i = 0; i < count; ++i) {
-        amplitudes.push_back(std::strtod(at, &at));
-        if (*at != ' ') malformed(__LINE__);
-        phases.push_back(std::strtod(at, &at));
-        if (i != count - 1 && *at != ' ') malformed(__LINE__);
+        double amplitude, phase;
+        if (!next_number(amplitude) || *at != ' ') malformed(__LINE__);
+        if (!next_number(phase) || (i != count - 1 && *at != ' ')) malformed(__LINE__);
+        amplitudes.push_back(amplitude);
+        phases.push_back(phase);
     }
     allocate(static_cast<int>(amplitudes.size()));
     std::copy(amplitudes.begin(), amplitudes.end(), A);

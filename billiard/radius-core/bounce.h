@@ -20,6 +20,9 @@
 
 #include <cmath>
 #include <cstddef>
+#include <iterator>
+#include <numbers>
+#include <type_traits>
 #include <vector>
 
 #include "billiard/radius-core/TBilliard.h"
@@ -27,6 +30,10 @@
 #include "mathkit/bsearch.h"
 #include "mathkit/fast_trig.h"
 #include "mathkit/sincos.h"
+
+namespace ray {
+
+using std::numbers::pi;
 
 /// Why a bounce found no impact.
 enum class refusal {
@@ -45,6 +52,26 @@ enum class refusal {
 struct inflection_knot {
     double theta, sine, cosine, r, dr;
     int bends; ///< up to the next knot the boundary bends only left: 1, only right: -1, else 0
+};
+
+/// A curve measured in a unit of length of its own, for radii whose squares leave the range of
+/// doubles. Refers to the other curve.
+class curve_in_units final : public TRadiusFunction {
+public:
+    curve_in_units(const TRadiusFunction& curve, double unit) : curve(curve), unit(unit) {}
+    double R(double phi) const override { return curve.R(phi) / unit; }
+    double dR(double phi) const override { return curve.dR(phi) / unit; }
+    double ddR(double phi) const override { return curve.ddR(phi) / unit; }
+    void value_and_slope(double phi, double sin_phi, double cos_phi, double& r,
+                         double& dr) const override {
+        curve.value_and_slope(phi, sin_phi, cos_phi, r, dr);
+        r /= unit;
+        dr /= unit;
+    }
+
+private:
+    const TRadiusFunction& curve;
+    const double unit;
 };
 
 /// The bounce on a curve of the type Curve, of which value_and_slope is nearly all that is used.
@@ -76,6 +103,14 @@ private:
         double h;            // distance from the line, positive inside
     };
 
+    // What the search keeps of a point: W and 1/W' there, and R'.
+    struct sample {
+        double x, value, inverse_slope, dr;
+    };
+
+    refusal in_units(double unit, double& phi, double& alpha);
+    refusal find(spot& impact);
+    refusal reflect(const spot& impact, double& phi, double& alpha) const;
     refusal direction(double alpha);
     refusal through_origin(spot& impact);
     refusal bracket();
@@ -106,14 +141,23 @@ private:
         return p;
     }
 
-    spot piece_end(std::size_t entry);
+    sample sample_of(const spot& p, double inverse) const {
+        return {p.x, p.h / p.r, -p.r * p.r * inverse, p.dr};
+    }
+    // 1 / (-R^2 W')
+    double inverse_at(const spot& p) const { return 1 / (p.r * p.r * p.o - c * p.dr); }
+    spot first_guess(const spot& inside, const spot& outside) const;
+    double angle_to(std::ptrdiff_t entry) const {
+        return inflections[static_cast<std::size_t>(entry)] - phi;
+    }
+    spot piece_end(std::ptrdiff_t entry);
     bool arc_stays_inside(const spot& u, const spot& e) const;
-    int bends_of(std::size_t interval) const;
+    int bends_of(std::ptrdiff_t interval) const;
     spot conic_between(const spot& u, const spot& e) const;
     spot conic_guess() const;
-    bool between(double a, double x, double b) const {
-        return dir > 0 ? a < x && x < b : b < x && x < a;
-    }
+    // In the order of the path.
+    bool before(double a, double b) const { return dir > 0 ? a < b : b < a; }
+    bool between(double a, double x, double b) const { return before(a, x) && before(x, b); }
 
     // The slope of g at p, times s^2, which is positive.
     double slope_of_g(const spot& p) const { return p.dr * p.s * p.s - c * p.o; }
@@ -135,33 +179,56 @@ private:
 // The far end keeps this distance from the pole, and the near end starts with it.
 constexpr double end_distance = 2.5e-7;
 
+// Of radii within these bounds the search may take squares and products.
+constexpr double least_radius = 1e-70;
+constexpr double largest_radius = 1e70;
+
 template<class Curve>
 refusal bounce<Curve>::next(double& phi_, double& alpha) {
     phi = phi_;
     start.x = 0;
     kit::sincos(phi, start.sine, start.cosine);
     curve.value_and_slope(phi, start.sine, start.cosine, start.r, start.dr);
+    const double unit = std::fabs(start.r);
+    if (unit > largest_radius || unit < least_radius) {
+        if (unit > 0 && std::isfinite(unit)) return in_units(unit, phi_, alpha);
+    }
 
     refusal why = direction(alpha);
     if (why != refusal::none) return why;
     spot impact;
-    if (std::fabs(start.s) < 1e-6) {
-        why = through_origin(impact);
-    } else {
-        why = bracket();
-        if (why != refusal::none) return why;
-        if (far_end.h > 0) {
-            impact = near_end; // where h is 0, so that this end is an impact itself
-        } else if (convex) {
-            why = search(near_end, far_end, impact);
-        } else {
-            why = first_in_pieces(impact);
-        }
-    }
+    why = std::fabs(start.s) < 1e-6 ? through_origin(impact) : find(impact);
     if (why != refusal::none) return why;
+    return reflect(impact, phi_, alpha);
+}
 
-    // Velocity (o, s) against tangent (R', R), both from the radius at the impact. Angles to the
-    // tangent count modulo pi, and so the velocity may as well be the opposite one.
+// The same bounce on the curve measured by its radius at the start.
+template<class Curve>
+refusal bounce<Curve>::in_units(double unit, double& phi_, double& alpha) {
+    if constexpr (std::is_same_v<Curve, curve_in_units>) {
+        return refusal::no_number; // a radius that changes from one look to the next
+    } else {
+        curve_in_units measured(curve, unit);
+        const std::vector<inflection_knot> no_knots; // theirs are in the other unit
+        return bounce<curve_in_units>(measured, convex, inflections, no_knots).next(phi_, alpha);
+    }
+}
+
+template<class Curve>
+refusal bounce<Curve>::find(spot& impact) {
+    const refusal why = bracket();
+    if (why != refusal::none) return why;
+    if (far_end.h > 0) {
+        impact = near_end; // where h is 0, so that this end is an impact itself
+        return refusal::none;
+    }
+    return convex ? search(near_end, far_end, impact) : first_in_pieces(impact);
+}
+
+// Velocity (o, s) against tangent (R', R), both from the radius at the impact. Angles to the
+// tangent count modulo pi, and so the velocity may as well be the opposite one.
+template<class Curve>
+refusal bounce<Curve>::reflect(const spot& impact, double& phi_, double& alpha) const {
     double across = impact.o * impact.r - impact.s * impact.dr;
     double along = impact.o * impact.dr + impact.s * impact.r;
     if (across < 0) {
@@ -170,13 +237,13 @@ refusal bounce<Curve>::next(double& phi_, double& alpha) {
     }
     const double turned_alpha = fast_trig::angle_of(across, along);
     double theta = phi + impact.x;
-    constexpr double turn = 2 * fast_trig::pi;
+    constexpr double turn = 2 * pi;
     theta += theta < 0 ? turn : 0.0;
     theta -= theta >= turn ? turn : 0.0;
     if (!(theta >= 0 && theta <= turn)) theta -= turn * std::floor(theta / turn);
     if (!(turned_alpha >= 0 && theta >= 0 && theta <= turn)) return refusal::no_number;
     phi_ = theta < turn ? theta : 0;
-    alpha = turned_alpha < fast_trig::pi ? turned_alpha : 0;
+    alpha = turned_alpha < pi ? turned_alpha : 0;
     return refusal::none;
 }
 
@@ -186,7 +253,7 @@ refusal bounce<Curve>::direction(double alpha) {
     const double r = start.r;
     const double dr = start.dr;
     const bool ordinary =
-        r > 1e-100 && r < 1e100 && std::fabs(dr) < 1e100 && alpha >= 0 && alpha < fast_trig::pi;
+        r > 1e-100 && r < 1e100 && std::fabs(dr) < 1e100 && alpha >= 0 && alpha < pi;
     if (ordinary) {
         // The velocity from the radius: the tangent (R', R), turned by alpha. Of the two
         // directions of the line, psi is the one with a sine that is not negative.
@@ -199,10 +266,10 @@ refusal bounce<Curve>::direction(double alpha) {
         start.o = tangential < 0 ? -radial : radial;
         w = fast_trig::angle_of(start.s, start.o);
     } else {
-        w = (alpha + fast_trig::pi) - (std::atan(dr / r) + fast_trig::pi / 2);
-        if (w >= fast_trig::pi) w -= fast_trig::pi;
+        w = (alpha + pi) - (std::atan(dr / r) + pi / 2);
+        if (w >= pi) w -= pi;
         const double psi = phi + w;
-        if (!(psi >= phi && phi >= psi - fast_trig::pi)) return refusal::direction;
+        if (!(psi >= phi && phi >= psi - pi)) return refusal::direction;
         start.s = std::sin(w);
         start.o = std::cos(w);
     }
@@ -219,11 +286,11 @@ refusal bounce<Curve>::through_origin(spot& impact) {
     const double e = start.o > 0 ? start.s : -start.s;
     if (!(std::fabs(e) < 1e-4)) return refusal::through_origin;
     double r2, dr2;
-    curve.value_and_slope(phi + fast_trig::pi, -start.sine, -start.cosine, r2, dr2);
+    curve.value_and_slope(phi + pi, -start.sine, -start.cosine, r2, dr2);
     const double move = e * (start.r + r2) / r2;
     if (!(std::fabs(move) < 1e9)) return refusal::no_number;
     impact = place(move);
-    impact = turned(impact, fast_trig::pi, 0, -1);
+    impact = turned(impact, pi, 0, -1);
     look(impact);
     return refusal::none;
 }
@@ -247,7 +314,7 @@ refusal bounce<Curve>::bracket() {
         far_end = place(w - end_distance, start.s * cos_end - start.o * sin_end,
                         start.o * cos_end + start.s * sin_end);
     } else {
-        far_end = place((w - fast_trig::pi) + end_distance, -start.s * cos_end - start.o * sin_end,
+        far_end = place((w - pi) + end_distance, -start.s * cos_end - start.o * sin_end,
                         -start.o * cos_end + start.s * sin_end);
     }
     far_end.s = sin_end; // known better than by turning
@@ -333,82 +400,92 @@ inline void step_sine_cosine(double d, double& sine, double& cosine) {
     cosine = 1 + z * (-0.5 + z * (1.0 / 24 - z * (1.0 / 720 - z * (1.0 / 40320))));
 }
 
+// The cubic through x at two values of W, with the slopes there, read at 0: the way from `now`.
+// It gains half of Newton's digits again, but means nothing across a corner.
+template<class Sample>
+double cubic_step(const Sample& before, const Sample& now) {
+    const double back = 1 / (before.value - now.value);
+    const double chord = (before.x - now.x) * back;
+    const double v = now.value * back;
+    const double bent =
+        v * v * (before.value - now.value) *
+        ((chord - now.inverse_slope) -
+         before.value * back * (before.inverse_slope + now.inverse_slope - 2 * chord));
+    return -now.inverse_slope * now.value + bent;
+}
+
+// Where the search looks first. The squares of a guess may leave the range of doubles, and then
+// its sine and cosine are none: the middle takes its place.
+template<class Curve>
+typename bounce<Curve>::spot bounce<Curve>::first_guess(const spot& inside,
+                                                        const spot& outside) const {
+    const spot p = convex ? conic_guess() : conic_between(inside, outside);
+    const bool sound = std::fabs(p.s * p.s + p.o * p.o - 1) < 1e-9;
+    if (sound && between(inside.x, p.x, outside.x)) return p;
+    return place(inside.x + 0.5 * (outside.x - inside.x));
+}
+
 // The root between a point inside, h >= 0, and one outside, h <= 0; the second lies in the
 // direction of the path. Comes with radius and slope of the curve there.
 template<class Curve>
 refusal bounce<Curve>::search(const spot& inside, const spot& outside, spot& impact) {
+    constexpr int most_steps = 120;      // halving alone would be through
+    constexpr int free_steps = 4;        // those after must each be half the one before
+    constexpr double near_after = 1e-13; // a step that short is the last one,
+    constexpr double near_first = 1e-15; // from the guess only if it is none
+    constexpr double small_part = 0.25;  // of a step: a correction that is believed
+    constexpr double near_line = 1e-3;   // of c: a far larger distance than any impact has
+
     double in = inside.x;
     double out = outside.x;
-    spot p = convex ? conic_guess() : conic_between(inside, outside);
-    // Its squares may leave the range of doubles, and then it is no number.
-    if (!(between(in, p.x, out) && p.s == p.s)) p = place(in + 0.5 * (out - in));
-
-    // W, 1/W' and x at the point before; to begin with at the end outside.
-    double value_before = outside.h / outside.r;
-    double inverse_slope_before =
-        outside.r * outside.r / (c * outside.dr - outside.r * outside.r * outside.o);
-    double x_before = out;
-    double dr_before = outside.dr;
-    double step_before = std::fabs(out - in);
-    constexpr int limit = 120;
-    for (int i = 0; i < limit; ++i) {
+    spot p = first_guess(inside, outside);
+    sample last = sample_of(outside, inverse_at(outside));
+    double last_size = std::fabs(out - in);
+    for (int i = 0; i < most_steps; ++i) {
         look(p);
         if (!(p.h == p.h)) return refusal::no_number;
         const bool still_inside = p.h >= 0;
         in = still_inside ? p.x : in;
         out = still_inside ? out : p.x;
 
-        const double rr = p.r * p.r;
-        const double inverse = 1 / (rr * p.o - c * p.dr);
-        const double tangent = p.r * p.h * inverse;
-        const double value = p.h / p.r;
-        const double inverse_slope = -rr * inverse;
-        double step = arc_tangent_of_step(tangent);
-        {
-            // The cubic through x at the last two values of W, with the slopes there, read at 0.
-            // It gains half of Newton's digits again, but means nothing across a corner: only a
-            // small correction is believed.
-            const double back = 1 / (value_before - value);
-            const double chord = (x_before - p.x) * back;
-            const double v = value * back;
-            const double bent =
-                v * v * (value_before - value) *
-                ((chord - inverse_slope) -
-                 value_before * back * (inverse_slope_before + inverse_slope - 2 * chord));
-            const double cubic = -inverse_slope * value + bent;
-            if (std::fabs(cubic - step) < 0.25 * std::fabs(step)) step = cubic;
-        }
+        const double inverse = inverse_at(p);
+        const sample now = sample_of(p, inverse);
+        double step = arc_tangent_of_step(p.r * p.h * inverse);
+        const double cubic = cubic_step(last, now);
+        if (std::fabs(cubic - step) < small_part * std::fabs(step)) step = cubic;
 
         // The rounding of W, divided by its slope, is as near as any step can come. The test
-        // stands before that of the bracket, which the last step may leave by one rounding.
+        // stands before that of the bracket, which the last step may leave by one rounding. Steps
+        // also vanish where W has a pole, at R = 0, or an endless slope: that is no impact.
         const double size = std::fabs(step);
-        const double near = i > 0 ? 1e-13 : 1e-15;
-        if (size <= near + 1e-15 * std::fabs(inverse_slope)) {
-            impact = turned(p, step, step, 1);
-            impact.r = p.r + p.dr * step;
-            impact.dr = p.dr + bend_near(p.dr - dr_before, p.x - x_before, p.r) * step;
+        const double near = i > 0 ? near_after : near_first;
+        const bool at_rest = size <= near + 1e-15 * std::fabs(now.inverse_slope);
+        if (at_rest && std::fabs(p.h) <= near_line * std::fabs(c)) {
+            // Where the line runs along a side all points are near, and a step is but rounding.
+            const double move = size < 1e-7 ? step : 0;
+            impact = turned(p, move, move, 1);
+            impact.r = p.r + p.dr * move;
+            impact.dr = p.dr + bend_near(p.dr - last.dr, p.x - last.x, p.r) * move;
             return refusal::none;
         }
         if (std::fabs(out - in) <= 1e-15) {
             impact = p;
             return refusal::none;
         }
-        value_before = value;
-        inverse_slope_before = inverse_slope;
-        x_before = p.x;
-        dr_before = p.dr;
+        last = now;
 
-        // Beside a corner two points may take turns for ever: from the fifth on, a step that is
-        // not half the one before gives way to halving.
-        if (between(in, p.x + step, out) && (i < 4 || 2 * size < step_before)) {
+        // Beside a corner two points may take turns for ever: a step that is not half the one
+        // before gives way to halving, but for the first few.
+        const bool shrinks = i < free_steps || 2 * size < last_size;
+        if (shrinks && !at_rest && between(in, p.x + step, out)) {
             double sin_step, cos_step;
             step_sine_cosine(step, sin_step, cos_step);
             p = turned(p, step, sin_step, cos_step);
-            step_before = size;
+            last_size = size;
             continue;
         }
         p = place(in + 0.5 * (out - in));
-        step_before = 0.5 * std::fabs(out - in);
+        last_size = 0.5 * std::fabs(out - in);
     }
     impact = p;
     look(impact);
@@ -418,18 +495,22 @@ refusal bounce<Curve>::search(const spot& inside, const spot& outside, spot& imp
 // Walks over the pieces between the inflections to the first one that holds an impact.
 template<class Curve>
 refusal bounce<Curve>::first_in_pieces(spot& impact) {
-    const std::size_t size = inflections.size();
+    const auto size = std::ssize(inflections);
     const int interval =
         bsearch_interval(static_cast<unsigned>(size), phi + near_end.x, inflections.data());
-    if (interval < 0 || interval >= static_cast<int>(size) - 1) return refusal::outside_list;
+    if (interval < 0 || interval >= size - 1) return refusal::outside_list;
 
     spot u = near_end;
-    // Wraps round below the first entry, and is then no entry either.
-    std::size_t entry = static_cast<std::size_t>(interval) + (dir > 0 ? 1 : 0);
-    int bends = bends_of(static_cast<std::size_t>(interval));
-    for (;;) {
-        const bool last = entry >= size || !between(u.x, inflections[entry] - phi, far_end.x);
+    for (std::ptrdiff_t entry = dir > 0 ? interval + 1 : interval;; entry += dir) {
+        const double x = entry >= 0 && entry < size ? angle_to(entry) : far_end.x;
+        const bool last = !before(x, far_end.x);
+        // An entry may stand twice, or the start may have been rounded onto it: no piece at all.
+        if (!last && !before(u.x, x)) continue;
         const spot e = last ? far_end : piece_end(entry);
+        if (u.h == 0 && e.h > 0) { // as at the near end: it is an impact itself
+            impact = u;
+            return refusal::none;
+        }
         if (e.h == 0) {
             impact = e;
             return refusal::none;
@@ -440,6 +521,7 @@ refusal bounce<Curve>::first_in_pieces(spot& impact) {
         // Both ends inside. Seen from the origin the boundary lies beyond the line there, and
         // where it bends left it comes no nearer in between. Where it bends right the path may
         // have left the table and come back, around a point where g is stationary.
+        const int bends = bends_of(dir > 0 ? entry - 1 : entry);
         const bool may_leave = bends <= 0 && slope_of_g(u) * slope_of_g(e) <= 0 &&
                                !(bends < 0 && arc_stays_inside(u, e));
         if (may_leave) {
@@ -458,43 +540,38 @@ refusal bounce<Curve>::first_in_pieces(spot& impact) {
                 if (x.h < 0) return search(u, x, impact);
             }
         }
-        if (last) return refusal::no_number; // the far end is outside: not reached
+        if (last) return refusal::no_number; // not reached: the far end is outside
         u = e;
-        bends = bends_of(dir > 0 ? entry : entry - 1);
-        entry += dir > 0 ? 1 : std::size_t(-1);
     }
 }
 
 // Radius and slope at the inflections are constants of the curve, and so the ends of the pieces
 // cost no evaluation.
 template<class Curve>
-typename bounce<Curve>::spot bounce<Curve>::piece_end(std::size_t entry) {
-    const double theta = inflections[entry];
-    if (entry >= knots.size() || knots[entry].theta != theta) {
-        spot p = place(theta - phi);
+typename bounce<Curve>::spot bounce<Curve>::piece_end(std::ptrdiff_t entry) {
+    const auto i = static_cast<std::size_t>(entry);
+    if (i >= knots.size() || knots[i].theta != inflections[i]) {
+        spot p = place(angle_to(entry));
         look(p);
         return p;
     }
-    const inflection_knot& k = knots[entry];
-    const double sin_x = k.sine * start.cosine - k.cosine * start.sine;
-    const double cos_x = k.cosine * start.cosine + k.sine * start.sine;
-    spot p;
-    p.x = theta - phi;
+    const inflection_knot& k = knots[i];
+    spot p = turned(start, angle_to(entry), k.sine * start.cosine - k.cosine * start.sine,
+                    k.cosine * start.cosine + k.sine * start.sine);
     p.sine = k.sine;
     p.cosine = k.cosine;
-    p.s = start.s * cos_x - start.o * sin_x;
-    p.o = start.o * cos_x + start.s * sin_x;
     p.r = k.r;
     p.dr = k.dr;
     p.h = p.r * p.s - c;
     return p;
 }
 
-// The knots know it of the interval between two entries, if they are those of the list.
+// The knots know it of the interval from an entry to the next, if they are those of the list.
 template<class Curve>
-int bounce<Curve>::bends_of(std::size_t interval) const {
-    if (interval >= knots.size() || knots.size() != inflections.size()) return 0;
-    return knots[interval].theta == inflections[interval] ? knots[interval].bends : 0;
+int bounce<Curve>::bends_of(std::ptrdiff_t interval) const {
+    const auto i = static_cast<std::size_t>(interval); // -1 becomes larger than any size
+    if (i >= knots.size() || knots.size() != inflections.size()) return 0;
+    return knots[i].theta == inflections[i] ? knots[i].bends : 0;
 }
 
 // An arc that bends one way lies in the triangle of its chord and its end tangents. Where all
@@ -514,3 +591,5 @@ bool bounce<Curve>::arc_stays_inside(const spot& u, const spot& e) const {
     const bool ahead = dir * from_u * cross > 0 && dir * from_e * cross > 0;
     return ahead && (u.h * cross + from_u * uy) * cross > 0;
 }
+
+} // namespace ray

@@ -1,22 +1,25 @@
 // SPDX-License-Identifier: MIT
 // The curves made of pieces: stadium and triangle.
 #include <cmath>
+#include <numbers>
 
 #include "billiard/radius-core/TRadiusFunction.h"
 
 namespace {
 
-constexpr double pi = 3.14159265358979324;
+using std::numbers::pi;
 constexpr double two_pi = 2 * pi;
 
-// phi less its whole turns; rounding may leave it very slightly below 0, or at 2 pi. A bounce
-// comes with at most one turn too many on either side, and needs no call for them; which of them
-// it is cannot be predicted, and so it is no branch either.
+// phi less its whole turns; rounding may leave it very slightly below 0, or at 2 pi, which a curve
+// with a corner at the seam must tell from 0. A bounce comes with at most one turn too many on
+// either side, and needs no call for them; which of them it is cannot be predicted, and so it is
+// no branch either.
 double reduced(double phi) {
-    double u = phi;
-    u += u < 0 ? two_pi : 0.0;
-    u -= u >= two_pi ? two_pi : 0.0;
-    if (u >= 0 && u <= two_pi) return u;
+    if (phi >= -two_pi && phi < 2 * two_pi) {
+        const double down = phi >= two_pi ? two_pi : 0.0;
+        const double up = phi < 0 ? two_pi : 0.0;
+        return (phi - down) + up;
+    }
     return phi - two_pi * std::floor(phi / two_pi);
 }
 

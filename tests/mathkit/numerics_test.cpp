@@ -63,6 +63,9 @@ const root_case root_cases[] = {
      0, 1, 0.7, 120, 120},
     {"derivative of the wrong sign", [](double x) { return x - 0.7; }, [](double) { return -1.0; },
      0, 1, 0.7, 120, 120},
+    {"derivative that is infinite at the middle",
+     [](double x) { return std::copysign(std::sqrt(std::fabs(x)), x) + 0.5; },
+     [](double x) { return 0.5 / std::sqrt(std::fabs(x)); }, -1, 1, -0.25, 30, 30},
     {"large numbers", [](double x) { return x - 1e200; }, [](double) { return 1.0; }, 0, 1e300,
      1e200, 700, 700},
 };

@@ -158,6 +158,11 @@ TEST(TRadiusFunction, setters_refuse_what_is_no_curve) {
     EXPECT_TRUE(c.set(3, INT_MIN));
     EXPECT_EQ(c.n, INT_MAX);
     EXPECT_TRUE(std::isfinite(c.ddR(1) + c.curvatureNumerator(1)));
+    c.n = -3; // stored past the setter
+    double r, dr;
+    c.value_and_slope(1, std::sin(1.0), std::cos(1.0), r, dr);
+    EXPECT_NEAR(r, c.R(1), 1e-15);
+    EXPECT_NEAR(dr, c.dR(1), 1e-15);
     EXPECT_FALSE(TGenOvalFunction(60, 1).isConvex());
     EXPECT_EQ(TGenOvalFunction(4, 0).R(1.3), 5);
 
@@ -220,6 +225,27 @@ TEST(TTriangleFunction, stands_as_described) {
     EXPECT_STREQ(t.instanceText(), "Triangle with angles alpha=57.2958\xb0 and beta=61.8794\xb0");
 }
 
+TEST(TTriangleFunction, gives_the_seam_to_the_side_that_is_told) {
+    // The slope jumps at the vertex of the polar angle 0. That angle and its turns belong to the
+    // first side; just below, rounding makes it a whole turn, which belongs to the last side.
+    const TTriangleFunction t;
+    const double first = t.dR(0);
+    ASSERT_LT(first, -1);
+    const struct {
+        double phi;
+        bool on_first;
+    } cases[] = {{-1e-17, false}, {-4e-16, false},  {-1e-12, false},
+                 {1e-17, true},   {2 * pi, true},   {4 * pi, true},
+                 {-2 * pi, true}, {-4 * pi, true},  {std::nextafter(2 * pi, 0), false},
+                 {20 * pi, true}, {-1e-300, false}, {std::nextafter(4 * pi, 0), false}};
+    for (const auto& c : cases) {
+        double r, dr;
+        t.value_and_slope(c.phi, std::sin(c.phi), std::cos(c.phi), r, dr);
+        EXPECT_NEAR(t.dR(c.phi), c.on_first ? first : -first, 1e-9) << c.phi;
+        EXPECT_NEAR(dr, t.dR(c.phi), 1e-9) << c.phi;
+    }
+}
+
 TEST(TRadiusFunction, texts_name_family_and_curve) {
     const struct {
         named_curve curve;
@@ -262,7 +288,9 @@ TEST(TPotatoFunction, takes_arrays_and_texts) {
 TEST(TPotatoFunctionDeathTest, stops_at_a_malformed_text) {
     const std::string place = "billiard/radius-core/TRadiusFunction";
     for (const char* text : {"3,5 0 0 0 1 0.5", "-1 2 3", "3 5,0 0 0 1 0.5", "3 5\t0 0 0 1 0.5",
-                             "3 5 0,0 0 1 0.5", "3 5 0 0 0 1", "999999999999 1 2 3", "", "x"}) {
+                             "3 5 0,0 0 1 0.5", "3 5 0 0 0 1", "999999999999 1 2 3", "", "x",
+                             // numbers that are missing are not noughts
+                             "1000000000 ", "3 ", "3 5 0 x", "1 2.5 ", "1 2.5 x", " "}) {
         EXPECT_DEATH(TPotatoFunction{text}, place) << text;
     }
 }

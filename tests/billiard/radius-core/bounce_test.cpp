@@ -2,6 +2,7 @@
 // The bounce: reference impacts and orbits, invariants, refusals, and what it may cost.
 #include "billiard/radius-core/bounce.h"
 
+#include <algorithm>
 #include <cmath>
 #include <cstdlib>
 #include <cstring>
@@ -9,6 +10,7 @@
 #include <new>
 #include <random>
 #include <string>
+#include <vector>
 
 #include <gtest/gtest.h>
 
@@ -381,18 +383,114 @@ TEST(bounce, takes_angles_of_any_turn) {
     }
 }
 
+/// An oval of any size, with or without inflections; told to be convex it takes the short way.
+class sized_oval : public TRadiusFunction {
+public:
+    double size, c;
+    bool convex;
+    sized_oval(double size, double c, bool convex) : size(size), c(c), convex(convex) {}
+    double R(double phi) const override { return size * (c + std::cos(2 * phi)); }
+    double dR(double phi) const override { return size * (-2 * std::sin(2 * phi)); }
+    double ddR(double phi) const override { return size * (-4 * std::cos(2 * phi)); }
+    bool isConvex() const override { return convex; }
+};
+
 TEST(bounce, is_the_same_at_every_size) {
-    // Radii near the ends of the range of doubles: the shape decides, not the size.
-    for (const double size : {1e-300, 1e-150, 1e-3, 1.0, 1e150, 1e300}) {
-        static double r;
-        r = size;
-        TBilliard circle(new odd_curve([](double) { return r; }, nought));
-        double phi = 1;
-        double alpha = 0.7;
-        ASSERT_NO_THROW(circle.findit(phi, alpha)) << size;
-        EXPECT_NEAR(phi, 2.4, 1e-12) << size;
-        EXPECT_NEAR(alpha, 0.7, 1e-12) << size;
+    // Radii near the ends of the range of doubles: the shape decides, not the size. Squares and
+    // products of radii leave the range long before the radii do.
+    for (const bool convex : {true, false}) {
+        const double c = convex ? 5 : 2;
+        TBilliard usual(new sized_oval(1, c, convex));
+        for (const double size :
+             {1e-300, 1e-158, 1e-155, 1e-110, 1e-80, 1e-3, 1e77, 1e150, 2.5e153, 1e200, 1e307}) {
+            TBilliard billiard(new sized_oval(size, c, convex));
+            // The curvature of the largest and smallest is lost, not where it changes sign.
+            billiard.inflections = usual.inflections;
+            billiard.convex = convex;
+            int wrong = 0;
+            for (int i = 0; i < 300; ++i) {
+                double phi_usual = 0.021 * i;
+                double alpha_usual = 0.05 + 0.01 * i;
+                double phi = phi_usual;
+                double alpha = alpha_usual;
+                usual.findit(phi_usual, alpha_usual);
+                ASSERT_NO_THROW(billiard.findit(phi, alpha)) << size << " " << i;
+                wrong += turn_between(phi, phi_usual) < 1e-11 ? 0 : 1;
+                wrong += std::fabs(alpha - alpha_usual) < 1e-11 ? 0 : 1;
+            }
+            EXPECT_EQ(wrong, 0) << size;
+        }
     }
+}
+
+TEST(bounce, starts_beside_an_inflection) {
+    // The near end of the path, 2.5e-7 from the start, rounds onto the inflection itself, and the
+    // same inflection may stand in the list twice: no piece may be skipped.
+    const struct {
+        double c;
+        int n;
+        bool twice;
+    } cases[] = {{1.05, 5, false}, {3, 7, false}, {5, 20, false}, {2, 40, false}, {2, 40, true}};
+    for (const auto& c : cases) {
+        TBilliard billiard(new TGenOvalFunction(c.c, c.n));
+        std::vector<double>& list = billiard.inflections;
+        const std::vector<double> once = list;
+        if (c.twice) list.insert(list.end(), once.begin() + 1, once.end() - 1);
+        std::sort(list.begin(), list.end());
+        plain_bounce plain(*billiard.F, billiard.convex, once);
+        int wrong = 0;
+        int compared = 0;
+        for (std::size_t i = 1; i + 1 < once.size(); ++i) {
+            for (const double beside : {-2.5e-7, 2.5e-7}) {
+                if (once[i] + beside < 0 || once[i] + beside >= 2 * pi) continue;
+                for (double alpha0 = 0.1; alpha0 < 3.1; alpha0 += 0.1) {
+                    double phi = once[i] + beside;
+                    double alpha = alpha0;
+                    double phi_plain = phi;
+                    double alpha_plain = alpha;
+                    if (!plain.next(phi_plain, alpha_plain)) continue;
+                    if (std::sin(alpha_plain) < 1e-3) continue;
+                    billiard.findit(phi, alpha);
+                    wrong += turn_between(phi, phi_plain) < 1e-9 ? 0 : 1;
+                    ++compared;
+                }
+            }
+        }
+        EXPECT_EQ(wrong, 0) << c.c << ", " << c.n;
+        EXPECT_GT(compared, 150);
+    }
+}
+
+TEST(bounce, is_not_taken_in_by_a_radius_of_nought) {
+    // Where the radius vanishes a step of the search does, too, far from any impact.
+    const auto map = billiard_on("Formula", "sin(t)");
+    map->setPhiAlpha(1.9634954084936205, 0.39269908169872414);
+    map->iterate();
+    EXPECT_NEAR(map->phi, 2.35619449019, 1e-9);
+}
+
+TEST(bounce, stays_on_the_side_that_it_runs_along) {
+    // From the right angle along a leg: every point of that leg is an impact but for rounding.
+    TTriangleFunction shape;
+    shape.setDegrees(90, 45);
+    const auto map = billiard_on("Triangle", "90 45");
+    map->setPhiAlpha(shape.corner2, pi / 2);
+    map->iterate();
+    EXPECT_GT(map->phi, shape.corner1 - 1e-9);
+    EXPECT_LT(map->phi, shape.corner2);
+}
+
+TEST(bounce, needs_no_table) {
+    // Without one nothing is known of the pieces between the inflections, and each is searched.
+    const TBilliard whole(new TGenOvalFunction(2, 3));
+    TBilliard billiard;
+    billiard.F = new TGenOvalFunction(2, 3);
+    billiard.buildInflections();
+    EXPECT_EQ(billiard.inflections, whole.inflections);
+    double phi = 1.0;
+    double alpha = 1.1;
+    billiard.findit(phi, alpha);
+    EXPECT_NEAR(phi, 4.04205, 1e-5);
 }
 
 TEST(bounce, survives_curves_that_are_none) {
