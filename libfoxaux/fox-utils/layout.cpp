@@ -8,9 +8,10 @@
 
 layout_root::layout_root() {
     const FXApp* app = FXApp::instance();
-    if (!app)
+    if (!app) {
         stderr_assert_failed("FXApp::instance()!=0", "libfoxaux/fox-utils/layout", __LINE__,
                              "layout_root::layout_root()");
+    }
 
     const FXWindow* root = app->getRootWindow();
     set(root->getX(), root->getY(), root->getX() + root->getWidth(),

@@ -88,13 +88,19 @@ class Picture:
 class Program:
     """The running program; `main` and `path` are its windows."""
 
-    def __init__(self, binary):
+    def __init__(self, binary, **options):
+        """Starts it in a folder that is thrown away; options go to subprocess.Popen."""
         self.folder = tempfile.TemporaryDirectory()
         self.out = tempfile.TemporaryFile()
         self.err = tempfile.TemporaryFile()
+        options.setdefault("cwd", self.folder.name)
         self.process = subprocess.Popen([binary], stdin=subprocess.DEVNULL, stdout=self.out,
-                                        stderr=self.err, cwd=self.folder.name)
+                                        stderr=self.err, **options)
         self.path = None
+        self.look()
+
+    def look(self):
+        """Waits for the main window and its first picture."""
         self.main = self.window("Billiard: Phase Space(Poincare Section)")
         until(lambda: self.axes_drawn(), "the axes of the first picture")
         self.unchecked = Picture(self.widget("Loop")).count(BLACK)

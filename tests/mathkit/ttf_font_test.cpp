@@ -64,7 +64,7 @@ protected:
             for (int c = 0; c < static_cast<int>(glyph.width); c++) {
                 const int value = glyph.pixel_mode == FT_PIXEL_MODE_GRAY
                                       ? row[c]
-                                      : (row[c >> 3] & (0x80 >> (c & 7)) ? 255 : 0);
+                                      : ((row[c >> 3] & (0x80 >> (c & 7))) != 0 ? 255 : 0);
                 if (value) cover(x + c, y + r, value);
             }
         }

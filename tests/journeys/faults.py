@@ -1,0 +1,251 @@
+# SPDX-License-Identifier: MIT
+"""What goes wrong around the program: its HOME, its settings, its display, signals, sizes.
+
+usage: faults.py PROGRAM CASE, on a display with a window manager. CASES at the end lists the cases.
+"""
+import os
+import signal
+import subprocess
+import sys
+import tempfile
+import time
+
+from journey import Failure, Program, check, output_of, until, xdotool
+
+NOBODY = 65534
+
+
+class Bare(Program):
+    """The program on a display of any depth: nothing is read from its pictures' pixels."""
+
+    def look(self):
+        self.main = self.window("Billiard: Phase Space(Poincare Section)")
+        self.focus(self.main)
+
+    def colors(self):
+        """How many colours the main window shows."""
+        return int(output_of("sh", "-c", f"import -window {self.main} png:- | "
+                                         "identify -format %k -") or 0)
+
+
+def environment(**changes):
+    """This environment with changes; None takes a variable away."""
+    changed = {**os.environ, **changes}
+    return {name: value for name, value in changed.items() if value is not None}
+
+
+def started(**options):
+    return Bare(sys.argv[1], **options)
+
+
+def use(program):
+    """A few bounces, the second window, the dialog of the fonts, a view."""
+    program.keys("space", "z", "space", "asterisk", "slash")
+    program.press("Show Billiard")
+    program.window("Billiard: Coordinate Space")
+    program.focus(program.main)
+    program.keys("F10")
+    program.dialog("Select Global Fonts")
+    program.keys("Escape")
+    program.gone("Select Global Fonts")
+
+
+def end(program, expected=b""):
+    status = program.close()
+    check(status == 1, f"the exit status is {status}, not 1")
+    errors = program.stderr()
+    check(errors == b"" if expected == b"" else expected in errors or errors == b"",
+          f"on standard error: {errors}")
+
+
+def use_and_end(**options):
+    program = started(**options)
+    try:
+        use(program)
+        end(program, b"foxrc" if "env" in options else b"")
+    finally:
+        program.end()
+
+
+def no_home():
+    use_and_end(env=environment(HOME=None))
+
+
+def missing_home():
+    use_and_end(env=environment(HOME="/nonexistent/home"))
+
+
+def unwritable_home():
+    with tempfile.TemporaryDirectory() as home:
+        os.chmod(home, 0o555)
+        options = {"env": environment(HOME=home), "cwd": "/"}
+        if os.geteuid() == 0:  # to root everything is writable
+            options.update(user=NOBODY, group=NOBODY, extra_groups=[])
+        use_and_end(**options)
+
+
+def garbage_settings():
+    """Every file of settings that the toolkit reads, full of what nobody has written."""
+    noise = bytes((i * 7919 + i // 251) % 256 for i in range(20000))
+    contents = [
+        noise,
+        b"[SETTINGS",
+        b"[SETTINGS]\nnormalfont=\nfixedfont=\n",
+        b"[SETTINGS]\nnormalfont=no such font,90\nfixedfont=,,,,,,,,\n",
+        b"[SETTINGS]\nnormalfont=Sans,-90,9999,77\nfixedfont=Sans,0\n",
+        b"[SETTINGS]\nnormalfont=Sans,99999\nscreenres=-1\n",
+        b"[SETTINGS]\nnormalfont=" + b"x" * 5000 + b"\n",
+        b"[SETTINGS]\nforecolor=nocolor\nbackcolor=#zzz\nscrollspeed=-1\nblinkspeed=-5\n",
+        b"[File Dialog]\nwidth=-5\nheight=999999\nstyle=77\n" * 1000,
+        b"=\n]\n[]\n[[[\n\\\"\\\n" + b"a=" + b"\\xff" * 1000,
+        b"",
+    ]
+    for content in contents:
+        with tempfile.TemporaryDirectory() as home:
+            os.makedirs(home + "/.foxrc/Iterra")
+            for name in ("Desktop", "Iterra/Iterra", "Iterra/Billiard"):
+                with open(f"{home}/.foxrc/{name}", "wb") as file:
+                    file.write(content)
+            program = started(env=environment(HOME=home))
+            try:
+                program.keys("space", "F10")
+                program.dialog("Select Global Fonts")
+                program.keys("Escape")
+                program.gone("Select Global Fonts")
+                end(program)
+            except Failure as failure:
+                raise Failure(f"with the settings {content[:70]}: {failure}") from None
+            finally:
+                program.end()
+
+
+def shallow_display():
+    """On a display of few colours the picture still has axes and points."""
+    program = started()
+    try:
+        until(lambda: program.colors() > 2, "a picture")
+        use(program)
+        end(program)
+    finally:
+        program.end()
+
+
+def ends_with_message(message, **options):
+    """The program gives up with a message before it has a window."""
+    done = subprocess.run([sys.argv[1]], stdin=subprocess.DEVNULL, capture_output=True, timeout=60,
+                          check=False, **options)
+    check(done.returncode not in (0, -signal.SIGSEGV), f"the status is {done.returncode}")
+    check(message in done.stderr, f"no word of {message} in {done.stderr}")
+    check(b"Sanitizer" not in done.stderr and b"terminate called" not in done.stderr,
+          f"a crash: {done.stderr}")
+
+
+def no_display():
+    ends_with_message(b"display", env=environment(DISPLAY=None))
+    ends_with_message(b"display", env=environment(DISPLAY=":nonsense"))
+
+
+def no_fonts():
+    with tempfile.TemporaryDirectory() as folder:
+        with open(folder + "/fonts.conf", "w", encoding="ascii") as file:
+            file.write(f"<fontconfig><cachedir>{folder}</cachedir></fontconfig>")
+        ends_with_message(b"font", env=environment(FONTCONFIG_FILE=folder + "/fonts.conf"))
+
+
+def lost_display():
+    """The display closes under the program: it ends at once and says why."""
+    reader, writer = os.pipe()
+    server = subprocess.Popen(["timeout", "60", "Xvfb", "-displayfd", str(writer), "-nolisten",
+                               "tcp"], pass_fds=[writer], stderr=subprocess.DEVNULL)
+    try:
+        number = os.read(reader, 20).decode().strip()
+        program = subprocess.Popen([sys.argv[1]], env=environment(DISPLAY=":" + number),
+                                   stdin=subprocess.DEVNULL, stderr=subprocess.PIPE)
+        display = environment(DISPLAY=":" + number)
+        until(lambda: b"Billiard" in subprocess.run(
+            ["xwininfo", "-root", "-tree"], env=display, stdout=subprocess.PIPE, check=False).stdout,
+            "the window")
+        server.terminate()
+        errors = program.communicate(timeout=20)[1]
+        check(program.returncode == 1, f"the status is {program.returncode}, not 1")
+        check(b"display" in errors and b"Sanitizer" not in errors, f"standard error: {errors}")
+    finally:
+        server.terminate()
+        server.wait()
+        program.kill()
+        program.wait()
+
+
+def signals():
+    """A signal ends the program at once, in its loop too."""
+    for number in (signal.SIGTERM, signal.SIGHUP, signal.SIGINT):
+        for keys in ([], ["l"], ["F9"]):
+            program = started()
+            try:
+                if keys:
+                    program.keys(*keys)
+                program.process.send_signal(number)
+                status = program.process.wait(20)
+                check(status in (1, -number), f"{number.name} after {keys}: the status is {status}")
+                check(program.stderr() == b"", f"on standard error: {program.stderr()}")
+            finally:
+                program.end()
+
+
+def sizes():
+    """Both windows, 100 times from small to large, with an orbit running."""
+    program = started()
+    try:
+        use(program)
+        program.keys("l")
+        windows = program.main, program.path_window()
+        for turn in range(100):
+            for window in windows:
+                for size in ((1, 1), (300 + turn, 250)):
+                    xdotool("windowsize", window, *size)
+        for window in windows:
+            until(lambda: program.geometry(window)[2:] == [399, 250], "the last size")
+        until(lambda: program.colors() > 2, "a picture at the last size")
+        end(program)
+    finally:
+        program.end()
+
+
+def two_copies():
+    """Two copies on one display with one HOME: each has its own orbit and its own end."""
+    first = started()
+    try:
+        use(first)
+        second = subprocess.Popen([sys.argv[1]], stdin=subprocess.DEVNULL, stderr=subprocess.PIPE)
+        def both():
+            text = output_of("xprop", "-root", "_NET_CLIENT_LIST").decode()
+            return text.count("0x") >= 3
+        until(both, "the window of the second copy")
+        time.sleep(0.5)
+        end(first)
+        until(lambda: first.find("Billiard: Phase Space(Poincare Section)"), "the second copy")
+        other = first.find("Billiard: Phase Space(Poincare Section)")
+        xdotool("windowactivate", "--sync", other, "key", "space", "key", "alt+F4")
+        errors = second.communicate(timeout=20)[1]
+        check(second.returncode == 1 and errors == b"", f"{second.returncode}: {errors}")
+    finally:
+        first.end()
+        second.kill()
+        second.wait()
+
+
+CASES = {case.__name__: case for case in (
+    no_home, missing_home, unwritable_home, garbage_settings, shallow_display, no_display, no_fonts,
+    lost_display, signals, sizes, two_copies)}
+
+
+def main():
+    try:
+        CASES[sys.argv[2]]()
+    except (Failure, subprocess.TimeoutExpired) as failure:
+        print(f"FAILED: {failure}")
+        sys.exit(1)
+
+
+if __name__ == "__main__":
+    main()
