@@ -1,11 +1,11 @@
 // SPDX-License-Identifier: MIT
 // The bounce beside other ways to find the same impact, on every curve.
 #include "bench/boost_search.h"
-#include "bench/counting_curve.h"
 #include "bench/curves.h"
 #include "bench/figure_table.h"
 #include "bench/inlined_billiard.h"
 #include "bench/textbook_bounce.h"
+#include "tests/counting_curve.h"
 
 #include <benchmark/benchmark.h>
 
@@ -19,7 +19,7 @@ using namespace bench;
 
 /// Many short orbits spread over the section. Two right programs part on a chaotic orbit after some
 /// thirty bounces; on shorter ones all contenders do the same work.
-const int ORBITS = 64, BOUNCES = 24;
+constexpr int orbit_count = 64, bounces_each = 24;
 
 void start(TBilliardMap& map, int orbit) {
     const double golden = 0.6180339887498949, other = 0.7548776662466927;
@@ -31,10 +31,10 @@ void start(TBilliardMap& map, int orbit) {
 template<class AfterBounce>
 void run_orbits(TBilliardMap& map, AfterBounce&& after) {
     TIterraMap& iterated = map;
-    for (int orbit = 0; orbit < ORBITS; ++orbit) {
+    for (int orbit = 0; orbit < orbit_count; ++orbit) {
         start(map, orbit);
         try {
-            for (int i = 0; i < BOUNCES; ++i) {
+            for (int i = 0; i < bounces_each; ++i) {
                 iterated.iterate();
                 after(iterated);
             }
@@ -64,13 +64,13 @@ void add_benchmark(const std::string& name, std::shared_ptr<TBilliardMap> map, A
 double points_per_bounce(TRadiusFunction* curve) {
     auto* counting = new counting_curve(curve);
     TBilliardMap map(counting); // owns it
-    const long before = counting->points();
+    const long before = counting->points;
     long bounces = 0;
     run_orbits(map, [&](TIterraMap&) {
-        counting->next_step();
+        counting->forget();
         ++bounces;
     });
-    return static_cast<double>(counting->points() - before) / static_cast<double>(bounces);
+    return static_cast<double>(counting->points - before) / static_cast<double>(bounces);
 }
 
 /// Keeps the curve that a billiard refers to as long as the billiard.

@@ -1,18 +1,35 @@
 // SPDX-License-Identifier: MIT
 // The table of arc length: the time of a new curve, and the work that hostile curves can cause.
-#include "bench/counting_curve.h"
 #include "bench/curves.h"
 #include "bench/figure_table.h"
 #include "bench/gauss_kronrod_table.h"
 #include "billiard/radius-core/TBilliard.h"
+#include "tests/counting_curve.h"
 
 #include <benchmark/benchmark.h>
 
+#include <numbers>
 #include <string>
+#include <vector>
 
 namespace {
 
 using namespace bench;
+
+/// The sign changes of the curvature, with R, R' and R'' asked one by one at each angle.
+std::vector<double> plain_inflections(TRadiusFunction& curve) {
+    const double step = std::numbers::pi / 1000;
+    curvature_root root(&curve);
+    std::vector<double> list;
+    double before = curve.curvature(-std::numbers::pi);
+    for (double x = -std::numbers::pi + step; x <= 3 * std::numbers::pi; x += step) {
+        const double here = curve.curvature(x);
+        double a = x - step, b = x;
+        if (before * here < 0) list.push_back(root.brent1(a, b, 1e-14));
+        before = here;
+    }
+    return list;
+}
 
 template<class Make>
 void add_curve(figure_table& table, const std::string& name, Make make) {
@@ -31,7 +48,7 @@ void add_curve(figure_table& table, const std::string& name, Make make) {
             billiard.circumference.phi.swap(rows.phi);
             billiard.circumference.s.swap(rows.s);
             billiard.circumference.r.swap(rows.r);
-            if (!billiard.F->isConvex()) billiard.buildInflections();
+            if (!billiard.F->isConvex()) benchmark::DoNotOptimize(plain_inflections(*billiard.F));
         }
     });
     table.ratio(name + ": setF faster than Gauss-Kronrod 7/15 on each row", plain, fast,
@@ -42,7 +59,7 @@ void add_curve(figure_table& table, const std::string& name, Make make) {
 void add_hostile(figure_table& table, const std::string& name, TRadiusFunction* curve) {
     auto* counting = new counting_curve(curve, counting_curve::every_call);
     TBilliard billiard(counting); // owns it
-    table.figure(name + ": evaluations", static_cast<double>(counting->points()), at_most(2e6));
+    table.figure(name + ": evaluations", static_cast<double>(counting->points), at_most(2e6));
     table.figure(name + ": rows", billiard.circumference.size(), at_most(50000));
 }
 

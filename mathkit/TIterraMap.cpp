@@ -30,7 +30,7 @@ namespace {
 
 /// Iterates and seconds of one search, since a window waits for it. The first limit is the rule,
 /// and gives the same answer on any machine; the second is for maps that take microseconds.
-const periodic::allowance BUDGET{1'000'000, 1.5};
+constexpr periodic::allowance search_budget{1'000'000, 1.5};
 
 bool holds(const section& map, const region& where, point p) {
     const double rounding = 1e-9;
@@ -75,7 +75,8 @@ bool is_ellipse(const region& where) {
 
 /// How many samples to each side a search for that order can afford.
 int affordable_half(int order) {
-    const long samples = BUDGET.iterates / 40 / order; // eleven ellipses, and the refinements
+    // Eleven ellipses, and the refinements.
+    const long samples = search_budget.iterates / 40 / order;
     return std::clamp(static_cast<int>((std::sqrt(static_cast<double>(samples)) - 1) / 2), 1, 16);
 }
 
@@ -152,7 +153,7 @@ int TIterraMap::getorder(double x, double y, double rx, double ry, int n) {
     const int longest = 20'000; // nine samples, each iterated so often: a fifth of the budget
     const region where{{x, y}, rx, ry};
     if (!is_ellipse(where) || n < 1) return none;
-    section map(*this, BUDGET);
+    section map(*this, search_budget);
     if (!map.accepts(where.centre)) return none;
     if (const int order = short_order(map, where, 1, std::min(n, usual))) return order;
     if (n <= usual) return none;
@@ -164,7 +165,7 @@ int TIterraMap::getorder(double x, double y, double rx, double ry, int n) {
 
 bool TIterraMap::fixfinder(double& x, double& y, int order, int& iter, TRect& box, double tol) {
     box = infinite_box();
-    section map(*this, BUDGET);
+    section map(*this, search_budget);
     if (order < 1 || !map.affords(order) || !map.accepts({x, y})) return false;
     const auto found = nearest(map, {x, y}, order, effort{iter, tol});
     if (!found || !map.leave_at(found->at)) return false;

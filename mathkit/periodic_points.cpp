@@ -10,11 +10,12 @@ namespace periodic {
 namespace {
 
 /// A search that has moved this many radii away from the middle of its region is lost.
-const double LOST = 3;
+constexpr double lost_radii = 3;
 
-/// A point counts as periodic when it comes back to within GAP, and when the next step would move
-/// it by less than BLUR. Both are far above rounding and far below any chance return.
-const double GAP = 1e-8, BLUR = 1e-9;
+/// A point counts as periodic when it comes back to within closing_gap, and when the next step
+/// would move it by less than closing_blur. Both are far above rounding and far below any chance
+/// return.
+constexpr double closing_gap = 1e-8, closing_blur = 1e-9;
 
 /// What separates a linear map from the identity, the monodromy matrix less one, in radii of the
 /// region: so the two coordinates weigh the same, whatever the zoom.
@@ -90,7 +91,7 @@ public:
         step = closing_step(*j, here.way, near);
         blur = length(step);
         const double radii = near.radii(step);
-        if (radii > LOST) step = {LOST * step.x / radii, LOST * step.y / radii};
+        if (radii > lost_radii) step = {lost_radii * step.x / radii, lost_radii * step.y / radii};
         return is_finite(step);
     }
 
@@ -108,9 +109,9 @@ public:
         return false;
     }
 
-    bool lost() const { return !(near.radii(map.way(near.centre, here.from)) <= LOST); }
+    bool lost() const { return !(near.radii(map.way(near.centre, here.from)) <= lost_radii); }
     bool closed() const {
-        return length(here.way) <= GAP && blur <= BLUR && !map.on_rim(here.from);
+        return length(here.way) <= closing_gap && blur <= closing_blur && !map.on_rim(here.from);
     }
 
     passage here;

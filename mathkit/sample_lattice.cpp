@@ -10,7 +10,7 @@ namespace periodic {
 
 namespace {
 
-const double NONE = std::numeric_limits<double>::quiet_NaN();
+constexpr double no_number = std::numeric_limits<double>::quiet_NaN();
 
 double length(point way) {
     return std::hypot(way.x, way.y);
@@ -34,7 +34,7 @@ sample_lattice::sample_lattice(section& map, const region& where, int half, int 
       side(2 * half + 1),
       first(first),
       last(last) {
-    ways.assign(static_cast<std::size_t>(side) * side * (last - first + 1), {NONE, NONE});
+    ways.assign(static_cast<std::size_t>(side) * side * (last - first + 1), {no_number, no_number});
     for (int sample = 0; sample < side * side; ++sample)
         record(map, sample);
 }

@@ -10,6 +10,7 @@
 #include "billiard/radius-core/bounce.h"
 #include "mathkit/TError.h"
 #include "mathkit/bsearch.h"
+#include "mathkit/sincos.h"
 #include "mathkit/stderr_failed.h"
 
 namespace {
@@ -77,8 +78,10 @@ void TBilliard::circumference_class::get(int i, double& x, double& y) const {
                              "void TBilliard::circumference_class::get(int, double&, double&)");
     }
     const auto row = static_cast<std::size_t>(i);
-    x = r[row] * std::cos(phi[row]);
-    y = r[row] * std::sin(phi[row]);
+    double sine, cosine;
+    kit::sincos(phi[row], sine, cosine);
+    x = r[row] * cosine;
+    y = r[row] * sine;
 }
 
 void TBilliard::circumference_class::getR(double angle, double& x, double& y) const {
@@ -173,8 +176,9 @@ void TBilliard::buildCircumference() {
         const auto row = static_cast<std::size_t>(i);
         table.phi[row] = phi;
         table.s[row] = s;
-        double dr;
-        F->value_and_slope(phi, std::sin(phi), std::cos(phi), table.r[row], dr);
+        double sine, cosine, dr;
+        kit::sincos(phi, sine, cosine);
+        F->value_and_slope(phi, sine, cosine, table.r[row], dr);
         if (phi >= two_pi) break;
 
         const double density = std::sqrt(table.r[row] * table.r[row] + dr * dr);
@@ -237,15 +241,32 @@ int bend_between(const TBilliard::circumference_class& table, const std::vector<
 
 } // namespace
 
+namespace {
+
+// A number with the sign of the curvature. Where rounding might decide on the sign, or squares
+// might leave the range of doubles, it is the curvature itself.
+double signed_as_curvature(const TRadiusFunction& F, double phi) {
+    double sine, cosine, r, dr, ddr;
+    kit::sincos(phi, sine, cosine);
+    F.derivatives(phi, sine, cosine, r, dr, ddr);
+    const double arc = r * r + 2 * dr * dr;
+    const double bend = r * ddr;
+    const double size = arc + std::fabs(bend);
+    const bool plain = size > 1e-100 && size < 1e100 && std::fabs(arc - bend) > 1e-9 * size;
+    return plain ? std::copysign(1.0, arc - bend) : F.curvature(phi);
+}
+
+} // namespace
+
 void TBilliard::buildInflections() {
     constexpr double step = 0.0031415926535897933; // pi/1000
     curvature_root root(F);
     inflections.clear();
     inflections.reserve(2000);
     inflections.push_back(-pi);
-    double before = F->curvature(-pi);
+    double before = signed_as_curvature(*F, -pi);
     for (double x = -pi + step; x <= 3 * pi; x += step) {
-        const double here = F->curvature(x);
+        const double here = signed_as_curvature(*F, x);
         if (before * here < 0) {
             double a = x - step;
             double b = x;

@@ -39,6 +39,12 @@ void TRadiusFunction::value_and_slope(double phi, double /*sin_phi*/, double /*c
     dr = dR(phi);
 }
 
+void TRadiusFunction::derivatives(double phi, double sin_phi, double cos_phi, double& r, double& dr,
+                                  double& ddr) const {
+    value_and_slope(phi, sin_phi, cos_phi, r, dr);
+    ddr = ddR(phi);
+}
+
 double TRadiusFunction::arcDensity(double phi) const {
     double s, c, r, dr;
     kit::sincos(phi, s, c);
@@ -168,6 +174,12 @@ void TOvalAFunction::value_and_slope(double /*phi*/, double sin_phi, double cos_
     dr = -4 * sin_phi * cos_phi;
 }
 
+void TOvalAFunction::derivatives(double phi, double sin_phi, double cos_phi, double& r, double& dr,
+                                 double& ddr) const {
+    TOvalAFunction::value_and_slope(phi, sin_phi, cos_phi, r, dr);
+    ddr = -4 * (cos_phi - sin_phi) * (cos_phi + sin_phi);
+}
+
 // TOvalBFunction
 
 bool TOvalBFunction::set(double e_) {
@@ -204,6 +216,12 @@ void TOvalBFunction::value_and_slope(double /*phi*/, double sin_phi, double cos_
                                      double& dr) const {
     r = 1 + e * cos_phi;
     dr = -e * sin_phi;
+}
+
+void TOvalBFunction::derivatives(double phi, double sin_phi, double cos_phi, double& r, double& dr,
+                                 double& ddr) const {
+    TOvalBFunction::value_and_slope(phi, sin_phi, cos_phi, r, dr);
+    ddr = -e * cos_phi;
 }
 
 // TGenOvalFunction. Products with n are products of doubles: n * n may leave the range of int.
@@ -243,28 +261,44 @@ kit::string TGenOvalFunction::instanceText() const {
     return kit::string::format("R(phi)=%.4g+cos(%d*phi)", c, n);
 }
 
+// cos(n phi) + i sin(n phi) as a power of (cos phi + i sin phi), where n is small enough for its
+// products to cost less, and to round less, than a sine and cosine.
+void TGenOvalFunction::power(double phi, double sin_phi, double cos_phi, double& x,
+                             double& y) const {
+    if (!(0 <= n && n <= 32)) {
+        kit::sincos(n * phi, y, x);
+        return;
+    }
+    x = 1, y = 0;
+    double px = cos_phi, py = sin_phi;
+    for (int bits = n; bits != 0; bits >>= 1) {
+        if ((bits & 1) != 0) {
+            const double t = x * px - y * py;
+            y = x * py + y * px;
+            x = t;
+        }
+        const double t = (px - py) * (px + py);
+        py = 2 * px * py;
+        px = t;
+    }
+}
+
 void TGenOvalFunction::value_and_slope(double phi, double sin_phi, double cos_phi, double& r,
                                        double& dr) const {
-    // cos(n phi) + i sin(n phi) as a power of (cos phi + i sin phi), where n is small enough for
-    // its products to cost less, and to round less, than a sine and cosine.
-    double x = 1, y = 0;
-    if (0 <= n && n <= 32) {
-        double px = cos_phi, py = sin_phi;
-        for (int bits = n; bits != 0; bits >>= 1) {
-            if ((bits & 1) != 0) {
-                const double t = x * px - y * py;
-                y = x * py + y * px;
-                x = t;
-            }
-            const double t = (px - py) * (px + py);
-            py = 2 * px * py;
-            px = t;
-        }
-    } else {
-        kit::sincos(n * phi, y, x);
-    }
+    double x, y;
+    power(phi, sin_phi, cos_phi, x, y);
     r = c + x;
     dr = -n * y;
+}
+
+void TGenOvalFunction::derivatives(double phi, double sin_phi, double cos_phi, double& r,
+                                   double& dr, double& ddr) const {
+    double x, y;
+    power(phi, sin_phi, cos_phi, x, y);
+    r = c + x;
+    dr = -n * y;
+    const double m = n;
+    ddr = -m * m * x;
 }
 
 // TPotatoFunction

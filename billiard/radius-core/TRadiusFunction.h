@@ -44,6 +44,11 @@ public:
     virtual void value_and_slope(double phi, double sin_phi, double cos_phi, double& r,
                                  double& dr) const;
 
+    /// The same with the second derivative, for the search for inflections, which asks at thousands
+    /// of angles.
+    virtual void derivatives(double phi, double sin_phi, double cos_phi, double& r, double& dr,
+                             double& ddr) const;
+
     /// The arc length per radian, sqrt(R^2 + R'^2).
     double arcDensity(double phi) const;
 
@@ -104,6 +109,8 @@ public:
     kit::string instanceText() const override;
     void value_and_slope(double phi, double sin_phi, double cos_phi, double& r,
                          double& dr) const override;
+    void derivatives(double phi, double sin_phi, double cos_phi, double& r, double& dr,
+                     double& ddr) const override;
 };
 
 /// R = 1 + e cos(phi), |e| < 1.
@@ -127,6 +134,8 @@ public:
     kit::string instanceText() const override;
     void value_and_slope(double phi, double sin_phi, double cos_phi, double& r,
                          double& dr) const override;
+    void derivatives(double phi, double sin_phi, double cos_phi, double& r, double& dr,
+                     double& ddr) const override;
 };
 
 /// R = c + cos(n phi), c > 1, n >= 0.
@@ -151,6 +160,11 @@ public:
     kit::string instanceText() const override;
     void value_and_slope(double phi, double sin_phi, double cos_phi, double& r,
                          double& dr) const override;
+    void derivatives(double phi, double sin_phi, double cos_phi, double& r, double& dr,
+                     double& ddr) const override;
+
+private:
+    void power(double phi, double sin_phi, double cos_phi, double& x, double& y) const;
 };
 
 /// Two straight sides of the length 2 a at the distance b from the x axis, closed by semicircles.

@@ -35,10 +35,10 @@ inline double wrapped(double phi) {
 
 } // namespace
 
-TSymbolicRadius::TSymbolicRadius(const char* text) : text(text) {
+TSymbolicRadius::TSymbolicRadius(const char* formula) : text(formula) {
     ex e0 = ex::num0p(), e1 = ex::num0p(), e2 = ex::num0p(), e3 = ex::num0p();
     const var variable("t");
-    e0 = scanexpr(text);
+    e0 = scanexpr(formula);
     subs_manager manager;
     manager.set_math_constants();
     manager.set_experimental_functions();
@@ -65,9 +65,8 @@ TSymbolicRadius::TSymbolicRadius(const char* text) : text(text) {
     listRdR = both.finish();
 
     int entries = 0;
-    for (const postfix_list* list : {&listR, &listdR, &listddR, &listN, &listRdR}) {
+    for (const postfix_list* list : {&listR, &listdR, &listddR, &listN, &listRdR})
         entries = std::max(entries, list->stacksize());
-    }
     stack.resize(static_cast<std::size_t>(entries));
     diffstack.resize(static_cast<std::size_t>(entries));
 }
@@ -93,13 +92,20 @@ double TSymbolicRadius::curvatureNumerator(double phi) const {
 }
 
 kit::string TSymbolicRadius::instanceText() const {
-    return kit::string().sprintf("R(t)=%s", text.c_str());
+    return kit::string::format("R(t)=%s", text.c_str());
 }
 
 void TSymbolicRadius::value_and_slope(double phi, double sin_phi, double cos_phi, double& r,
                                       double& dr) const {
     t = wrapped(phi);
     listRdR.eval_pair(stack.data(), sin_phi, cos_phi, r, dr);
+}
+
+void TSymbolicRadius::derivatives(double phi, double sin_phi, double cos_phi, double& r, double& dr,
+                                  double& ddr) const {
+    t = wrapped(phi);
+    listRdR.eval_pair(stack.data(), sin_phi, cos_phi, r, dr);
+    ddr = listddR.eval_double(stack.data());
 }
 
 void TSymbolicRadius::getRdR(double phi, double& r, double& dr) const {

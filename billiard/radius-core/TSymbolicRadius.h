@@ -32,7 +32,7 @@ public:
 
     /// Throws TError, with a text for the user, if the formula cannot be parsed or is beyond the
     /// limits of symbolic/limits.h. Null counts as an empty text, which is no formula.
-    explicit TSymbolicRadius(const char* text);
+    explicit TSymbolicRadius(const char* formula);
     TSymbolicRadius(const TSymbolicRadius&) = delete;
     TSymbolicRadius& operator=(const TSymbolicRadius&) = delete;
 
@@ -44,6 +44,8 @@ public:
     kit::string instanceText() const override;
     void value_and_slope(double phi, double sin_phi, double cos_phi, double& r,
                          double& dr) const override;
+    void derivatives(double phi, double sin_phi, double cos_phi, double& r, double& dr,
+                     double& ddr) const override;
 
     /// Radius and first derivative in one pass of forward differentiation over `listR`.
     void getRdR(double phi, double& r, double& dr) const;

@@ -6,6 +6,7 @@
 #include <cmath>
 #include <memory>
 #include <string>
+#include <vector>
 
 #include <gtest/gtest.h>
 
@@ -134,6 +135,38 @@ TEST(TBilliard, builds_a_table_for_any_curve_at_a_bounded_cost) {
         EXPECT_GE(map.circumference.size(), c.least_rows) << name;
         EXPECT_LE(map.circumference.size(), c.most_rows) << name;
         expect_sound(map.circumference, name);
+    }
+}
+
+TEST(TBilliard, lists_the_inflections_that_the_curvature_tells) {
+    // To the last digit, also where the curvature vanishes without changing its sign.
+    const char* const cases[][2] = {{"OvalA", "2"},
+                                    {"OvalA", "4.999999999999999"},
+                                    {"OvalB", "0.9375"},
+                                    {"OvalB", "0.50000000000000011"},
+                                    {"OvalC", "2 3"},
+                                    {"OvalC", "5 2"},
+                                    {"OvalC", "1.5 7"},
+                                    {"OvalC", "3 100"},
+                                    {"Formula", "5+sin(t)"},
+                                    {"Formula", "3+erf(cos(2*t))"},
+                                    {"Formula", "1/(fabs(cos(t))+fabs(sin(t)))"}};
+    for (const auto& c : cases) {
+        TBilliard billiard(new_reference_curve(c[0], c[1]));
+        curvature_root root(billiard.F);
+        std::vector<double> list = {-pi};
+        const double step = 0.0031415926535897933;
+        double before = billiard.F->curvature(-pi);
+        for (double x = -pi + step; x <= 3 * pi; x += step) {
+            const double here = billiard.F->curvature(x);
+            double a = x - step;
+            double b = x;
+            if (before * here < 0) list.push_back(root.brent1(a, b, 1e-14));
+            if (list.back() != list.back()) list.back() = x;
+            before = here;
+        }
+        list.push_back(3 * pi);
+        EXPECT_EQ(billiard.inflections, list) << c[0] << " " << c[1];
     }
 }
 

@@ -66,13 +66,17 @@ TEST_P(each_curve, derivatives_are_those_of_the_radius) {
     });
 }
 
-TEST_P(each_curve, value_and_slope_together_agree_with_each_alone) {
+TEST_P(each_curve, derivatives_together_agree_with_each_alone) {
     at_many_angles([&](double phi) {
         double r, dr;
         curve->value_and_slope(phi, std::sin(phi), std::cos(phi), r, dr);
         const double scale = curve->R(phi) + std::fabs(curve->dR(phi));
         EXPECT_NEAR(r, curve->R(phi), 4e-14 * scale) << phi;
         EXPECT_NEAR(dr, curve->dR(phi), 2e-12 * scale) << phi;
+        double r3, dr3, ddr3;
+        curve->derivatives(phi, std::sin(phi), std::cos(phi), r3, dr3, ddr3);
+        EXPECT_TRUE(r3 == r && dr3 == dr) << phi;
+        EXPECT_NEAR(ddr3, curve->ddR(phi), 1e-12 * (scale + std::fabs(ddr3))) << phi;
     });
 }
 
