@@ -11,6 +11,7 @@ namespace {
 // arithmetic would let them fall together, from where no factor leads out again: there a side that
 // should shrink stays, and one that should grow moves by a double at each end.
 void zoom_side(double& lo, double& hi, double factor) {
+    if (factor == 1) return;                   // what follows would round
     const double middle = lo * 0.5 + hi * 0.5; // halves first: the sum of the ends may overflow
     const double half = (hi * 0.5 - lo * 0.5) * factor;
     double new_lo = middle - half;

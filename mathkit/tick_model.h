@@ -14,8 +14,8 @@ struct tick {
     wstring label;
 };
 
-/// Ticks for the range low < high, shown on `pixels` pixels: ascending, all inside the range, at
-/// least two and at most about twenty.
+/// Ticks for the range low < high, shown on `pixels` pixels: ascending, at least two and at most
+/// about twenty, all inside the range but for a rounding, a billionth of its width.
 ///
 /// They lie at multiples of 1, 2 or 5 times a power of ten, at least thirty pixels apart where two
 /// of them fit so. Where the doubles are too coarse for that they are doubles of the range; of a

@@ -134,6 +134,7 @@ void FBufferedWindow::image_eq_backup() {
 }
 
 void FBufferedWindow::show_image() {
+    if (!image || !image->id() || !id()) return;
     FXDCWindow dc(this);
     dc.drawImage(image, 0, 0);
 }

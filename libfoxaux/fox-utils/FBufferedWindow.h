@@ -57,7 +57,7 @@ public:
     void backup_eq_image(); ///< copies `image` into `backup`, which must exist
     void image_eq_backup(); ///< copies `backup`, which must exist, into `image`
 
-    /// Copies `image` to the screen at once.
+    /// Copies `image` to the screen at once; nothing before both are on the display.
     void show_image();
 
     /// Takes the keyboard focus within its top-level window.

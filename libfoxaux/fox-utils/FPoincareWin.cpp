@@ -2,6 +2,7 @@
 // A plot of any iterated two-dimensional map: orbits, undo, loop, colour cycle, circle capture.
 #include "libfoxaux/fox-utils/FPoincareWin.h"
 
+#include "libfoxaux/fox-utils/fox_compat.h"
 #include "mathkit/TError.h"
 #include "mathkit/getMicroTime.h"
 #include "mathkit/html_colors.h"
@@ -80,15 +81,16 @@ void FPoincareWin::arm_fixed_point() {
 }
 
 void FPoincareWin::left_press(FXEvent* event) {
+    // It may have been started again since: its refreshes would wipe the marks of the drag.
+    if (mode == zoom_armed || mode == circle_armed) stop_loop();
     basic_plotter::left_press(event);
     if (mode == idle) {
-        double x, y;
-        screen_to_world(event->win_x, event->win_y, x, y);
-        start_at(x, y);
+        const world_point at = screen_to_world(event->win_x, event->win_y);
+        start_at(at.x, at.y);
     } else if (mode == circle_armed) {
         anchor_x = event->win_x;
         anchor_y = event->win_y;
-        end_x = -1;
+        end_x = nothing_drawn;
         mode = circle_dragged;
     }
 }
@@ -98,12 +100,14 @@ void FPoincareWin::mouse_motion(FXEvent* event) {
     if (mode != circle_dragged || !id()) return;
     FXDCWindow dc(this);
     begin_marks(dc);
-    if (end_x == -1) {
+    if (end_x == nothing_drawn) {
         draw_cross(dc);
     } else {
         draw_circle(dc);
     }
-    drag_to(event);
+    // The event's own position, even outside the window: only its distance counts.
+    end_x = event->win_x != nothing_drawn ? event->win_x : nothing_drawn - 1;
+    end_y = event->win_y;
     draw_circle(dc);
 }
 
@@ -112,14 +116,15 @@ void FPoincareWin::left_release(FXEvent* event) {
     if (mode != circle_dragged) return;
     mode = idle;
     setDefaultCursor(normal_cursor);
-    if (end_x != -1) erase_capture();
-    if (!dragged()) return; // no circle: there is nothing to search in
+    stop_loop(); // the search wants the map for itself
+    if (end_x == nothing_drawn) return;
+    erase_capture();
+    if (drag_length() == 0) return; // a point: there is nothing to search in
 
-    double x, y;
-    screen_to_world(anchor_x, anchor_y, x, y);
+    const world_point center = screen_to_world(anchor_x, anchor_y);
     double rx = drag_length(), ry = rx;
     w2s->ratio_stow(rx, ry);
-    find_fixed_point(x, y, rx, ry);
+    find_fixed_point(center.x, center.y, rx, ry);
 }
 
 void FPoincareWin::erase_capture() {
@@ -138,6 +143,7 @@ double FPoincareWin::drag_length() const {
 
 void FPoincareWin::draw_circle(FXDC& dc) const {
     const int radius = static_cast<int>(drag_length());
+    if (!fox_compat::is_drawable_coordinate(2 * radius)) return;
     dc.drawArc(anchor_x - radius, anchor_y - radius, 2 * radius, 2 * radius, 0, full_circle);
 }
 
@@ -148,7 +154,7 @@ void FPoincareWin::draw_cross(FXDC& dc) const {
                 anchor_y + cross_reach + 1);
     dc.drawLine(anchor_x - cross_reach, anchor_y + cross_reach, anchor_x + cross_reach + 1,
                 anchor_y - cross_reach - 1);
-    dc.setLineWidth(3);
+    dc.setLineWidth(mark_width);
 }
 
 bool FPoincareWin::set_start(double, double) {
@@ -202,14 +208,16 @@ void FPoincareWin::run_orbit(int n) {
     dc.setForeground(foreground);
     for (int i = 0; i < n; ++i) {
         step();
+        world_to_screen(current_x, current_y);
         int px, py;
-        if (world_to_pixel(current_x, current_y, px, py)) dc.drawPoint(px, py);
+        if (to_pixel(current_x, current_y, px, py)) dc.drawPoint(px, py);
     }
 }
 
 void FPoincareWin::plot_point(double x, double y) {
+    world_to_screen(x, y);
     int px, py;
-    if (!world_to_pixel(x, y, px, py) || !image->id() || !id()) return;
+    if (!to_pixel(x, y, px, py) || !image->id() || !id()) return;
     FXDCWindow dc(image);
     dc.setForeground(foreground);
     dc.drawPoint(px, py);
@@ -227,6 +235,7 @@ void FPoincareWin::start_at(double x, double y) {
 }
 
 void FPoincareWin::init_cycle_color() {
+    cycle_colors.clear();
     try {
         for (const char* name : cycle_names) {
             const std::uint32_t rgb = html_colors::name2color(name);

@@ -14,7 +14,6 @@ constexpr double wider = 1.5;                 // one step of zooming out
 
 constexpr int tick_length = 5;
 constexpr int axis_margin = 5;
-constexpr FXuint mark_width = 3; // of the lines of the rubber band
 
 // Sixteen steps of the doubles at the larger end: a pan by a tenth still moves the view.
 constexpr double least_width = 0x1p-48;
@@ -90,6 +89,10 @@ long basic_plotter::onMotion(FXObject*, FXSelector, void* ptr) {
 void basic_plotter::render() {
     if (!image || !image->id()) return;
     FXDCWindow dc(image);
+    clear_image(dc);
+}
+
+void basic_plotter::clear_image(FXDC& dc) const {
     dc.setForeground(background);
     dc.fillRectangle(0, 0, image->getWidth(), image->getHeight());
 }
@@ -109,7 +112,7 @@ long basic_plotter::on_key(int key) {
     case 'p': case 'P':                position_dialog(); return 0;
     case 'g': case 'G':                snap_view(); return 0;
     case 'i': case 'I':                isometric_view(); return 0;
-    case 'd': case 'D':                render(); FXWindow::update(); return 0;
+    case 'd': case 'D':                redraw(); return 0;
     case 'c':                          foreground_dialog(); return 0;
     case 'C':                          colors_dialog(); return 0;
     // The arrows are used up: the toolkit would move the focus with them.
@@ -147,12 +150,9 @@ void basic_plotter::arm_zoom() {
 }
 
 void basic_plotter::apply_zoom() {
-    TRect& view = w2s->world;
-    const TRect before = view;
-    screen_to_world(anchor_x, anchor_y, view.x1, view.y1);
-    screen_to_world(end_x, end_y, view.x2, view.y2);
-    view.purify();
-    show_view(before);
+    const world_point from = screen_to_world(anchor_x, anchor_y);
+    const world_point to = screen_to_world(end_x, end_y);
+    set_view({from.x, from.y, to.x, to.y});
 }
 
 void basic_plotter::zoom_out(bool entirely) {
@@ -165,36 +165,40 @@ void basic_plotter::zoom_out(bool entirely) {
     show_view(before);
 }
 
-/// The end of every change of view: the map holds the new world rectangle. One that cannot be
-/// shown gives way to the one from before the change.
+/// Takes a new world rectangle, its corners in any order.
+void basic_plotter::set_view(const TRect& wanted) {
+    const TRect before = w2s->world;
+    w2s->world = wanted;
+    w2s->world.purify();
+    show_view(before);
+}
+
+/// The end of every change of view: the map holds the new world rectangle. If what its limits make
+/// of it cannot be shown, it gives way to the one from before the change.
 void basic_plotter::show_view(const TRect& before) {
+    constrain_view();
     TRect& view = w2s->world;
     if (!can_show(view.x1, view.x2) || !can_show(view.y1, view.y2)) view = before;
-    constrain_view();
-    render();
-    FXWindow::update();
+    redraw();
 }
 
 void basic_plotter::zoom_view(double fx, double fy) {
-    const TRect before = w2s->world;
-    w2s->world.zoom(fx, fy);
-    show_view(before);
+    TRect view = w2s->world;
+    view.zoom(fx, fy);
+    set_view(view);
 }
 
 void basic_plotter::pan_view(double tenths_x, double tenths_y) {
-    TRect& view = w2s->world;
-    const TRect before = view;
+    TRect view = w2s->world;
     view.shift(view.width() / 10 * tenths_x, view.height() / 10 * tenths_y);
-    show_view(before);
+    set_view(view);
 }
 
 void basic_plotter::snap_view() {
-    TRect& view = w2s->world;
-    const TRect before = view;
+    TRect view = w2s->world;
     TMapW2S::snap_to_grid(view.x1, view.x2);
     TMapW2S::snap_to_grid(view.y1, view.y2);
-    view.purify();
-    show_view(before);
+    set_view(view);
 }
 
 void basic_plotter::isometric_view() {
@@ -207,7 +211,7 @@ void basic_plotter::left_press(FXEvent* event) {
     if (mode != zoom_armed) return;
     anchor_x = event->win_x;
     anchor_y = event->win_y;
-    end_x = -1;
+    end_x = nothing_drawn;
     mode = band_dragged;
 }
 
@@ -215,15 +219,14 @@ void basic_plotter::left_release(FXEvent*) {
     if (mode != band_dragged) return;
     mode = idle;
     setDefaultCursor(normal_cursor);
-    if (end_x == -1) return; // no motion: there is no band
+    if (end_x == nothing_drawn) return; // no motion: there is no band
     if (id()) {
         FXDCWindow dc(this);
         begin_marks(dc);
         draw_band(dc);
         dc.setFunction(BLT_SRC);
     }
-    // A band that is a line has no area to zoom to; it counts as no band.
-    if (end_x != anchor_x && end_y != anchor_y) apply_zoom();
+    if (band_has_area()) apply_zoom(); // a mere line counts as no band
 }
 
 void basic_plotter::mouse_motion(FXEvent* event) {
@@ -231,14 +234,19 @@ void basic_plotter::mouse_motion(FXEvent* event) {
     if (mode != band_dragged || !id()) return;
     FXDCWindow dc(this);
     begin_marks(dc);
-    if (end_x != -1) draw_band(dc);
-    drag_to(event);
+    if (end_x != nothing_drawn) draw_band(dc);
+    drag_band_to(event);
     draw_band(dc);
 }
 
-void basic_plotter::drag_to(const FXEvent* event) {
+// Inside the window: a grabbed pointer leaves it.
+void basic_plotter::drag_band_to(const FXEvent* event) {
     end_x = std::clamp(event->win_x, 0, std::max(getWidth() - 1, 0));
     end_y = std::clamp(event->win_y, 0, std::max(getHeight() - 1, 0));
+}
+
+bool basic_plotter::band_has_area() const {
+    return end_x != anchor_x && end_y != anchor_y;
 }
 
 void basic_plotter::begin_marks(FXDC& dc) const {
@@ -257,8 +265,7 @@ void basic_plotter::draw_band(FXDC& dc) const {
 void basic_plotter::draw_frame(const wchar_t* xtitle, const wchar_t* ytitle, bool iso) {
     if (!image || !image->id()) return;
     FXDCWindow dc(image);
-    dc.setForeground(background);
-    dc.fillRectangle(0, 0, image->getWidth(), image->getHeight());
+    clear_image(dc);
 
     xaxis1b x;
     yaxis1b y;
@@ -284,8 +291,15 @@ void basic_plotter::draw_frame(const wchar_t* xtitle, const wchar_t* ytitle, boo
 }
 
 void basic_plotter::limit_rect(TRect& rect, const TRect& limit) {
-    if (rect.width() > limit.width()) rect.x2 = rect.x1 + limit.width();
-    if (rect.height() > limit.height()) rect.y2 = rect.y1 + limit.height();
+    // Both ends: far out, where the doubles lie apart, a side of the limit's width can be lost.
+    if (rect.width() > limit.width()) {
+        rect.x1 = limit.x1;
+        rect.x2 = limit.x2;
+    }
+    if (rect.height() > limit.height()) {
+        rect.y1 = limit.y1;
+        rect.y2 = limit.y2;
+    }
     rect.shift(std::max(0.0, limit.x1 - rect.x1), std::max(0.0, limit.y1 - rect.y1));
     rect.shift(std::min(0.0, limit.x2 - rect.x2), std::min(0.0, limit.y2 - rect.y2));
 }

@@ -33,9 +33,11 @@ public:
     FXCursor* normal_cursor = nullptr; ///< of the idle state, not owned
     FXCursor* zoom_cursor = nullptr;   ///< while something is armed or dragged, not owned
     int anchor_x = 0, anchor_y = 0;    ///< where a drag began, in window pixels
-    int end_x = -1, end_y = -1;        ///< where it is; end_x is -1 while nothing is drawn
+    int end_x = -1, end_y = -1;        ///< where it is; end_x is nothing_drawn before a motion
     int mode = 0;                      ///< state of the mouse, one of mouse_mode
     int bar_y = 0;                     ///< top edge of the position bar, in window pixels
+
+    static constexpr int nothing_drawn = -1;
 
     /// The states of the mouse; the last two belong to FPoincareWin.
     enum mouse_mode {
@@ -50,17 +52,27 @@ public:
 protected:
     basic_plotter();
 
+    /// Width in pixels of the marks that a drag draws on the window.
+    static constexpr FXuint mark_width = 3;
+
+    struct world_point {
+        double x, y;
+    };
+
     /// World point of a window position.
-    void screen_to_world(int px, int py, double& x, double& y) const {
-        x = px * w2s->cx + w2s->dx;
-        y = py * w2s->cy + w2s->dy;
+    world_point screen_to_world(int px, int py) const {
+        return {px * w2s->cx + w2s->dx, py * w2s->cy + w2s->dy};
     }
 
-    /// Turns a world point into screen units in place; true if its pixel (px, py) lies in the plot
-    /// area. Whatever the doubles are, none is converted that an int could not hold.
-    bool world_to_pixel(double& x, double& y, int& px, int& py) const {
+    /// Turns a world point into screen units, in place.
+    void world_to_screen(double& x, double& y) const {
         x = x * w2s->ax + w2s->bx;
         y = y * w2s->ay + w2s->by;
+    }
+
+    /// Finds the pixel (px, py) of a point in screen units; true if it lies in the plot area.
+    /// Whatever the doubles are, none is converted that an int could not hold.
+    bool to_pixel(double x, double y, int& px, int& py) const {
         const double nearest_x = std::rint(x);
         const double nearest_y = std::rint(y);
         const irect& area = w2s->screen;
@@ -73,22 +85,20 @@ protected:
         return true;
     }
 
-    /// Puts the end of a drag where the event is, inside the window: a grabbed pointer leaves it.
-    void drag_to(const FXEvent* event);
-
-    /// Whether a drag has gone anywhere: it has been drawn and did not end where it began.
-    bool dragged() const { return end_x != -1 && (end_x != anchor_x || end_y != anchor_y); }
-
     /// Sets a DC on the window up for marks that vanish when drawn a second time.
     void begin_marks(FXDC& dc) const;
 
 private:
+    void set_view(const TRect& wanted);
     void show_view(const TRect& before);
     void zoom_view(double fx, double fy);
     void pan_view(double tenths_x, double tenths_y);
     void snap_view();
     void isometric_view();
+    void drag_band_to(const FXEvent* event);
+    bool band_has_area() const;
     void draw_band(FXDC& dc) const;
+    void clear_image(FXDC& dc) const;
 
 public:
     long onEnter(FXObject*, FXSelector, void*);

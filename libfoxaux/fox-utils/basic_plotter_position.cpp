@@ -15,9 +15,8 @@ constexpr int bar_indent = 20; // pixels left of the text
 } // namespace
 
 void basic_plotter::position_text(kit::wstring& text, FXEvent* event) {
-    double x, y;
-    screen_to_world(event->win_x, event->win_y, x, y);
-    text.sprintf(L"%13.10g     %13.10g", x, y);
+    const world_point at = screen_to_world(event->win_x, event->win_y);
+    text.sprintf(L"%13.10g     %13.10g", at.x, at.y);
 }
 
 void basic_plotter::draw_position_bar(FXEvent* event) {
@@ -37,8 +36,7 @@ void basic_plotter::draw_position_bar(FXEvent* event) {
 }
 
 void basic_plotter::position_dialog() {
-    TRect& view = w2s->world;
-    const TRect before = view;
+    const TRect& view = w2s->world;
     TRect corners = view;
     double center_x = (view.x2 + view.x1) * 0.5, center_y = (view.y2 + view.y1) * 0.5;
     double width = view.width(), height = view.height();
@@ -65,11 +63,9 @@ void basic_plotter::position_dialog() {
     // Only the page that is open counts.
     if (book->getCurrent() == 1) {
         dialog_shape::save_histories(center_fields);
-        view.set_mid(center_x, center_y, width, height);
+        corners.set_mid(center_x, center_y, width, height);
     } else {
         dialog_shape::save_histories(corner_fields);
-        view = corners;
     }
-    view.purify();
-    show_view(before);
+    set_view(corners);
 }

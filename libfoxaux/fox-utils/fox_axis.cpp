@@ -4,8 +4,6 @@
 
 #include "libfoxaux/font/fox_hfont.h"
 
-#include <algorithm>
-#include <limits>
 #include <numbers>
 
 namespace {
@@ -15,18 +13,12 @@ constexpr double turned = std::numbers::pi / 2; // reads upward
 
 constexpr int label_gap = 5; // pixels between ticks and text
 
-// Sums with a font size that a user typed may leave int; they end at its limits.
-int saturated(long long value) {
-    using limits = std::numeric_limits<int>;
-    return static_cast<int>(std::clamp<long long>(value, limits::min(), limits::max()));
-}
-
 int middle(const fox_axis& axis) {
-    return saturated((static_cast<long long>(axis.from) + axis.to) / 2);
+    return (axis.from + axis.to) / 2;
 }
 
 int one_text_line(const fox_axis& axis) {
-    return saturated(8LL + axis.tick_len + axis.font_size);
+    return 8 + axis.tick_len + axis.font_size;
 }
 
 void put_text(const fox_axis& axis, double rot, int x, int y, unsigned align,
@@ -123,9 +115,9 @@ void xaxis1b_twocolor::draw() {
     dc->setForeground(line_color);
     xaxis1a::draw();
     dc->setForeground(low_color);
-    put_below(*this, saturated(0LL + middle(*this) - font_size), base_font::end, title_low);
+    put_below(*this, middle(*this) - font_size, base_font::end, title_low);
     dc->setForeground(high_color);
-    put_below(*this, saturated(0LL + middle(*this) + font_size), 0, title_high);
+    put_below(*this, middle(*this) + font_size, 0, title_high);
 }
 
 int xaxis1c::thickness() {
@@ -139,7 +131,7 @@ void xaxis1c::draw() {
 }
 
 int xaxis2a::thickness() {
-    return saturated(0LL + font_size + tick_len);
+    return font_size + tick_len;
 }
 
 void xaxis2a::draw() {
@@ -177,13 +169,13 @@ void yaxis1b_twocolor::draw() {
     dc->setForeground(line_color);
     yaxis1a::draw();
     dc->setForeground(low_color);
-    put_beside(*this, saturated(0LL + middle(*this) + font_size), base_font::end, title_low);
+    put_beside(*this, middle(*this) + font_size, base_font::end, title_low);
     dc->setForeground(high_color);
-    put_beside(*this, saturated(0LL + middle(*this) - font_size), 0, title_high);
+    put_beside(*this, middle(*this) - font_size, 0, title_high);
 }
 
 int yaxis2b::thickness() {
-    return saturated(13LL + tick_len + 2LL * font_size);
+    return 13 + tick_len + 2 * font_size;
 }
 
 void yaxis2b::draw() {
@@ -192,6 +184,6 @@ void yaxis2b::draw() {
     for (std::size_t i = 0; i < ticks.size(); i++) {
         put_beside(*this, ticks[i], base_font::center, labels[i]);
     }
-    const int title_base = saturated(0LL + pos - tick_len - font_size - 10);
+    const int title_base = pos - tick_len - font_size - 10;
     put_text(*this, turned, title_base, middle(*this), base_font::center, title);
 }

@@ -10,10 +10,10 @@
 /// thickness(), let the map fill ticks and labels, set the other fields, draw().
 ///
 /// Texts go through the plot font. The foreground of `dc` is the colour, except in the two-colour
-/// layouts. Pixels everywhere; the names a, b, c tell variants with labels, with a title too.
+/// layouts. Pixels everywhere.
 class fox_axis : public kit::axis {
 public:
-    int font_size = 12; ///< of all texts, in points
+    int font_size = 12; ///< of all texts, in points, as color_manager::text_size() gives it
     FXDC* dc = nullptr; ///< where to draw, not owned
     int pos = 0;  ///< the line's fixed coordinate: y of a horizontal axis, x of a vertical one
     int from = 0; ///< where the line begins along the axis

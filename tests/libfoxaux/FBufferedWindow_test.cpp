@@ -49,6 +49,7 @@ TEST(FBufferedWindow, APaintBeforeCreateDoesNothing) {
     EXPECT_TRUE(window->first_draw);
     EXPECT_EQ(window->image->getWidth(), 100);
     window->backup_eq_image(); // neither picture is on the display: no drawing, no abort
+    window->show_image();
     EXPECT_STREQ(window->picture_title, "Save a Picture");
 }
 

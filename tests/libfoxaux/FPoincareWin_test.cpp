@@ -203,7 +203,9 @@ TEST(FPoincareWin, TheColoursCycle) {
     type_keys(window.canvas, "z");
     EXPECT_EQ(window->foreground, 0xff000000u);
     EXPECT_EQ(window->colors, 28);
+    window->init_cycle_color(); // done again it begins anew
     EXPECT_EQ(window->cycle_colors.size(), 27u);
+    EXPECT_EQ(window->cycle_index, 0u);
     EXPECT_EQ(window->frames, frames); // the picture stays
 }
 
@@ -275,9 +277,13 @@ TEST(FPoincareWin, ACircleIsCapturedInWorldUnits) {
         int ax, ay, ex, ey;
         double r; // pixels; 0: no capture
     } cases[] = {
-        {40, 60, 43, 56, 5},  {40, 60, 40, 50, 10}, {40, 60, 41, 61, std::sqrt(2.0)}, // not rounded
-        {40, 60, 40, 60, 0},  // moved, but back at the anchor
-        {10, 60, -1, 60, 10}, // beyond the edge counts as on the edge
+        {40, 60, 43, 56, 5},
+        {40, 60, 40, 50, 10},
+        {40, 60, 41, 61, std::sqrt(2.0)}, // not rounded
+        {40, 60, 40, 60, 0},              // moved, but back at the anchor
+        {10, 60, 10, 160, 100},           // beyond the edge, too, the circle follows the pointer
+        {10, 60, -50, -20, 100},
+        {10, 60, -1, 60, 12}, // the mark of a circle not drawn yet counts as the next pixel
     };
     for (const auto& c : cases) {
         window->found.clear();
@@ -319,6 +325,27 @@ TEST(FPoincareWin, ACaptureWithoutMotionOrCancelledSearchesNothing) {
     send_mouse(window.canvas, SEL_LEFTBUTTONRELEASE, 60, 60);
     EXPECT_TRUE(window->found.empty());
     EXPECT_EQ(window->starts, 0);
+}
+
+TEST(FPoincareWin, NoLoopRunsThroughADragOrASearch) {
+    toy window;
+    const pixels before(window->image);
+    window->orbit = {{0, 0}}; // a corner, away from the circle
+    for (const bool circle : {true, false}) {
+        if (circle)
+            window->arm_fixed_point();
+        else
+            window->arm_zoom();
+        window->start_loop(); // started again while armed
+        send_mouse(window.canvas, SEL_LEFTBUTTONPRESS, 50, 50);
+        EXPECT_FALSE(window->loop_idle.is_active());
+        send_mouse(window.canvas, SEL_MOTION, 60, 65);
+        window->start_loop();
+        send_mouse(window.canvas, SEL_LEFTBUTTONRELEASE, 60, 65);
+        EXPECT_EQ(window->loop_idle.is_active(), !circle);
+        window->stop_loop();
+    }
+    EXPECT_EQ(window->found.size(), 1u);
 }
 
 TEST(FPoincareWin, TheCaptureShowsACrossAndACircle) {

@@ -115,10 +115,7 @@ TEST(basic_plotter, NiceValuesAndIsometricView) {
     for (const char* key : {"g", "G"}) {
         canvas->view().set(0.1234567, -0.98765, 0.8765432, 0.4567891);
         type_keys(canvas.canvas, key);
-        const TRect& view = canvas->view();
-        EXPECT_NEAR(view.x1, 0.12, 0.02);
-        EXPECT_NE(view.x1, 0.1234567);
-        EXPECT_NEAR(view.y2, 0.46, 0.06);
+        expect_view(*canvas, {0.12, -1, 0.88, 0.5}, key);
     }
     for (const char* key : {"i", "I"}) {
         canvas->view().set(0, -1, 1, 1);
@@ -418,6 +415,21 @@ TEST(basic_plotter, TheRangeIsTypedByCornersOrByCenterAndSize) {
         run(0, range);
     for (const auto& range : centers)
         run(1, range);
+}
+
+// So far out the doubles are further apart than the limit is wide.
+TEST(basic_plotter, ATypedRangeFarOutsideTheLimitLeavesAViewThatMoves) {
+    shown<plot> canvas(400, 300);
+    canvas->limited = true;
+    const char* const ends[][2] = {
+        {"1e16", "1e17"}, {"1e17", "1e18"}, {"-1e17", "1e17"}, {"1e200", "1e201"}};
+    for (const auto& end : ends) {
+        canvas->view() = {0.25, -0.5, 0.5, 0.5};
+        enter_range(*canvas, 0, {{end[0], "-1", end[1], "1"}, {}}, true);
+        expect_same_view(*canvas, canvas->limit, end[0]);
+        type_keys(canvas.canvas, "*");
+        EXPECT_NEAR(canvas->view().width(), closer, 1e-12) << end[0];
+    }
 }
 
 TEST(basic_plotter, TheRangeDialogShowsTheViewAndOffersTheHistory) {

@@ -279,19 +279,3 @@ TEST(fox_axis, two_colours_stand_on_both_sides_of_the_middle) {
     EXPECT_NEAR(c.inked(high_ink).bottom, 150 - 12, 3);
     EXPECT_EQ(c.inked(low_ink).left, line_pos - 10 - 12);
 }
-
-TEST(fox_axis, any_font_size_is_drawn_and_measured) {
-    for (const int size : {0, -3, 1000000000, INT_MAX, INT_MIN}) {
-        canvas c;
-        xaxis1b x;
-        yaxis2b y;
-        xaxis1b_twocolor two;
-        two.title_low = two.title_high = L"T";
-        for (fox_axis* axis : {static_cast<fox_axis*>(&x), static_cast<fox_axis*>(&y),
-                               static_cast<fox_axis*>(&two)}) {
-            axis->font_size = size;
-            EXPECT_EQ(axis->thickness() > 0, size > -8) << size;
-            c.draw(*axis, two_ticks, two_labels, L"S");
-        }
-    }
-}

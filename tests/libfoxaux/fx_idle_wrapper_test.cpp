@@ -79,17 +79,22 @@ TEST(fx_idle_wrapper, AnExceptionEndsTheRepetition) {
     worker w;
     w.throw_at = 1;
     w.wrapper.start();
+    app().removeChore(&w.wrapper, fx_idle_wrapper::ID_CHORE); // as the toolkit does before a call
     EXPECT_THROW(w.wrapper.onChore(nullptr, 0, nullptr), int);
+    EXPECT_FALSE(w.has_chore());
     w.wrapper.stop();
 }
 
 TEST(fx_idle_wrapper, ItTakesItsChoreAndTimerAlong) {
-    {
-        worker a, b;
-        a.wrapper.start();
-        b.wrapper.start_timeout(1, false);
-    }
-    pump(); // would call into the dead objects
+    auto chore = std::make_unique<worker>(), timer = std::make_unique<worker>();
+    chore->wrapper.start();
+    timer->wrapper.start_timeout(1, false);
+    fx_idle_wrapper* const dead[] = {&chore->wrapper, &timer->wrapper};
+    EXPECT_TRUE(chore->has_chore() && timer->has_timeout());
+    chore.reset();
+    timer.reset();
+    EXPECT_FALSE(app().hasChore(dead[0], fx_idle_wrapper::ID_CHORE));
+    EXPECT_FALSE(app().hasTimeout(dead[1], fx_idle_wrapper::ID_TIMEOUT));
 }
 
 } // namespace
