@@ -70,7 +70,10 @@ bool ask_curve(FMain* owner, const curve_entry& entry, curve_values& values) {
 void install_curve(FMain* owner, const curve_entry& entry, const curve_values& values) {
     try {
         auto curve = entry.build(values);
-        if (!curve) return show_error(owner, entry.refusal);
+        if (!curve) {
+            show_error(owner, entry.refusal);
+            return;
+        }
         owner->map.setF(curve.release());
         owner->curve_changed();
     } catch (const TError& error) {
@@ -88,12 +91,12 @@ enum class position_tab { none, section, angles };
 // Asks for the point by either tab; gives the one that was open at "&Accept".
 position_tab ask_position(FMain* owner, position_values& at) {
     constexpr FXint side = 300;
-    constexpr FXint label_room = side - 2 * (10 + 4 + 2); // less the paddings of frames and label
     dialog_shape dialog(owner, "Current Position", owner->main_icon,
                         DECOR_TITLE | DECOR_BORDER | DECOR_RESIZE, side, side);
     const FXFont* font = owner->getApp()->getNormalFont();
-    new FXLabel(dialog.frame, label_text(owner->map.F->instanceText(), font, label_room, 3),
-                nullptr, JUSTIFY_LEFT);
+    const FXString curve =
+        label_text(owner->map.F->instanceText(), font, dialog_shape::label_room(side), 3);
+    new FXLabel(dialog.frame, curve, nullptr, JUSTIFY_LEFT);
 
     auto* book = new page_book(dialog.frame);
     const history_site site{history_file, owner};

@@ -53,12 +53,23 @@ void font_choice::ask(FXObject* sender) {
     take_desc(desc);
 }
 
+long font_choice::onCmdChange(FXObject* sender, FXSelector, void*) {
+    ask(sender);
+    return 1;
+}
+
+long font_choice::onUpdName(FXObject* sender, FXSelector, void*) {
+    show_name(sender);
+    return 1;
+}
+
 void font_choice::add_widgets(FXComposite* parent) {
-    auto* field = new FXTextField(parent, 30, this, 1, TEXTFIELD_NORMAL | TEXTFIELD_READONLY);
+    auto* field =
+        new FXTextField(parent, 30, this, ID_FIELD, TEXTFIELD_NORMAL | TEXTFIELD_READONLY);
     show_name(field); // the first update may find it focused, and then leaves it alone
     field->setCursorPos(0);
     field->makePositionVisible(0); // the family, which matters most
-    new FXButton(parent, "...", nullptr, this, 0);
+    new FXButton(parent, "...", nullptr, this, ID_BUTTON);
 }
 
 void font_choice::show_name(FXObject* sender) {

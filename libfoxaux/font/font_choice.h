@@ -12,8 +12,12 @@ public:
     FXFontDesc desc{}; ///< the font as a description
     FXString name;     ///< the same as the toolkit's font text
 
+    enum { ID_BUTTON = 0, ID_FIELD = 1 };
+
+    long onCmdChange(FXObject*, FXSelector, void*); ///< the button's command
+    long onUpdName(FXObject*, FXSelector, void*);   ///< the field's update
+
     /// Adds a read-only field that shows the font, and a button "..." that chooses another one.
-    /// Messages: the field's is 1, the button's 0.
     void add_widgets(FXComposite* parent);
 
 protected:

@@ -11,6 +11,7 @@
 #include "libfoxaux/fox-utils/fxmain_base.h"
 #include "libfoxaux/fox-utils/history_manager.h"
 #include "libfoxaux/fox-utils/label_text.h"
+#include "libfoxaux/fox-utils/page_book.h"
 #include "mathkit/TError.h"
 
 namespace {
@@ -42,8 +43,8 @@ FXDEFMAP(specDataTarget) specDataTarget_map[] = {
 FXIMPLEMENT(specDataTarget, FXObject, specDataTarget_map, ARRAYNUMBER(specDataTarget_map))
 
 FXDEFMAP(specDataTarget1) specDataTarget1_map[] = {
-    FXMAPFUNC(SEL_COMMAND, 0, specDataTarget1::onCmdChange),
-    FXMAPFUNC(SEL_UPDATE,  1, specDataTarget1::onUpdName),
+    FXMAPFUNC(SEL_COMMAND, font_choice::ID_BUTTON, specDataTarget1::onCmdChange),
+    FXMAPFUNC(SEL_UPDATE,  font_choice::ID_FIELD,  specDataTarget1::onUpdName),
 };
 FXIMPLEMENT(specDataTarget1, FXObject, specDataTarget1_map, ARRAYNUMBER(specDataTarget1_map))
 // clang-format on
@@ -63,16 +64,6 @@ long specDataTarget::onCmdBrowse(FXObject* sender, FXSelector, void*) {
     open_file_dialog(window_of(sender), "Select Font", file, "All Files (*)", source, browse_line,
                      nullptr);
     if (!file.is_empty()) *value = file.c_str();
-    return 1;
-}
-
-long specDataTarget1::onCmdChange(FXObject* sender, FXSelector, void*) {
-    ask(sender);
-    return 1;
-}
-
-long specDataTarget1::onUpdName(FXObject* sender, FXSelector, void*) {
-    show_name(sender);
     return 1;
 }
 
@@ -107,7 +98,8 @@ private:
     void add_stroke_page();
     void add_toolkit_page();
     void add_file_page();
-    FXComboBoxPopup* add_size(FXComposite* page, int& size, int line);
+    FXComboBoxPopup* add_size(FXComposite* page, int& size, int line,
+                              FXuint justify = JUSTIFY_NORMAL);
 
     int stroke_size = 10;
     specDataTarget1 font{FXApp::instance()->getNormalFont()};
@@ -117,15 +109,14 @@ private:
     int antialias = remembered_int(antialias_line, 1);
 
     dialog_shape dialog{main_base::dialog_owner(), "Select Font", nullptr};
-    FXTabBook* book;
+    page_book* book;
     FXComboBoxPopup* stroke_size_field = nullptr;
     FXComboBoxPopup* file_field = nullptr;
     FXComboBoxPopup* ttf_size_field = nullptr;
     FXColorWell* color_well;
 };
 
-font_dialog::font_dialog()
-    : book(new FXTabBook(dialog.frame, nullptr, 0, LAYOUT_FILL_X | LAYOUT_FILL_Y)) {
+font_dialog::font_dialog() : book(new page_book(dialog.frame)) {
     const history_object accepted(source, font_line, nullptr);
     if (accepted.is_new)
         *accepted._S = font.name.text();
@@ -140,14 +131,14 @@ font_dialog::font_dialog()
     book->setCurrent(remembered_int(tab_line, 0), false);
 }
 
-FXComboBoxPopup* font_dialog::add_size(FXComposite* page, int& size, int line) {
+FXComboBoxPopup* font_dialog::add_size(FXComposite* page, int& size, int line, FXuint justify) {
     return dialog.add_row(dialog.add_matrix(2, page), {source, nullptr},
-                          {"Font Size", &size, line, true});
+                          {"Font Size", &size, line, true, justify});
 }
 
 void font_dialog::add_stroke_page() {
-    stroke_size_field =
-        add_size(dialog_shape::add_page(book, "Stroke Font"), stroke_size, stroke_size_line);
+    stroke_size_field = add_size(dialog_shape::add_page(book, "Stroke Font"), stroke_size,
+                                 stroke_size_line, JUSTIFY_RIGHT);
 }
 
 void font_dialog::add_toolkit_page() {

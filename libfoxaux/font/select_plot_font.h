@@ -42,9 +42,6 @@ public:
 
     void set_desc(const FXFontDesc& d) { take_desc(d); }
     void set_name(const char* text) { take_text(text); }
-
-    long onCmdChange(FXObject*, FXSelector, void*);
-    long onUpdName(FXObject*, FXSelector, void*);
 };
 
 } // namespace detail_hfont

@@ -11,21 +11,11 @@ namespace detail_font {
 
 // clang-format off
 FXDEFMAP(specDataTarget) specDataTarget_map[] = {
-    FXMAPFUNC(SEL_COMMAND, 0, specDataTarget::onCmdChange),
-    FXMAPFUNC(SEL_UPDATE,  1, specDataTarget::onUpdName),
+    FXMAPFUNC(SEL_COMMAND, font_choice::ID_BUTTON, specDataTarget::onCmdChange),
+    FXMAPFUNC(SEL_UPDATE,  font_choice::ID_FIELD,  specDataTarget::onUpdName),
 };
 // clang-format on
 FXIMPLEMENT(specDataTarget, FXObject, specDataTarget_map, ARRAYNUMBER(specDataTarget_map))
-
-long specDataTarget::onCmdChange(FXObject* sender, FXSelector, void*) {
-    ask(sender);
-    return 1;
-}
-
-long specDataTarget::onUpdName(FXObject* sender, FXSelector, void*) {
-    show_name(sender);
-    return 1;
-}
 
 } // namespace detail_font
 

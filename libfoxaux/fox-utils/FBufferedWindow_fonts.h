@@ -19,9 +19,6 @@ public:
     void set_from_desc(FXFontDesc& d) { take_desc(d); }
     void set_from_text(const char* text) { take_text(text); }
 
-    long onCmdChange(FXObject*, FXSelector, void*);
-    long onUpdName(FXObject*, FXSelector, void*);
-
 protected:
     specDataTarget() = default;
 };

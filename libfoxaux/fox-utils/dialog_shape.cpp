@@ -30,6 +30,13 @@ FXTextField* first_field(FXWindow* top) {
 
 } // namespace
 
+// clang-format off
+FXDEFMAP(dialog_shape) dialog_shape_map[] = {
+    FXMAPFUNC(SEL_MAP, 0, dialog_shape::onMap),
+};
+// clang-format on
+FXIMPLEMENT(dialog_shape, FXDialogBox, dialog_shape_map, ARRAYNUMBER(dialog_shape_map))
+
 dialog_shape::dialog_shape(FXWindow* owner, const char* title, FXIcon* icon, FXuint decorations,
                            FXint width, FXint height)
     : FXDialogBox(owner, title, decorations, 0, 0, width, height, padding, padding, padding,
@@ -37,6 +44,10 @@ dialog_shape::dialog_shape(FXWindow* owner, const char* title, FXIcon* icon, FXu
       frame(new FXVerticalFrame(this, fill, 0, 0, 0, 0, inner_padding, inner_padding, inner_padding,
                                 inner_padding, spacing, spacing)) {
     setIcon(icon);
+}
+
+FXint dialog_shape::label_room(FXint width) {
+    return width - 2 * (padding + inner_padding + DEFAULT_PAD);
 }
 
 FXMatrix* dialog_shape::add_matrix(int columns, FXComposite* parent) {
@@ -51,7 +62,7 @@ FXVerticalFrame* dialog_shape::add_page(FXTabBook* book, const char* title) {
 
 FXComboBoxPopup* dialog_shape::add_row(FXComposite* parent, const history_site& site,
                                        const entry_row& row, int columns) {
-    new FXLabel(parent, row.label, nullptr, label_style);
+    new FXLabel(parent, row.label, nullptr, label_style | row.justify);
     FXDataTarget* variable = std::visit([this](auto* value) { return target(*value); }, row.value);
     auto* field =
         new FXComboBoxPopup(parent, columns, variable, FXDataTarget::ID_VALUE, entry_style);
@@ -77,9 +88,9 @@ FXTextField* dialog_shape::add_number(FXComposite* parent, const char* label, in
 FXColorWell* dialog_shape::add_well(FXComposite* parent, const char* label, FXColor color) {
     new FXLabel(parent, label, nullptr, label_style);
     // Opaque only: lines ignore the alpha value, text does not.
-    auto* well =
-        new FXColorWell(parent, color, nullptr, 0,
-                        COLORWELL_NORMAL | COLORWELL_OPAQUEONLY | LAYOUT_FILL_X | LAYOUT_FILL_Y);
+    auto* well = new FXColorWell(parent, color, nullptr, 0,
+                                 COLORWELL_NORMAL | COLORWELL_OPAQUEONLY | LAYOUT_FILL_X |
+                                     LAYOUT_FILL_Y | LAYOUT_FILL_COLUMN);
     well->setRGBA(color, false);
     return well;
 }
@@ -99,20 +110,32 @@ void dialog_shape::add_button_row(bool cancel_first) {
     if (!cancel_first) add("&Cancel", ID_CANCEL);
 }
 
+// A window manager gives the keys to a dialog of the active window only, and a key in the path
+// window may open one that belongs to the main window.
+long dialog_shape::onMap(FXObject* sender, FXSelector sel, void* ptr) {
+    FXDialogBox::onMap(sender, sel, ptr);
+    setFocus();
+    return 1;
+}
+
 bool dialog_shape::run(FXuint placement) {
     // A field takes the focus only once it exists on the display, and a text that its target
     // replaces at the first update would lose the selection.
     create();
     layout();
     forceRefresh();
-    if (FXTextField* field = first_field(this)) {
-        field->setFocus();
-        field->selectAll();
-    }
+    focus_first_field(this);
     return execute(placement) != 0;
 }
 
 void dialog_shape::save_histories(const fields& entered) {
     for (FXComboBoxPopup* field : entered)
         field->save_history();
+}
+
+void focus_first_field(FXWindow* dialog) {
+    FXTextField* field = first_field(dialog);
+    if (!field) return;
+    field->setFocus();
+    field->selectAll();
 }

@@ -15,6 +15,7 @@ struct entry_row {
     std::variant<double*, int*, FXString*> value; ///< follows the text while it is edited
     int line;                                     ///< names the field's history
     bool set_text;                                ///< opens with the newest entry
+    FXuint justify = JUSTIFY_NORMAL;              ///< of the label
 };
 
 /// The histories of a dialog's fields share source name and context; the line tells them apart.
@@ -34,10 +35,12 @@ struct history_site {
 ///     if (!dialog.run()) return;
 ///     dialog_shape::save_histories(fields);
 class dialog_shape : public FXDialogBox {
+    FXDECLARE(dialog_shape)
+
 public:
     using fields = std::vector<FXComboBoxPopup*>;
 
-    FXVerticalFrame* frame; ///< holds all that the dialog shows; padding and spacing 4
+    FXVerticalFrame* frame = nullptr; ///< holds all that the dialog shows; padding and spacing 4
 
     /// `icon` is not owned, must outlive the dialog and may be null. A width or height of 0 is the
     /// one that the content wants.
@@ -45,6 +48,9 @@ public:
                  FXint width = 0, FXint height = 0);
     dialog_shape(const dialog_shape&) = delete;
     dialog_shape& operator=(const dialog_shape&) = delete;
+
+    /// The pixels that a label in `frame` has for its text in a dialog `width` pixels wide.
+    static FXint label_room(FXint width);
 
     /// Adds a matrix by columns, in `parent` or, if that is null, in `frame`.
     FXMatrix* add_matrix(int columns, FXComposite* parent = nullptr);
@@ -87,4 +93,14 @@ public:
 
 private:
     std::list<FXDataTarget> targets; ///< what the fields point at
+
+protected:
+    dialog_shape() = default;
+
+public:
+    long onMap(FXObject*, FXSelector, void*);
 };
+
+/// Gives the focus to the first text field shown in a dialog, which must have been created, and
+/// selects its text: what is typed then replaces it.
+void focus_first_field(FXWindow* dialog);

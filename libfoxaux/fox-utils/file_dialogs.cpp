@@ -2,6 +2,7 @@
 // The two file dialogs, over one and the same dialog of the toolkit.
 #include "libfoxaux/fox-utils/file_dialogs.h"
 
+#include "libfoxaux/fox-utils/dialog_shape.h"
 #include "libfoxaux/fox-utils/history_manager.h"
 #include "libfoxaux/fox-utils/icons.h"
 #include "libfoxaux/fox-utils/label_text.h"
@@ -26,6 +27,8 @@ bool choose(const request& request, kit::string& file, kit::string& directory) {
     if (!file.is_empty()) dialog.setFilename(file.c_str());
     if (!request.patterns.is_empty()) dialog.setPatternList(request.patterns.c_str());
     if (!directory.is_empty()) dialog.setDirectory(directory.c_str());
+    dialog.create();
+    focus_first_field(&dialog); // the name's; the toolkit leaves the focus on none
     if (!dialog.execute(PLACEMENT_OWNER)) {
         file = kit::string::empty();
         return false;
@@ -75,8 +78,9 @@ void save_file_dialog(FXWindow* owner, const FXString& title, kit::string& file,
         if (!choose({owner, title, patterns, SELECTFILE_ANY}, file, directory)) return;
         answer = ask_overwrite(owner, file, rule);
     }
-    if (answer == MBOX_CLICKED_CANCEL)
+    if (answer == MBOX_CLICKED_CANCEL) {
         file = kit::string::empty();
-    else
+    } else {
         *remembered._S = directory;
+    }
 }

@@ -2,10 +2,13 @@
 // The application's singleton: icons, fixed-pitch font, About, Help, the bell.
 #include "libfoxaux/fox-utils/fxmain_base.h"
 
+#include "libfoxaux/fox-utils/dialog_shape.h"
 #include "libfoxaux/fox-utils/display_text.h"
 #include "libfoxaux/fox-utils/icons.h"
 #include "mathkit/kit_stream.h"
 #include "mathkit/tiny_izstream.h"
+
+#include <utility>
 
 FXIMPLEMENT(fxmain_base, FXObject, nullptr, 0)
 
@@ -48,12 +51,8 @@ void write_disclaimer(std::ostream& out) {
 }
 
 void add_page(FXTabBook* book, const char* title, const char* text) {
-    new FXTabItem(book, title, nullptr, TAB_TOP_NORMAL, 0, 0, 0, 0, 2, 2, 2, 2);
-    auto* page =
-        new FXVerticalFrame(book, FRAME_RAISED | FRAME_THICK | LAYOUT_FILL_X | LAYOUT_FILL_Y, 0, 0,
-                            0, 0, 4, 4, 4, 4, 4, 4);
-    new FXLabel(page, text, nullptr, JUSTIFY_LEFT | JUSTIFY_TOP | LAYOUT_FILL_X | LAYOUT_FILL_Y, 0,
-                0, 0, 0, 2, 2, 2, 2);
+    new FXLabel(dialog_shape::add_page(book, title), text, nullptr,
+                JUSTIFY_LEFT | JUSTIFY_TOP | LAYOUT_FILL_X | LAYOUT_FILL_Y);
 }
 
 void add_pages(FXTabBook* book) {
@@ -121,9 +120,7 @@ FXFont* main_base::get_fixed_font() {
     try {
         fixed_font->create();
     } catch (const FXFontException&) { // the entry names no face at all
-        delete fixed_font;
-        fixed_font = nullptr;
-        fixed_font = make_fixed_font();
+        delete std::exchange(fixed_font, make_fixed_font());
         fixed_font->create();
     }
     return fixed_font;

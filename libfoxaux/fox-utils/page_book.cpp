@@ -4,7 +4,10 @@
 
 // clang-format off
 FXDEFMAP(page_book) page_bookMap[] = {
-    FXMAPFUNC(SEL_FOCUS_NEXT, 0, page_book::onFocusNext),
+    FXMAPFUNC(SEL_FOCUS_NEXT, 0, page_book::onFocusStep),
+    FXMAPFUNC(SEL_FOCUS_PREV, 0, page_book::onFocusStep),
+    FXMAPFUNC(SEL_FOCUS_DOWN, 0, page_book::onFocusFromOutside),
+    FXMAPFUNC(SEL_FOCUS_UP,   0, page_book::onFocusFromOutside),
 };
 // clang-format on
 
@@ -13,9 +16,26 @@ FXIMPLEMENT(page_book, FXTabBook, page_bookMap, ARRAYNUMBER(page_bookMap))
 page_book::page_book(FXComposite* parent)
     : FXTabBook(parent, nullptr, 0, LAYOUT_FILL_X | LAYOUT_FILL_Y) {}
 
-// The children are tabs and pages in turn. The page itself has no further field when this arrives.
-long page_book::onFocusNext(FXObject*, FXSelector, void* event) {
-    FXWindow* page = childAtIndex(2 * getCurrent() + 1);
-    if (!page || page->getFocus()) return 0;
-    return page->handle(this, FXSEL(SEL_FOCUS_NEXT, 0), event);
+long page_book::enter_page(FXuint type, void* event) {
+    FXWindow* page = childAtIndex(2 * getCurrent() + 1); // tabs and pages stand in turn
+    return page ? page->handle(this, FXSEL(type, 0), event) : 0;
+}
+
+// A page that holds the focus has no further field when this arrives. From a tab the way leads
+// forward into the page and back out of the book.
+long page_book::onFocusStep(FXObject*, FXSelector sel, void* event) {
+    const FXuint type = FXSELTYPE(sel);
+    const FXWindow* inside = getFocus();
+    const bool from_tab = inside && inside->isMemberOf(FXMETACLASS(FXTabItem));
+    if (inside && !(from_tab && type == SEL_FOCUS_NEXT)) return 0;
+    return enter_page(type, event);
+}
+
+// A frame that the Tab key walks through from its end or its start asks for what lies below or
+// above. From inside it is an arrow key.
+long page_book::onFocusFromOutside(FXObject* sender, FXSelector sel, void* event) {
+    const bool down = FXSELTYPE(sel) == SEL_FOCUS_DOWN;
+    if (!getFocus()) return enter_page(down ? SEL_FOCUS_NEXT : SEL_FOCUS_PREV, event);
+    return down ? FXTabBook::onFocusDown(sender, sel, event)
+                : FXTabBook::onFocusUp(sender, sel, event);
 }

@@ -8,8 +8,8 @@
 ///
 /// In the toolkit's own book the Tab key goes on from the last field of a page to the next page and
 /// opens it, and what was typed no longer counts. Here it goes on to what follows the book, and
-/// from outside into the open page. The tabs answer the mouse, and the arrow keys once they have
-/// the focus.
+/// from outside into the open page; with Shift the same way back. The tabs answer the mouse, and
+/// the arrow keys once they have the focus.
 class page_book : public FXTabBook {
     FXDECLARE(page_book)
 
@@ -17,10 +17,14 @@ protected:
     page_book() = default;
 
 public:
-    long onFocusNext(FXObject*, FXSelector, void*);
+    long onFocusStep(FXObject*, FXSelector, void*);
+    long onFocusFromOutside(FXObject*, FXSelector, void*);
 
     /// A book that fills its parent.
     explicit page_book(FXComposite* parent);
     page_book(const page_book&) = delete;
     page_book& operator=(const page_book&) = delete;
+
+private:
+    long enter_page(FXuint type, void* event);
 };

@@ -83,7 +83,17 @@ def journey(program, model):
     model.ask("iterate", 1)
     path_is(program, corners[-2:] + model.pixels("impact"), "d keeps the last segment")
 
+    # A dialog of the whole application takes the keys here as well, and gives them back.
+    for key, title in [("F8", "Select Font"), ("F9", "Resize Hack"), ("F10", "Select Global Fonts")]:
+        program.focus(program.path)
+        program.keys(key)
+        program.dialog(title)
+        program.keys("Escape")
+        program.gone(title)
+        until(lambda: program.focused() in (program.path, program.main), "the keys given back")
+
     # The window manager's close hides it; an iterate is 1000 bounces again.
+    program.focus(program.path)
     program.keys("alt+F4")
     program.gone("Billiard: Coordinate Space")
     program.focus(program.main)

@@ -11,8 +11,7 @@ def choose(program, name):
     """Presses s and types a name; the file is not there yet when this returns."""
     program.keys("s")
     program.dialog(TITLE)
-    program.keys("alt+f", "ctrl+a")
-    program.type(name)
+    program.type(name)  # the field is ready, and what stands in it goes
     program.keys("Return")
 
 
@@ -63,7 +62,7 @@ def save_twice(program, path, name):
     choose(program, name)
     answer(program, "alt+n")
     program.dialog(TITLE)
-    program.keys("alt+f", "Return")  # the name stands there still
+    program.keys("Return")  # the name stands there still
     answer(program, "alt+y")
     until(lambda: content(path).startswith(b"\x89PNG"), "the picture over the old file")
 

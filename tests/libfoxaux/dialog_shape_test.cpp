@@ -2,6 +2,7 @@
 // Tests of the dialogs' shape: focus, keys, rows of a table, which page's field comes first.
 #include "libfoxaux/fox-utils/dialog_shape.h"
 
+#include "libfoxaux/fox-utils/page_book.h"
 #include "tests/libfoxaux/window_fixture.h"
 
 using namespace window_test;
@@ -107,7 +108,7 @@ TEST_F(dialog_shape_test, TheFirstFieldIsThatOfThePageInFront) {
     for (int page : {0, 1}) {
         dialog_shape dialog(&shell, "Pages", nullptr, DECOR_TITLE | DECOR_BORDER | DECOR_RESIZE,
                             300, 300);
-        auto* book = new FXTabBook(dialog.frame, nullptr, 0, LAYOUT_FILL_X | LAYOUT_FILL_Y);
+        auto* book = new page_book(dialog.frame);
         dialog.add_row(dialog.add_matrix(2, dialog_shape::add_page(book, "one")),
                        {"dialog_shape_test", nullptr}, {"x", &x, 10 + page, false});
         dialog.add_row(dialog.add_matrix(2, dialog_shape::add_page(book, "two")),
@@ -128,6 +129,58 @@ TEST_F(dialog_shape_test, TheFirstFieldIsThatOfThePageInFront) {
                          close_dialog(top, false);
                      }});
     }
+}
+
+// The Tab key goes round and round, and back by Shift; only a tab that is clicked turns the page.
+TEST_F(dialog_shape_test, TheTabKeyStaysOnThePageThatIsOpen) {
+    double values[4] = {1, 2, 3, 4};
+    for (int page : {0, 1}) {
+        dialog_shape dialog(&shell, "Pages", nullptr);
+        auto* book = new page_book(dialog.frame);
+        for (int i : {0, 2})
+            dialog.add_rows(
+                dialog.add_matrix(2, dialog_shape::add_page(book, "page")),
+                {"dialog_shape_test", nullptr},
+                {{"x", &values[i], 30 + i, false}, {"y", &values[i + 1], 31 + i, false}});
+        dialog.add_buttons();
+        book->setCurrent(page);
+        with_dialogs(
+            [&] { EXPECT_FALSE(dialog.run()); }, {[&](FXTopWindow* top) {
+                const auto fields = all_of<FXTextField>(top);
+                const auto buttons = all_of<FXButton>(top);
+                FXWindow* const circle[] = {fields.at(2 * page), fields.at(2 * page + 1),
+                                            buttons.at(buttons.size() - 2), buttons.back()};
+                int at = 0;
+                const auto step = [&](int by, FXint key, FXuint state) {
+                    FXEvent event{};
+                    event.code = key;
+                    event.state = state;
+                    do
+                        send(top, SEL_KEYPRESS, event);
+                    while (dynamic_cast<FXMenuButton*>(focus_of(top))); // the arrow of a list
+                    at = (at + by + 4) % 4;
+                    EXPECT_EQ(focus_of(top), circle[at]) << "page " << page << " at " << at;
+                };
+                for (int i = 0; i < 9; ++i)
+                    step(1, KEY_Tab, 0);
+                for (int i = 0; i < 9; ++i)
+                    step(-1, i % 2 ? KEY_ISO_Left_Tab : KEY_Tab, SHIFTMASK);
+                EXPECT_EQ(book->getCurrent(), page);
+                close_dialog(top, false);
+            }});
+    }
+}
+
+TEST_F(dialog_shape_test, AColourWellIsAsWideAsTheDialog) {
+    dialog_shape dialog(&shell, "Colour", nullptr, DECOR_ALL, 300, 200);
+    dialog_shape::add_well(dialog.add_matrix(2), "Font Color", FXRGB(1, 2, 3));
+    dialog.add_buttons();
+    with_dialogs([&] { dialog.run(); }, {[](FXTopWindow* top) {
+                     const FXWindow* well = all_of<FXColorWell>(top).at(0);
+                     EXPECT_GT(well->getWidth(), 150);
+                     EXPECT_GE(well->getHeight(), 12);
+                     close_dialog(top, false);
+                 }});
 }
 
 } // namespace

@@ -213,6 +213,17 @@ TEST(SelectFont, AnyTypedSizeIsTaken) {
     EXPECT_EQ(a_plot.changes, 12);
 }
 
+TEST(SelectFont, TheTabKeyLeavesThePageOpenThatWillCount) {
+    font_dialog(false, [](font_widgets& w) {
+        for (int page = 0; page < 3; ++page) {
+            w.book->setCurrent(page);
+            for (int i = 0; i < 12; ++i)
+                send_key(w.dialog, KEY_Tab);
+            EXPECT_EQ(w.book->getCurrent(), page);
+        }
+    });
+}
+
 /// The vendor's registry file, as the toolkit writes it.
 std::string vendor_file() {
     return content_of(std::string(getenv("HOME")) + "/.foxrc/Iterra/Iterra");

@@ -2,8 +2,11 @@
 // Tests of what any text becomes before it stands in a label or a box.
 #include "libfoxaux/fox-utils/label_text.h"
 
-#include <gtest/gtest.h>
-#include <string>
+#include "tests/libfoxaux/window_fixture.h"
+
+#include <cstring>
+
+using namespace window_test;
 
 namespace {
 
@@ -12,6 +15,45 @@ std::string repeated(const char* text, int times) {
     while (times-- > 0)
         result += text;
     return result;
+}
+
+TEST(LabelText, GoesOnBelowFromItsLastBlankAndEndsInTime) {
+    const FXFont* font = app().getNormalFont();
+    const auto width = [&](const char* text) {
+        return font->getTextWidth(text, static_cast<FXuint>(strlen(text)));
+    };
+    const FXint three = width("one two three");
+    const struct {
+        const char* text;
+        FXint width, lines;
+        const char* shown;
+    } cases[] = {
+        {"one two three", three, 1, "one two three"},
+        {"one two three", three - 1, 2, "one two\nthree"},
+        {"one two three", width("one two"), 2, "one two\nthree"},
+        {"one two three", width("one tw"), 3, "one\ntwo\nthree"},
+        {"onetwothree", width("onetwo"), 2, "onetwo\nthree"}, // no blank
+        {"mm&nn", width("mm&"), 2, "mm&&\nnn"},
+        {"&&&&", width("&&"), 2, "&&&&\n&&&&"},
+        {"one two three", width("one two") + width("..."), 1, "one two..."},
+        {"one two three four", width("three"), 2, nullptr},
+        {"mmmmmmmm", width("mm&"), 3, nullptr},
+        {"one two", 0, 1, "..."},
+        {"one two", -5, 1, "..."},
+        {"", 0, 1, ""},
+    };
+    for (const auto& c : cases) {
+        const FXString shown = label_text(c.text, font, c.width, c.lines);
+        if (c.shown) {
+            EXPECT_STREQ(shown.text(), c.shown) << c.width;
+            continue;
+        }
+        EXPECT_EQ(shown.contains('\n'), c.lines - 1) << shown.text();
+        EXPECT_EQ(shown.right(3), "...") << shown.text();
+        for (FXint line = 0; line < c.lines; ++line) {
+            EXPECT_LE(width(shown.section('\n', line).text()), c.width) << shown.text();
+        }
+    }
 }
 
 TEST(BoxText, KeepsAllOfATextThatABoxCanShow) {
