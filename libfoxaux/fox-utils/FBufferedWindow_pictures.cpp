@@ -33,15 +33,15 @@ bool write_jpeg(FXStream& out, const FXColor* pixels, FXint w, FXint h) {
 
 struct picture_format {
     const char* pattern;
-    stream_writer write;  ///< null: PDF, which opens the file itself
-    const char* appended; ///< printf format of the name to write
+    stream_writer write; ///< null: PDF, which opens the file itself
+    const char* suffix;  ///< what the name to write gets in addition
 };
 
 // The first pattern that fits decides. The last two take the names without a known ending.
 constexpr picture_format picture_formats[] = {
-    {"*.png", fxsavePNG, "%s"},  {"*.bmp", fxsaveBMP, "%s"}, {"*.jpeg", write_jpeg, "%s"},
-    {"*.jpg", write_jpeg, "%s"}, {"*.pdf", nullptr, "%s"},   {"*.", fxsavePNG, "%spng"},
-    {"*", fxsavePNG, "%s.png"},
+    {"*.png", fxsavePNG, ""},  {"*.bmp", fxsaveBMP, ""}, {"*.jpeg", write_jpeg, ""},
+    {"*.jpg", write_jpeg, ""}, {"*.pdf", nullptr, ""},   {"*.", fxsavePNG, "png"},
+    {"*", fxsavePNG, ".png"},
 };
 
 const picture_format& format_of(const char* path) {
@@ -54,8 +54,7 @@ const picture_format& format_of(const char* path) {
 
 /// The name under which a picture is written that is saved to `path`.
 kit::string picture_name(const kit::string& path) {
-    const picture_format& format = format_of(path);
-    return kit::string::format(format.appended, path.c_str());
+    return kit::string::format("%s%s", path.c_str(), format_of(path).suffix);
 }
 
 /// Client-side pixels of an image for as long as this lives, unless it had some before.
@@ -98,7 +97,7 @@ void FBufferedWindow::save_dialog(const char* title) {
 
 void FBufferedWindow::save(const char* path) {
     const picture_format& format = format_of(path);
-    const kit::string name = picture_name(path);
+    const kit::string name = kit::string::format("%s%s", path, format.suffix);
     try {
         // The pixels come first: if there is no room for them, an old file of the name stays.
         const client_pixels pixels(image);
