@@ -76,7 +76,7 @@ const std::vector<curve_entry>& curve_table() {
          [](values v) -> std::unique_ptr<TRadiusFunction> {
              return std::make_unique<symbolic::TSymbolicRadius>(std::get<FXString>(v.at(0)).text());
          },
-         "parameter wrong", field_layout::rows, true, 300, 250},
+         nullptr, field_layout::rows, true, 300, 250},
 
         {"Triangle", FMain::ID_TRIANGLE, family<TTriangleFunction>,
          {{"alpha(\u00B0)", 60.0, 469}, {"beta(\u00B0)", 70.0, 477}},

@@ -35,7 +35,7 @@ struct curve_entry {
     /// refuses; throws TError where the error has a text of its own.
     std::unique_ptr<TRadiusFunction> (*build)(const curve_values& values);
 
-    const char* refusal; ///< what the box says when `build` gives null
+    const char* refusal; ///< what the box says when `build` gives null; null: it never does
 
     field_layout layout = field_layout::rows;
     bool cancel_first = false;   ///< order of the buttons

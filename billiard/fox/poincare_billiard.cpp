@@ -94,8 +94,10 @@ void poincare_billiard::find_fixed_point(double x, double y, double rx, double r
         const int order = map->getorder(x, y, rx, ry, order_limit);
         TRect box;
         int steps = 30;
-        if (order < 0 || !map->fixfinder(x, y, order, steps, box, 1e-14))
-            return show_error(this, "could not get order of fixpoint");
+        if (order < 0 || !map->fixfinder(x, y, order, steps, box, 1e-14)) {
+            show_error(this, "could not get order of fixpoint");
+            return;
+        }
         FXMessageBox::information(this, MBOX_OK, "Information",
                                   "Found fixpoint of order %d at (%g,%g) \n with precision %g",
                                   order, x, y, box.maxdim());

@@ -127,8 +127,12 @@ TEST_F(coordinate_space_test, highlight_key_does_nothing_without_a_segment) {
 
 TEST_F(coordinate_space_test, space_advances_both_windows) {
     const double phi = map().phi;
+    section().foreground = red;
+    section().redraw();
     EXPECT_EQ(type_keys(&plane(), " "), 1);
+    EXPECT_EQ(pixels(section().image).count(red), 1);
     EXPECT_EQ(type_keys(&plane(), " "), 1);
+    EXPECT_EQ(pixels(section().image).count(red), 2);
     EXPECT_NE(map().phi, phi);
     EXPECT_EQ(plane().segment_state, 2);
     EXPECT_EQ(pixels(plane().image).count(white),

@@ -149,8 +149,7 @@ TEST_F(poincare_billiard_test, the_view_stays_in_the_section) {
 TEST_F(poincare_billiard_test, a_circle_about_a_periodic_point_finds_it_and_starts_there) {
     take_curve(new TEllipseFunction(1.0));
     section().foreground = red;
-    // The short axis of this ellipse, from (0, 1) to (0, -1), is one of the two unstable... the
-    // bounce along the x axis, from S = 0, is out of the section; that along y is at S = 1/4.
+    // The ball that runs to and fro along the long axis, from (0, 1), which is S = 1/4, to (0, -1).
     with_dialogs([] { section().find_fixed_point(0.252, 0.004, 0.02, 0.02); },
                  {expect_box("Information", "Found fixpoint of order 2 at (0.25,")});
     double S, P;
