@@ -105,8 +105,8 @@ double TIntegrator::AdaptiveGauss(double a, double b, double tol, int n) {
         const double error_of_halves = halves[0].error + halves[1].error;
         sum += halves[0].value + halves[1].value - whole.value;
         error += error_of_halves - whole.error;
-        const bool noise = error_of_halves > 0.9 * whole.error &&
-                           whole.error < 1e-5 * std::fabs(whole.value);
+        const bool noise =
+            error_of_halves > 0.9 * whole.error && whole.error < 1e-5 * std::fabs(whole.value);
         const int stuck = noise ? whole.stuck + 1 : 0;
         for (part& p : halves) {
             p.stuck = stuck;

@@ -25,7 +25,8 @@ int plain_search(int low, int high, double x, const double* xs) {
 // Start of the window whose middle is row `i`, which may be any number at all.
 int window_about(double i, int n) {
     const double last = n - 1 - window;
-    const double first = i - window / 2;
+    constexpr int below = window / 2;
+    const double first = i - below;
     if (!(first > 0)) return 0; // also where i is not a number
     return static_cast<int>(std::min(first, last));
 }

@@ -40,8 +40,9 @@ sample_lattice::sample_lattice(section& map, const region& where, int half, int 
 }
 
 point sample_lattice::node(int sample) const {
-    const point w = where.way(static_cast<double>(sample % side - half) / half,
-                              static_cast<double>(sample / side - half) / half);
+    const int column = sample % side - half;
+    const int row = sample / side - half;
+    const point w = where.way(static_cast<double>(column) / half, static_cast<double>(row) / half);
     return {where.centre.x + w.x, where.centre.y + w.y};
 }
 
@@ -80,17 +81,19 @@ void sample_lattice::add_zero(int a, int b, int c, int order, std::vector<guess>
 
 std::vector<sample_lattice::guess> sample_lattice::zeros(int order) const {
     std::vector<guess> all;
-    for (int row = 0; row + 1 < side; ++row)
+    for (int row = 0; row + 1 < side; ++row) {
         for (int column = 0; column + 1 < side; ++column) {
             const int corner = index(column, row), across = index(column + 1, row + 1);
             add_zero(corner, index(column + 1, row), across, order, all);
             add_zero(corner, index(column, row + 1), across, order, all);
         }
+    }
     return all;
 }
 
 std::vector<sample_lattice::guess> sample_lattice::close_returns(int order) const {
     std::vector<guess> all;
+    all.reserve(static_cast<std::size_t>(side) * side);
     for (int sample = 0; sample < side * side; ++sample)
         all.push_back({node(sample), length(way(sample, order))});
     return all;

@@ -3,12 +3,40 @@
 #include "billiard/fox/FMain.h"
 #include "libfoxaux/fox-utils/layout.h"
 
+#include <X11/Xlib.h>
+
 #include <cmath>
+#include <cstdio>
+#include <cstdlib>
 
 namespace {
 
 int pixels(double length) {
     return static_cast<int>(std::rint(length));
+}
+
+// The connection to the display has broken; Xlib lets nobody go on from here. The toolkit's own
+// handler would abort, as if the fault were the program's.
+int display_lost(Display*) {
+    std::fputs("billiard: the connection to the display is lost\n", stderr);
+    std::_Exit(EXIT_FAILURE);
+}
+
+// Opens the fonts and the root window. A font told in the settings may be none at all.
+void create(FXApp* app) {
+    try {
+        app->create();
+        return;
+    } catch (const FXFontException&) {
+        app->setNormalFont(new FXFont(app, "Sans", 9));
+    }
+    try {
+        app->create();
+    } catch (const FXFontException&) {
+        std::fputs("billiard: there is no font on this system; install one, such as DejaVu\n",
+                   stderr);
+        std::_Exit(EXIT_FAILURE);
+    }
 }
 
 } // namespace
@@ -18,7 +46,8 @@ int main(int argc, char** argv) {
     // function would take every window with it, while the toolkit is still at work on them.
     auto* app = new FXApp("Billiard", "Iterra");
     app->init(argc, argv, true);
-    app->create();
+    XSetIOErrorHandler(display_lost);
+    create(app);
 
     layout_root area;
     area.zoom(0.9, 0.9);

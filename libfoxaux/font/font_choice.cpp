@@ -20,7 +20,7 @@ FXWindow* window_of(FXObject* sender) {
 void font_choice::take_font(const FXFont* font) {
     FXFontDesc actual;
     font->getFontDesc(actual);
-    const FXString face = font->getActualName();
+    const FXString& face = font->getActualName();
     if (!face.empty()) { // empty only before the font was created
         strncpy(actual.face, face.text(), sizeof(actual.face) - 1);
         actual.face[sizeof(actual.face) - 1] = '\0';
