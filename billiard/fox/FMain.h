@@ -28,36 +28,6 @@ public:
     FXCheckButton* loop_check = nullptr;
     TBilliardMap map; ///< a new curve replaces only the TRadiusFunction inside it
 
-protected:
-    FMain() = default;
-
-private:
-    FMain(const FMain&) = delete;
-    FMain& operator=(const FMain&) = delete;
-
-    void build_canvas(FXComposite* parent);
-    void build_panel(FXComposite* parent);
-    void build_function_menu();
-    void build_coordinate_window(FXApp* app);
-    void toggle_coordinate_window();
-    void follow_loop_check();
-    bool run_command(FXuint id);
-
-    /// Asks for the parameters of the curve with that message id and installs what is accepted.
-    long curve_dialog(FXuint id);
-
-public:
-    long onClose(FXObject*, FXSelector, void*);
-    long onCommand(FXObject*, FXSelector, void*);
-    long onCmdShowPosition(FXObject*, FXSelector, void*);
-    long onCmdOvalA(FXObject*, FXSelector, void*);
-    long onCmdOvalB(FXObject*, FXSelector, void*);
-    long onCmdEllipse(FXObject*, FXSelector, void*);
-    long onCmdStadium(FXObject*, FXSelector, void*);
-    long onCmdOvalC(FXObject*, FXSelector, void*);
-    long onCmdFormula(FXObject*, FXSelector, void*);
-    long onCmdTriangle(FXObject*, FXSelector, void*);
-
     enum {
         ID_SHOW_POSITION = FXMainWindow::ID_LAST,
         ID_COMMAND_FIRST, ///< the ids from here to ID_COMMAND_LAST go to onCommand
@@ -98,4 +68,33 @@ public:
 
     /// Checks (1) or clears (0) the "Loop" button; any other value does nothing.
     void set_loop_check(int state);
+
+    long onClose(FXObject*, FXSelector, void*);
+    long onCommand(FXObject*, FXSelector, void*);
+    long onCmdShowPosition(FXObject*, FXSelector, void*);
+    long onCmdOvalA(FXObject*, FXSelector, void*);
+    long onCmdOvalB(FXObject*, FXSelector, void*);
+    long onCmdEllipse(FXObject*, FXSelector, void*);
+    long onCmdStadium(FXObject*, FXSelector, void*);
+    long onCmdOvalC(FXObject*, FXSelector, void*);
+    long onCmdFormula(FXObject*, FXSelector, void*);
+    long onCmdTriangle(FXObject*, FXSelector, void*);
+
+protected:
+    FMain() = default;
+
+private:
+    FMain(const FMain&) = delete;
+    FMain& operator=(const FMain&) = delete;
+
+    void build_canvas(FXComposite* parent);
+    void build_panel(FXComposite* parent);
+    void build_function_menu();
+    void build_coordinate_window(FXApp* app);
+    void toggle_coordinate_window();
+    void follow_loop_check();
+    bool run_command(FXuint id);
+
+    /// Asks for the parameters of the curve with that message id and installs what is accepted.
+    long curve_dialog(FXuint id);
 };

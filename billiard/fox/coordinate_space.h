@@ -31,19 +31,6 @@ public:
     FXColor boundary_color = 0;
     FXColor head_color = 0; ///< the newest segment
 
-protected:
-    coordinate_space() = default;
-
-private:
-    coordinate_space(const coordinate_space&) = delete;
-    coordinate_space& operator=(const coordinate_space&) = delete;
-
-    void draw_boundary(bool clear);
-    void draw_head(FXColor color);
-    void draw_segment(FXDC& dc, double x1, double y1, double x2, double y2) const;
-    bool clip_to_image(double& x1, double& y1, double& x2, double& y2) const;
-
-public:
     coordinate_space(FXComposite* parent, FXuint opts, FXint x, FXint y, FXint w, FXint h);
 
     /// Draws the bare curve at the present size of `image`. The two stored bounces stay.
@@ -62,6 +49,18 @@ public:
     /// Takes the map's present impact as the next point of the path and draws the segment that
     /// leads there. The caller shows the picture by update().
     void add_bounce();
+
+protected:
+    coordinate_space() = default;
+
+private:
+    coordinate_space(const coordinate_space&) = delete;
+    coordinate_space& operator=(const coordinate_space&) = delete;
+
+    void draw_boundary(bool clear);
+    void draw_head(FXColor color);
+    void draw_segment(FXDC& dc, double x1, double y1, double x2, double y2) const;
+    bool clip_to_image(double& x1, double& y1, double& x2, double& y2) const;
 };
 
 /// The top-level window that the path canvas fills. Closing it only hides it.
@@ -71,15 +70,14 @@ class coordinate_space_win : public FXMainWindow {
 public:
     coordinate_space* canvas = nullptr; ///< owned by the widget tree
 
+    coordinate_space_win(FXApp* app, FXint x, FXint y, FXint w, FXint h);
+
+    long onClose(FXObject*, FXSelector, void*);
+
 protected:
     coordinate_space_win() = default;
 
 private:
     coordinate_space_win(const coordinate_space_win&) = delete;
     coordinate_space_win& operator=(const coordinate_space_win&) = delete;
-
-public:
-    long onClose(FXObject*, FXSelector, void*);
-
-    coordinate_space_win(FXApp* app, FXint x, FXint y, FXint w, FXint h);
 };

@@ -34,6 +34,10 @@ std::unique_ptr<TRadiusFunction> checked(Values... values) {
     return curve;
 }
 
+std::unique_ptr<TRadiusFunction> formula(const curve_values& values) {
+    return std::make_unique<symbolic::TSymbolicRadius>(std::get<FXString>(values.at(0)).text());
+}
+
 std::unique_ptr<TRadiusFunction> triangle(const curve_values& degrees) {
     auto curve = std::make_unique<TTriangleFunction>();
     if (!curve->setDegrees(real(degrees, 0), real(degrees, 1))) return nullptr;
@@ -46,42 +50,59 @@ std::unique_ptr<TRadiusFunction> triangle(const curve_values& degrees) {
 const std::vector<curve_entry>& curve_table() {
     using values = const curve_values&;
     static const std::vector<curve_entry> table = {
-        {"Ellipse", FMain::ID_ELLIPSE, family<TEllipseFunction>,
-         {{"e", 0.5, 254}},
-         [](values v) { return checked<TEllipseFunction>(real(v, 0)); },
-         "parameter wrong"},
+        {.name = "Ellipse",
+         .id = FMain::ID_ELLIPSE,
+         .heading = family<TEllipseFunction>,
+         .parameters = {{"e", 0.5, 254}},
+         .build = [](values v) { return checked<TEllipseFunction>(real(v, 0)); },
+         .refusal = "parameter wrong"},
 
-        {"Oval Type A", FMain::ID_OVAL_A, family<TOvalAFunction>,
-         {{"c", 5.0, 147}},
-         [](values v) { return checked<TOvalAFunction>(real(v, 0)); },
-         "parameter wrong"},
+        {.name = "Oval Type A",
+         .id = FMain::ID_OVAL_A,
+         .heading = family<TOvalAFunction>,
+         .parameters = {{"c", 5.0, 147}},
+         .build = [](values v) { return checked<TOvalAFunction>(real(v, 0)); },
+         .refusal = "parameter wrong"},
 
-        {"Oval Type B", FMain::ID_OVAL_B, family<TOvalBFunction>,
-         {{"e", 0.3, 201}},
-         [](values v) { return checked<TOvalBFunction>(real(v, 0)); },
-         "parameter wrong"},
+        {.name = "Oval Type B",
+         .id = FMain::ID_OVAL_B,
+         .heading = family<TOvalBFunction>,
+         .parameters = {{"e", 0.3, 201}},
+         .build = [](values v) { return checked<TOvalBFunction>(real(v, 0)); },
+         .refusal = "parameter wrong"},
 
-        {"Oval Type C", FMain::ID_OVAL_C, family<TGenOvalFunction>,
-         {{"c", 2.0, 348}, {"n", 3, 358}},
-         [](values v) { return checked<TGenOvalFunction>(real(v, 0), std::get<int>(v.at(1))); },
-         "parameter wrong"},
-
-        {"Stadium", FMain::ID_STADIUM, family<TStadiumFunction>,
-         {{"z", 1.0, 301}},
-         [](values v) { return checked<TStadiumFunction>(real(v, 0)); },
-         "parameter wrong"},
-
-        {"User Defined Formula", FMain::ID_USER_FORMULA, formula_help,
-         {{"R(t)=", "5+sin(t)", 411}},
-         [](values v) -> std::unique_ptr<TRadiusFunction> {
-             return std::make_unique<symbolic::TSymbolicRadius>(std::get<FXString>(v.at(0)).text());
+        {.name = "Oval Type C",
+         .id = FMain::ID_OVAL_C,
+         .heading = family<TGenOvalFunction>,
+         .parameters = {{"c", 2.0, 348}, {"n", 3, 358}},
+         .build = [](values v) {
+             return checked<TGenOvalFunction>(real(v, 0), std::get<int>(v.at(1)));
          },
-         nullptr, field_layout::rows, true, 300, 250},
+         .refusal = "parameter wrong"},
 
-        {"Triangle", FMain::ID_TRIANGLE, family<TTriangleFunction>,
-         {{"alpha(\u00B0)", 60.0, 469}, {"beta(\u00B0)", 70.0, 477}},
-         triangle,
-         "Parameters Wrong", field_layout::matrix},
+        {.name = "Stadium",
+         .id = FMain::ID_STADIUM,
+         .heading = family<TStadiumFunction>,
+         .parameters = {{"z", 1.0, 301}},
+         .build = [](values v) { return checked<TStadiumFunction>(real(v, 0)); },
+         .refusal = "parameter wrong"},
+
+        {.name = "User Defined Formula",
+         .id = FMain::ID_USER_FORMULA,
+         .heading = formula_help,
+         .parameters = {{"R(t)=", "5+sin(t)", 411}},
+         .build = formula,
+         .cancel_first = true,
+         .width = 300,
+         .height = 250},
+
+        {.name = "Triangle",
+         .id = FMain::ID_TRIANGLE,
+         .heading = family<TTriangleFunction>,
+         .parameters = {{"alpha(\u00B0)", 60.0, 469}, {"beta(\u00B0)", 70.0, 477}},
+         .build = triangle,
+         .refusal = "Parameters Wrong",
+         .layout = field_layout::matrix},
     };
     return table;
 }

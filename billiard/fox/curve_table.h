@@ -32,10 +32,10 @@ struct curve_entry {
     std::vector<curve_parameter> parameters;
 
     /// Builds the curve from the fields' values, one for each parameter. Null for values that it
-    /// refuses; throws TError where the error has a text of its own.
+    /// refuses, where there is a refusal; throws TError where the error has a text of its own.
     std::unique_ptr<TRadiusFunction> (*build)(const curve_values& values);
 
-    const char* refusal; ///< what the box says when `build` gives null; null: it never does
+    const char* refusal = nullptr; ///< what the box says when `build` gives null
 
     field_layout layout = field_layout::rows;
     bool cancel_first = false;   ///< order of the buttons

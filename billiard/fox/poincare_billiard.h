@@ -19,16 +19,6 @@ public:
     FMain* main = nullptr;       ///< filled by FMain right after construction
     TBilliardMap* map = nullptr; ///< held by FMain; filled together with `main`
 
-protected:
-    poincare_billiard() = default;
-
-private:
-    poincare_billiard(const poincare_billiard&) = delete;
-    poincare_billiard& operator=(const poincare_billiard&) = delete;
-
-    FXWindow* box_owner();
-
-public:
     poincare_billiard(FXComposite* parent, FXuint opts, FXint x, FXint y, FXint w, FXint h);
 
     /// "f" arms the fixed point capture; the other keys are those of the base class.
@@ -51,4 +41,13 @@ public:
     /// Looks for a periodic point in the ellipse about (x, y) with the radii rx, ry (world units),
     /// tells what was found in a box and makes it the new start. No error leaves it.
     void find_fixed_point(double x, double y, double rx, double ry) override;
+
+protected:
+    poincare_billiard() = default;
+
+private:
+    poincare_billiard(const poincare_billiard&) = delete;
+    poincare_billiard& operator=(const poincare_billiard&) = delete;
+
+    FXWindow* box_owner();
 };

@@ -14,21 +14,12 @@
 /// to keep an earlier state; after a resize both hold undefined pixels until render() has run.
 class FBufferedWindow : public FXWindow {
     FXDECLARE(FBufferedWindow)
+
 public:
     bool first_draw = true;    ///< until the first paint has looked at it
     FXImage* image = nullptr;  ///< the picture, owned; no client-side pixels
     kit::string picture_title; ///< title of the save dialog
     FXImage* backup = nullptr; ///< owned; null until ensure_backup()
-
-protected:
-    FBufferedWindow() = default;
-
-private:
-    static void copy_image(FXImage* dst, FXImage* src);
-
-public:
-    long onPaint(FXObject*, FXSelector, void*);
-    long onKeyPress(FXObject*, FXSelector, void*);
 
     FBufferedWindow(FXComposite* parent, FXuint opts, FXint x, FXint y, FXint w, FXint h);
     FBufferedWindow(const FBufferedWindow&) = delete;
@@ -79,4 +70,13 @@ public:
     void global_fonts_dialog();
 
     ~FBufferedWindow() override;
+
+    long onPaint(FXObject*, FXSelector, void*);
+    long onKeyPress(FXObject*, FXSelector, void*);
+
+protected:
+    FBufferedWindow() = default;
+
+private:
+    static void copy_image(FXImage* dst, FXImage* src);
 };

@@ -15,6 +15,7 @@
 /// the points. `backup` is the picture from before the last start; undo() brings it back.
 class FPoincareWin : public basic_plotter {
     FXDECLARE(FPoincareWin)
+
 public:
     functor1<void, int> loop_changed;  ///< told 1 before the loop starts, 0 before it stops
     int iterations = 100;              ///< steps of one iterate()
@@ -25,19 +26,6 @@ public:
     std::vector<FXColor> cycle_colors; ///< the colours of the key "z", in order
     unsigned cycle_index = 0;          ///< of the next colour to take
 
-protected:
-    FPoincareWin() = default;
-
-private:
-    void loop_body();
-    void toggle_loop();
-    void next_color();
-    double drag_length() const;
-    void draw_circle(FXDC& dc) const;
-    void draw_cross(FXDC& dc) const;
-    void erase_capture();
-
-public:
     FPoincareWin(FXComposite* parent, FXuint opts, FXint x, FXint y, FXint w, FXint h);
 
     void render() override;
@@ -89,4 +77,16 @@ public:
 
     /// Fills `cycle_colors` and goes back to its first colour.
     void init_cycle_color();
+
+protected:
+    FPoincareWin() = default;
+
+private:
+    void loop_body();
+    void toggle_loop();
+    void next_color();
+    double drag_length() const;
+    void draw_circle(FXDC& dc) const;
+    void draw_cross(FXDC& dc) const;
+    void erase_capture();
 };

@@ -29,15 +29,17 @@ public:
 /// the old one stays, and so zooming in ends where zooming out still works.
 class basic_plotter : public FBufferedWindow, public map_wrap, public color_manager {
     FXDECLARE(basic_plotter)
+
 public:
     FXCursor* normal_cursor = nullptr; ///< of the idle state, not owned
     FXCursor* zoom_cursor = nullptr;   ///< while something is armed or dragged, not owned
     int anchor_x = 0, anchor_y = 0;    ///< where a drag began, in window pixels
-    int end_x = -1, end_y = -1;        ///< where it is; end_x is nothing_drawn before a motion
-    int mode = 0;                      ///< state of the mouse, one of mouse_mode
-    int bar_y = 0;                     ///< top edge of the position bar, in window pixels
+    int end_x = nothing_drawn;         ///< where it is
+    int end_y = -1;
+    int mode = 0;  ///< state of the mouse, one of mouse_mode
+    int bar_y = 0; ///< top edge of the position bar, in window pixels
 
-    static constexpr int nothing_drawn = -1;
+    static constexpr int nothing_drawn = -1; ///< `end_x` before the first motion of a drag
 
     /// The states of the mouse; the last two belong to FPoincareWin.
     enum mouse_mode {
@@ -48,6 +50,60 @@ public:
         circle_armed = 4,
         circle_dragged = 5
     };
+
+    basic_plotter(FXComposite* parent, FXuint opts, FXint x, FXint y, FXint w, FXint h);
+
+    void render() override;
+    long on_key(int key) override;
+    void colors_changed() override;
+
+    /// Called after every change of the world rectangle, before the picture is redrawn.
+    virtual void constrain_view() {}
+
+    /// Redraws the picture and shows it.
+    virtual void redraw();
+
+    /// Leaves any mouse state.
+    virtual void cancel_mode();
+
+    /// Sets the world rectangle to the whole range; here, where none is known, 1.5 times larger.
+    virtual void zoom_full();
+
+    /// Arms the zoom by mouse if the mouse is idle.
+    virtual void arm_zoom();
+
+    /// Takes the rubber band, which has been drawn and has an area, as the new world rectangle.
+    virtual void apply_zoom();
+
+    /// Zooms out: to the whole range, or by 1.5 about the centre.
+    virtual void zoom_out(bool entirely);
+
+    virtual void left_press(FXEvent* event);
+    virtual void left_release(FXEvent* event);
+    virtual void mouse_motion(FXEvent* event);
+
+    /// Gives the text of the position bar: the world coordinates of the pointer, x first.
+    virtual void position_text(kit::wstring& text, FXEvent* event);
+
+    /// Clears `image`, fits the map to it and draws both axes with their titles. `iso` gives both
+    /// axes one scale. For render() of a subclass, once `image` is created.
+    void draw_frame(const wchar_t* xtitle, const wchar_t* ytitle, bool iso);
+
+    /// The dialog "Change Position": the range by its corners or by centre and size.
+    void position_dialog();
+
+    /// Draws the bar with the pointer's world position on the window, at `bar_y`.
+    void draw_position_bar(FXEvent* event);
+
+    /// Moves `rect` inside `limit`; what is larger than `limit` becomes as large.
+    static void limit_rect(TRect& rect, const TRect& limit);
+
+    long onEnter(FXObject*, FXSelector, void*);
+    long onLeftBtnPress(FXObject*, FXSelector, void*);
+    long onLeftBtnRelease(FXObject*, FXSelector, void*);
+    long onRightBtnPress(FXObject*, FXSelector, void*);
+    long onRightBtnRelease(FXObject*, FXSelector, void*);
+    long onMotion(FXObject*, FXSelector, void*);
 
 protected:
     basic_plotter();
@@ -99,59 +155,4 @@ private:
     bool band_has_area() const;
     void draw_band(FXDC& dc) const;
     void clear_image(FXDC& dc) const;
-
-public:
-    long onEnter(FXObject*, FXSelector, void*);
-    long onLeftBtnPress(FXObject*, FXSelector, void*);
-    long onLeftBtnRelease(FXObject*, FXSelector, void*);
-    long onRightBtnPress(FXObject*, FXSelector, void*);
-    long onRightBtnRelease(FXObject*, FXSelector, void*);
-    long onMotion(FXObject*, FXSelector, void*);
-
-    basic_plotter(FXComposite* parent, FXuint opts, FXint x, FXint y, FXint w, FXint h);
-
-    void render() override;
-    long on_key(int key) override;
-    void colors_changed() override;
-
-    /// Called after every change of the world rectangle, before the picture is redrawn.
-    virtual void constrain_view() {}
-
-    /// Redraws the picture and shows it.
-    virtual void redraw();
-
-    /// Leaves any mouse state.
-    virtual void cancel_mode();
-
-    /// Sets the world rectangle to the whole range; here, where none is known, 1.5 times larger.
-    virtual void zoom_full();
-
-    /// Arms the zoom by mouse if the mouse is idle.
-    virtual void arm_zoom();
-
-    /// Takes the rubber band, which has been drawn and has an area, as the new world rectangle.
-    virtual void apply_zoom();
-
-    /// Zooms out: to the whole range, or by 1.5 about the centre.
-    virtual void zoom_out(bool entirely);
-
-    virtual void left_press(FXEvent* event);
-    virtual void left_release(FXEvent* event);
-    virtual void mouse_motion(FXEvent* event);
-
-    /// Gives the text of the position bar: the world coordinates of the pointer, x first.
-    virtual void position_text(kit::wstring& text, FXEvent* event);
-
-    /// Clears `image`, fits the map to it and draws both axes with their titles. `iso` gives both
-    /// axes one scale. For render() of a subclass, once `image` is created.
-    void draw_frame(const wchar_t* xtitle, const wchar_t* ytitle, bool iso);
-
-    /// The dialog "Change Position": the range by its corners or by centre and size.
-    void position_dialog();
-
-    /// Draws the bar with the pointer's world position on the window, at `bar_y`.
-    void draw_position_bar(FXEvent* event);
-
-    /// Moves `rect` inside `limit`; what is larger than `limit` becomes as large.
-    static void limit_rect(TRect& rect, const TRect& limit);
 };

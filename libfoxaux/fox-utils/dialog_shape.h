@@ -91,14 +91,13 @@ public:
         return &targets.emplace_back(value);
     }
 
-private:
-    std::list<FXDataTarget> targets; ///< what the fields point at
+    long onMap(FXObject*, FXSelector, void*);
 
 protected:
     dialog_shape() = default;
 
-public:
-    long onMap(FXObject*, FXSelector, void*);
+private:
+    std::list<FXDataTarget> targets; ///< what the fields point at
 };
 
 /// Gives the focus to the first text field shown in a dialog, which must have been created, and

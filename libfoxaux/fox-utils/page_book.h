@@ -13,17 +13,17 @@
 class page_book : public FXTabBook {
     FXDECLARE(page_book)
 
-protected:
-    page_book() = default;
-
 public:
-    long onFocusStep(FXObject*, FXSelector, void*);
-    long onFocusFromOutside(FXObject*, FXSelector, void*);
-
     /// A book that fills its parent.
     explicit page_book(FXComposite* parent);
     page_book(const page_book&) = delete;
     page_book& operator=(const page_book&) = delete;
+
+    long onFocusStep(FXObject*, FXSelector, void*);
+    long onFocusFromOutside(FXObject*, FXSelector, void*);
+
+protected:
+    page_book() = default;
 
 private:
     long enter_page(FXuint type, void* event);
