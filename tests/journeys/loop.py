@@ -4,9 +4,12 @@ from journey import PATH_BLUE, check, make_room, run, until
 
 
 def running(program):
-    """Whether the picture gains points; the loop shows them about once a second."""
-    before = len(program.plotted())
-    until(lambda: len(program.plotted()) > before, "the loop adds points")
+    """Whether the wiped picture gains points; the loop shows them about once a second.
+
+    Without the wipe an orbit may have filled all of its pixels already.
+    """
+    program.keys("d")
+    until(lambda: len(program.plotted()) > 0, "the loop adds points")
 
 
 def stopped(program):
