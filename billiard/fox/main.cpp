@@ -22,13 +22,23 @@ int display_lost(Display*) {
     std::_Exit(EXIT_FAILURE);
 }
 
-// Opens the fonts and the root window. A font told in the settings may be none at all.
+// Forgets the settings that the toolkit takes its first font from, in this run only.
+void forget_font_settings(FXApp* app) {
+    app->reg().deleteEntry("SETTINGS", "normalfont");
+    app->reg().deleteEntry("SETTINGS", "screenres");
+    app->reg().setModified(false);
+    app->getNormalFont()->setFont("Sans,90");
+}
+
+// Opens the fonts and the root window. The settings may name a font, or a size, that is none.
 void create(FXApp* app) {
+    constexpr FXuint largest = 1000; // tenths of a point; the display refuses letters far beyond
+    if (app->getNormalFont()->getSize() > largest) forget_font_settings(app);
     try {
         app->create();
         return;
     } catch (const FXFontException&) {
-        app->setNormalFont(new FXFont(app, "Sans", 9));
+        forget_font_settings(app);
     }
     try {
         app->create();
