@@ -226,7 +226,7 @@ TEST(TTriangleFunction, stands_as_described) {
         EXPECT_EQ(t.gamma, 1.061592653589793);
     }
     EXPECT_FALSE(t.setDegrees(100, 90));
-    EXPECT_STREQ(t.instanceText(), "Triangle with angles alpha=57.2958\xb0 and beta=61.8794\xb0");
+    EXPECT_STREQ(t.instanceText(), "Triangle with angles alpha=60\xb0 and beta=61.8794\xb0");
 }
 
 TEST(TTriangleFunction, gives_the_seam_to_the_side_that_is_told) {
@@ -262,6 +262,9 @@ TEST(TRadiusFunction, texts_name_family_and_curve) {
         {{"OvalB", "0.12345"}, "R(phi)=1+e*cos(phi)", "R(phi)=1+0.1235*cos(phi)"},
         {{"OvalC", "2 3"}, "R(phi)=c+cos(n*phi)", "R(phi)=2+cos(3*phi)"},
         {{"Stadium", "0.5"}, "Stadium with ratio z", "Stadium with ratio 0.5"},
+        {{"Triangle", "60 45"},
+         "Triangle with angles alpha and beta (in degree)",
+         "Triangle with angles alpha=60\xb0 and beta=45\xb0"},
         {{"Fourier", "3 5 0 0 0 1 0.5"},
          "A[0]+A[1]*cos(1*t+PH[1]) +A[2]*cos(2*t+PH[2]) ",
          "5+ (0)*cos(1*t+0) + (1)*cos(2*t+0.5) "},
