@@ -329,7 +329,6 @@ TEST(FPoincareWin, ACaptureWithoutMotionOrCancelledSearchesNothing) {
 
 TEST(FPoincareWin, NoLoopRunsThroughADragOrASearch) {
     toy window;
-    const pixels before(window->image);
     window->orbit = {{0, 0}}; // a corner, away from the circle
     for (const bool circle : {true, false}) {
         if (circle)
