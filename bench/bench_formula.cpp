@@ -2,7 +2,7 @@
 // Typed formulas beside the same written in C++, and beside a well-known formula parser.
 #include "bench/figure_table.h"
 #include "billiard/radius-core/TSymbolicRadius.h"
-#include "mathkit/fast_trig.h"
+#include "mathkit/sincos.h"
 
 #include <benchmark/benchmark.h>
 #include <muParser.h>
@@ -66,7 +66,7 @@ void add_formula(figure_table& table, const std::string& formula, double (*nativ
     add_benchmark(formula + "/native R", native);
     add_benchmark(formula + "/both", [curve](double t) {
         double s, c, r, dr; // a bounce has sine and cosine at hand; here they count
-        fast_trig::sine_cosine(t, s, c);
+        kit::sincos(t, s, c);
         curve->value_and_slope(t, s, c, r, dr);
         return r + dr;
     });
