@@ -28,7 +28,7 @@ struct boost_search {
             return std::pair(last, distance.dg(theta));
         };
         try {
-            const int digits = 40; // binary: the 1e-12 of the other searches
+            const int digits = 53; // binary: the 1e-12 of the other searches
             boost::uintmax_t steps = 200;
             const double theta = boost::math::tools::newton_raphson_iterate(
                 function, 0.5 * (a + b), std::min(a, b), std::max(a, b), digits, steps);

@@ -62,7 +62,7 @@ Number run(const step* at, Number* s) {
     for (;; ++at) {
         switch (at->operation) {
         case opcode::end:
-            return acc;
+            return acc + at->k;
         case opcode::number:
             acc = Number(at->k);
             break;
@@ -208,9 +208,7 @@ Number run(const step* at, Number* s) {
 
 } // namespace
 
-postfix_list::postfix_list() : steps(2) {
-    steps.front().operation = opcode::number;
-}
+postfix_list::postfix_list() : steps(1) {}
 
 double postfix_list::eval_double(double* stack) const {
     double* slot = stack;

@@ -12,7 +12,7 @@ namespace symbolic {
 /// What a step does. `acc` is the top of the stack, which stays in a register; s[] is the stack
 /// below it; a, b, c and k are the fields of the step.
 enum class opcode : std::uint16_t {
-    end,          ///< acc is the result
+    end,          ///< acc + k is the result
     number,       ///< acc = k
     load,         ///< acc = s[a]
     load_mul_k,   ///< acc = s[a] * k

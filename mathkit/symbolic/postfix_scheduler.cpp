@@ -55,9 +55,20 @@ postfix_list postfix_scheduler::list() {
         put(opcode::store, made.first_slot);
     }
     emit(source.results.back());
-    put(opcode::end);
+    put_end();
     if (made.stack_entries == 0) made.stack_entries = 1;
     return std::move(made);
+}
+
+/// Many curves are a number plus something: a last sum with a number belongs to the end.
+void postfix_scheduler::put_end() {
+    constexpr double nothing = -0.0; // which changes no number, not even -0
+    step& last = made.steps.back();
+    if (last.operation == opcode::add_k) {
+        last.operation = opcode::end;
+    } else {
+        put(opcode::end, 0, 0, nothing);
+    }
 }
 
 void postfix_scheduler::count_uses() {

@@ -32,6 +32,7 @@ private:
         double factor = 0;
     };
 
+    void put_end();
     void count_uses();
     void choose_angles();
     void give_partners();

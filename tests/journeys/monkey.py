@@ -203,13 +203,26 @@ class Monkey:
         self.recover()
         program = self.program
         self.do("windowsize", program.main, 700, 500)
-        until(lambda: program.geometry(program.main)[2:] == [700, 500], "the usual size")
+        # The window manager sizes the window at once, the program what is in it when it has time.
+        until(lambda: program.geometry(program.children(program.main)[0])[2:] == [700, 500],
+              "the usual size of the window's content")
         self.do("windowactivate", "--sync", program.main)
         before = program.path_window()
         program.press("Show Billiard")
         until(lambda: (program.path_window() is None) != (before is None),
               "an answer to the button Show Billiard")
         self.no_report()
+
+    def scene(self):
+        """What is on the screen and what the program does, for whoever reads a failure."""
+        if self.program.process.poll() is not None:
+            return "The program has ended."
+        picture = os.path.join(tempfile.gettempdir(), f"monkey-{self.seed}.png")
+        subprocess.run(["import", "-window", "root", picture], check=False, timeout=60)
+        with open(f"/proc/{self.program.process.pid}/stat", encoding="ascii") as stat:
+            fields = stat.read().rpartition(")")[2].split()
+        return (f"The screen: {picture}; the windows, from the bottom: {self.clients()}; the "
+                f"program is in state {fields[0]} after {fields[11]} ticks of work")
 
     def no_report(self):
         report = self.program.stderr()
@@ -242,6 +255,7 @@ def main():
     except (Failure, subprocess.TimeoutExpired) as failure:
         print(f"FAILED with seed {arguments.seed}: {failure}\nThe last steps:")
         print("\n".join(line[:200] for line in monkey.log[-40:]))
+        print(monkey.scene())
         print(monkey.program.stderr().decode(errors="replace")[:20000])
         sys.exit(1)
     finally:

@@ -176,13 +176,13 @@ TEST(postfix_compiler, computes_two_results_from_given_sine_and_cosine) {
 TEST(postfix_list, is_as_short_as_the_formula_allows) {
     const struct {
         const char* text;
-        int steps; ///< with the closing one
+        int steps; ///< with the closing one, which takes a last sum with a number
     } cases[] = {{"3", 2},
                  {"1+2*3", 2},
                  {"t", 2},
-                 {"5+sin(t)", 3},
-                 {"5+sin(3*t)", 3},
-                 {"2*t+1", 3},
+                 {"5+sin(t)", 2},
+                 {"5+sin(3*t)", 2},
+                 {"2*t+1", 2},
                  {"exp(sin(t))*exp(sin(t))", 4},
                  {"sin(t)/cos(t)", 3},
                  {"-(-t)", 2}};
