@@ -121,22 +121,12 @@ TEST(TError, CarriesTextAndPosition) {
 }
 
 TEST(html_colors, KnowsTheKeywordsInAnyCase) {
-    struct Case {
-        const char* name;
-        unsigned color;
-    };
-    for (const Case& c : {Case{"black", 0x000000},       Case{"white", 0xffffff},
-                          Case{"gray", 0x808080},        Case{"red", 0xff0000},
-                          Case{"green", 0x008000},       Case{"blue", 0x0000ff},
-                          Case{"cyan", 0x00ffff},        Case{"indigo", 0x4b0082},
-                          Case{"darkblue", 0x00008b},    Case{"gold", 0xffd700},
-                          Case{"deeppink", 0xff1493},    Case{"olive", 0x808000},
-                          Case{"springgreen", 0x00ff7f}, Case{"DarkSlateGray", 0x2f4f4f},
-                          Case{"LIGHTGREY", 0xd3d3d3},   Case{"steelblue", 0x4682b4},
-                          Case{"aquamarine", 0x7fffd4},  Case{"wheat", 0xf5deb3},
-                          Case{"brown", 0xa52a2a},       Case{"aliceblue", 0xf0f8ff},
-                          Case{"yellowgreen", 0x9acd32}, Case{"rebeccapurple", 0x663399}})
-        EXPECT_EQ(html_colors::name2color(c.name), c.color) << c.name;
+    const std::pair<const char*, unsigned> colors[] = {
+        {"black", 0x000000},         {"white", 0xffffff},     {"red", 0xff0000},
+        {"green", 0x008000},         {"aliceblue", 0xf0f8ff}, {"yellowgreen", 0x9acd32},
+        {"DarkSlateGray", 0x2f4f4f}, {"LIGHTGREY", 0xd3d3d3}, {"rebeccapurple", 0x663399}};
+    for (const auto& [name, color] : colors)
+        EXPECT_EQ(html_colors::name2color(name), color) << name;
     for (const char* wrong : {"", "re", "redd", " red", "#ff0000", "zzz", "%s%n"})
         EXPECT_THROW(html_colors::name2color(wrong), TError) << wrong;
     EXPECT_THROW(html_colors::name2color(nullptr), TError);

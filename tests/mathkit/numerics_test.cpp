@@ -4,6 +4,7 @@
 #include <functional>
 #include <limits>
 #include <random>
+#include <utility>
 #include <vector>
 
 #include <gtest/gtest.h>
@@ -24,14 +25,17 @@ public:
     std::function<double(double)> value, slope;
     int calls = 0;
 
+    function_root(std::function<double(double)> value, std::function<double(double)> slope)
+        : value(std::move(value)),
+          slope(std::move(slope)) {}
     double f(double x) override { return ++calls, value(x); }
     double df(double x) override { return ++calls, slope(x); }
-    void fdf(double x, double& y, double& dy) override {
-        ++calls;
-        y = value(x);
-        dy = slope(x);
-    }
+    void fdf(double x, double& y, double& dy) override { ++calls, y = value(x), dy = slope(x); }
 };
+
+double one(double) {
+    return 1;
+}
 
 struct root_case {
     const char* name;
@@ -41,14 +45,13 @@ struct root_case {
 };
 
 const root_case root_cases[] = {
-    {"line", [](double x) { return x - 0.3; }, [](double) { return 1.0; }, 0, 1, 0.3, 5, 6},
-    {"ends swapped", [](double x) { return x - 0.3; }, [](double) { return 1.0; }, 1, 0, 0.3, 5, 6},
+    {"line", [](double x) { return x - 0.3; }, one, 0, 1, 0.3, 5, 6},
+    {"ends swapped", [](double x) { return x - 0.3; }, one, 1, 0, 0.3, 5, 6},
     {"cosine", [](double x) { return std::cos(x) - x; }, [](double x) { return -std::sin(x) - 1; },
      0, 1, 0.739085133215160642, 9, 12},
     {"zero at the first end", [](double x) { return x * (x - 2); },
      [](double x) { return 2 * x - 2; }, 0, 1, 0, 2, 2},
-    {"zero at the second end", [](double x) { return x - 1; }, [](double) { return 1.0; }, 0, 1, 1,
-     2, 2},
+    {"zero at the second end", [](double x) { return x - 1; }, one, 0, 1, 1, 2, 2},
     {"triple root, flat", [](double x) { return (x - 0.4) * (x - 0.4) * (x - 0.4); },
      [](double x) { return 3 * (x - 0.4) * (x - 0.4); }, 0, 1, 0.4, 200, 200},
     {"flat derivative at the middle", [](double x) { return x * x * x - 0.001; },
@@ -66,26 +69,20 @@ const root_case root_cases[] = {
     {"derivative that is infinite at the middle",
      [](double x) { return std::copysign(std::sqrt(std::fabs(x)), x) + 0.5; },
      [](double x) { return 0.5 / std::sqrt(std::fabs(x)); }, -1, 1, -0.25, 30, 30},
-    {"large numbers", [](double x) { return x - 1e200; }, [](double) { return 1.0; }, 0, 1e300,
-     1e200, 700, 700},
+    {"large numbers", [](double x) { return x - 1e200; }, one, 0, 1e300, 1e200, 700, 700},
 };
 
 TEST(TRootSolver, finds_the_root_in_the_bracket) {
     for (const root_case& c : root_cases) {
-        const double near = std::fmax(2e-12, 4e-16 * std::fabs(c.root));
         const bool triple = c.root == 0.4; // a function flat to rounding around its root
-        function_root r;
-        r.value = c.value;
-        r.slope = c.slope;
-        double a = c.a;
-        double b = c.b;
-        EXPECT_NEAR(r.safe_newton(a, b, 1e-12), c.root, triple ? 1e-4 : near) << c.name;
-        EXPECT_LE(r.calls, c.newton_calls) << c.name;
-        a = c.a;
-        b = c.b;
-        r.calls = 0;
-        EXPECT_NEAR(r.brent1(a, b, 1e-12), c.root, triple ? 1e-4 : near) << c.name;
-        EXPECT_LE(r.calls, c.brent_calls) << c.name;
+        const double near = triple ? 1e-4 : std::fmax(2e-12, 4e-16 * std::fabs(c.root));
+        function_root newton{c.value, c.slope}, brent{c.value, c.slope};
+        double a = c.a, b = c.b;
+        EXPECT_NEAR(newton.safe_newton(a, b, 1e-12), c.root, near) << c.name;
+        EXPECT_LE(newton.calls, c.newton_calls) << c.name;
+        a = c.a, b = c.b;
+        EXPECT_NEAR(brent.brent1(a, b, 1e-12), c.root, near) << c.name;
+        EXPECT_LE(brent.calls, c.brent_calls) << c.name;
     }
 }
 
@@ -95,38 +92,28 @@ TEST(TRootSolver, answers_no_number_where_there_is_no_sign_change) {
         [](double x) { return x < 0.5 ? -1.0 : nan; },
         [](double x) { return x > 0.4 && x < 0.6 ? nan : x - 0.5; }};
     for (const auto& f : hopeless) {
-        function_root r;
-        r.value = f;
-        r.slope = [](double) { return 1.0; };
-        double a = 0;
-        double b = 1;
+        function_root r{f, one};
+        double a = 0, b = 1;
         EXPECT_TRUE(std::isnan(r.safe_newton(a, b, 1e-12)));
-        a = 0;
-        b = 1;
+        a = 0, b = 1;
         EXPECT_TRUE(std::isnan(r.brent1(a, b, 1e-12)));
         EXPECT_LE(r.calls, 50);
     }
-}
-
-TEST(TRootSolver, a_bracket_may_end_in_what_is_no_number) {
-    function_root r;
-    r.value = [](double x) { return x - 0.5; };
-    r.slope = [](double) { return 1.0; };
+    function_root line{[](double x) { return x - 0.5; }, one};
     for (const double end : {nan, infinity, -infinity}) {
-        double a = end;
-        double b = 1;
-        r.safe_newton(a, b, 1e-12);
-        a = 0;
-        b = end;
-        r.brent1(a, b, 1e-12);
+        double a = end, b = 1;
+        line.safe_newton(a, b, 1e-12);
+        a = 0, b = end;
+        line.brent1(a, b, 1e-12);
     }
-    EXPECT_LE(r.calls, 20000) << "it ends, whatever the answer";
+    EXPECT_LE(line.calls, 20000) << "it ends, whatever the answer";
 }
 
 class function_integral : public TIntegrator {
 public:
     std::function<double(double)> value;
     long calls = 0;
+    explicit function_integral(std::function<double(double)> value) : value(std::move(value)) {}
     double f(double x) override { return ++calls, value(x); }
 };
 
@@ -156,8 +143,7 @@ TEST(TIntegrator, meets_its_tolerance) {
          20000},
     };
     for (const auto& c : cases) {
-        function_integral i;
-        i.value = c.f;
+        function_integral i(c.f);
         EXPECT_NEAR(i.AdaptiveGauss(c.a, c.b, 1e-12, c.n), c.integral, c.error) << c.name;
         EXPECT_LE(i.calls, c.calls) << c.name;
     }
@@ -176,8 +162,7 @@ TEST(TIntegrator, ends_for_every_integrand) {
         [&](double) { return double(random()); },
     };
     for (const auto& f : hostile) {
-        function_integral i;
-        i.value = f;
+        function_integral i(f);
         for (int k = 0; k < 2000; ++k)
             i.AdaptiveGauss(k * 0.003, (k + 1) * 0.003, 1e-12, 1);
         i.AdaptiveGauss(0, 2 * pi, 1e-12, 36);
@@ -189,25 +174,23 @@ TEST(TIntegrator, ends_for_every_integrand) {
 TEST(bsearch, interpolates_in_even_and_in_defeating_tables) {
     std::mt19937 random(11);
     std::uniform_real_distribution<double> uniform(0, 1);
-    for (const int n : {2, 3, 15, 16, 17, 18, 33, 100, 2001}) {
+    for (const unsigned n : {2, 3, 15, 16, 17, 18, 33, 100, 2001}) {
         for (const double power : {0.0, 1.0, 9.0, 40.0}) {
             std::vector<double> xs, ys;
-            double x = -1;
-            for (int i = 0; i < n; ++i) {
+            for (double x = -1; xs.size() < n; ys.push_back(3 * xs.back() + 1)) {
                 xs.push_back(x);
-                ys.push_back(3 * x + 1);
                 x += power == 0 ? 0.5 : std::pow(uniform(random), power) + 1e-9;
             }
-            for (int i = 0; i < n; ++i) {
-                const double at = xs[std::size_t(i)];
-                ASSERT_NEAR(bsearch_list_lookup(n, at, xs.data(), ys.data()), 3 * at + 1, 1e-9);
-                ASSERT_EQ(bsearch_interval(unsigned(n), at, xs.data()), i);
-                const double below = std::nextafter(at, -10);
-                ASSERT_NEAR(bsearch_list_lookup(n, below, xs.data(), ys.data()), 3 * at + 1, 1e-9);
-                ASSERT_EQ(bsearch_interval(unsigned(n), below, xs.data()), i - 1);
-                const double somewhere = xs[0] + uniform(random) * (xs.back() - xs[0]);
-                ASSERT_NEAR(bsearch_list_lookup(n, somewhere, xs.data(), ys.data()),
-                            3 * somewhere + 1, 1e-7);
+            const auto expect = [&](double x, double error) {
+                ASSERT_NEAR(bsearch_list_lookup(int(n), x, xs.data(), ys.data()), 3 * x + 1, error);
+            };
+            for (int i = 0; i < int(n); ++i) {
+                const double at = xs[std::size_t(i)], below = std::nextafter(at, -10);
+                expect(at, 1e-9);
+                expect(below, 1e-9);
+                expect(xs[0] + uniform(random) * (xs.back() - xs[0]), 1e-7);
+                ASSERT_EQ(bsearch_interval(n, at, xs.data()), i);
+                ASSERT_EQ(bsearch_interval(n, below, xs.data()), i - 1);
             }
         }
     }
@@ -219,41 +202,35 @@ TEST(bsearch, has_an_answer_for_everything) {
         xs.push_back(i < 20 ? i : 20); // a plateau
         ys.push_back(i);
     }
-    EXPECT_EQ(bsearch_list_lookup(40, -5, xs.data(), ys.data()), 0);
-    EXPECT_EQ(bsearch_list_lookup(40, 99, xs.data(), ys.data()), 39);
-    EXPECT_EQ(bsearch_list_lookup(40, infinity, xs.data(), ys.data()), 39);
-    EXPECT_EQ(bsearch_list_lookup(40, 19.5, xs.data(), ys.data()), 19.5);
-    EXPECT_TRUE(std::isnan(bsearch_list_lookup(40, nan, xs.data(), ys.data())));
-    EXPECT_TRUE(std::isnan(bsearch_list_lookup(0, 1, xs.data(), ys.data())));
-    EXPECT_EQ(bsearch_list_lookup(1, 5, xs.data(), ys.data()), 0);
-    EXPECT_EQ(bsearch_interval(40, -0.1, xs.data()), -1);
-    EXPECT_EQ(bsearch_interval(40, nan, xs.data()), -1);
-    EXPECT_EQ(bsearch_interval(40, 20, xs.data()), 39);
-    EXPECT_EQ(bsearch_interval(0, 1, xs.data()), -1);
+    const auto value = [&](double x, int n = 40) {
+        return bsearch_list_lookup(n, x, xs.data(), ys.data());
+    };
+    const auto interval = [&](double x, unsigned n = 40) {
+        return bsearch_interval(n, x, xs.data());
+    };
+    EXPECT_TRUE(value(-5) == 0 && value(99) == 39 && value(infinity) == 39 && value(19.5) == 19.5);
+    EXPECT_TRUE(std::isnan(value(nan)) && std::isnan(value(1, 0)) && value(5, 1) == 0);
+    EXPECT_TRUE(interval(-0.1) == -1 && interval(nan) == -1 && interval(20) == 39);
+    EXPECT_EQ(interval(1, 0), -1);
     // Tables that hold what is no number: any answer, but an answer.
     for (std::size_t i = 3; i < 40; i += 5)
         xs[i] = nan;
-    for (double x = -1; x < 22; x += 0.25) {
-        bsearch_list_lookup(40, x, xs.data(), ys.data());
-        bsearch_interval(40, x, xs.data());
-    }
+    for (double x = -1; x < 22; x += 0.25)
+        value(x), interval(x);
 }
 
 TEST(fast_trig, is_as_exact_as_a_bounce_can_use) {
     std::mt19937_64 random(3);
     std::uniform_real_distribution<double> angle(-10, 10);
     for (int i = 0; i < 200000; ++i) {
-        const double x = i < 1000 ? i * (pi / 8) : angle(random);
-        const double length = std::exp(angle(random));
-        const double y = length * std::sin(x);
-        const double z = length * std::cos(x);
+        const double x = i < 1000 ? i * (pi / 8) : angle(random), length = std::exp(angle(random));
+        const double y = length * std::sin(x), z = length * std::cos(x);
         ASSERT_NEAR(fast_trig::angle_of(y, z), std::atan2(y, z), 9e-16) << y << " " << z;
     }
     const double odd[] = {0.0, -0.0, 1.0, -1.0, 1e300, -1e-300, infinity, -infinity, nan};
     for (const double y : odd) {
         for (const double x : odd) {
-            const double want = std::atan2(y, x);
-            const double got = fast_trig::angle_of(y, x);
+            const double want = std::atan2(y, x), got = fast_trig::angle_of(y, x);
             EXPECT_TRUE(std::isnan(want) ? std::isnan(got) : std::fabs(got - want) < 1e-15)
                 << y << " " << x;
         }

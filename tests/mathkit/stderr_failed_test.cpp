@@ -19,9 +19,8 @@ TEST(StderrFailedDeathTest, ReportsAllItWasTold) {
                  "assertion failed: size\\(\\)>0");
     EXPECT_DEATH(stderr_fatal_error("50%n", "a/b", 1, "void f()"), "a/b:1: void f.*: 50%n");
     EXPECT_DEATH(stderr_fatal_error(nullptr, "a/b", 1, "void f()"), "a/b:1: void f.*fatal error");
-    EXPECT_DEATH(
-        xrealloc(nullptr, SIZE_MAX / 4),
-        "out of memory|AddressSanitizer"); // a sanitizer's allocator ends the process itself
+    // A sanitizer's allocator ends the process itself.
+    EXPECT_DEATH(xrealloc(nullptr, SIZE_MAX / 4), "out of memory|AddressSanitizer");
 }
 
 TEST(Xrealloc, NeverGivesNull) {

@@ -19,12 +19,19 @@
 
 namespace formulas {
 
+inline std::string repeated(const std::string& text, int times) {
+    std::string result;
+    while (times-- > 0)
+        result += text;
+    return result;
+}
+
 /// The expression of a formula, with the meanings of its names.
-inline symbolic::ex parsed(const std::string& text) {
+inline symbolic::ex parsed(const char* text) {
     symbolic::subs_manager manager;
     manager.set_math_constants();
     manager.set_experimental_functions();
-    return symbolic::scanexpr(text.c_str()).eval(manager.first, manager.second, -1);
+    return symbolic::scanexpr(text).eval(manager.first, manager.second, -1);
 }
 
 inline symbolic::ex derived(const symbolic::ex& e) {
@@ -79,35 +86,32 @@ public:
     explicit random_formula(unsigned seed) : random(seed) {}
 
     std::string operator()(int levels) {
-        if (levels <= 0) return leaf();
+        if (levels <= 0) return leaves[pick(8)];
+        const std::string a = (*this)(levels - 1);
         switch (pick(9)) {
         case 0:
-            return (*this)(levels - 1) + "+" + (*this)(levels - 1);
+            return a + "+" + (*this)(levels - 1);
         case 1:
-            return (*this)(levels - 1) + "-(" + (*this)(levels - 1) + ")";
+            return a + "-(" + (*this)(levels - 1) + ")";
         case 2:
-            return "(" + (*this)(levels - 1) + ")*(" + (*this)(levels - 1) + ")";
+            return "(" + a + ")*(" + (*this)(levels - 1) + ")";
         case 3:
-            return "(" + (*this)(levels - 1) + ")/(" + (*this)(levels - 1) + ")";
+            return "(" + a + ")/(" + (*this)(levels - 1) + ")";
         case 4:
-            return "-(" + (*this)(levels - 1) + ")";
+            return "-(" + a + ")";
         case 5:
-            return "(" + (*this)(levels - 1) + ")^" + exponents[pick(8)];
+            return "(" + a + ")^" + exponents[pick(8)];
         case 6:
-            return "(1.5+sin(" + (*this)(levels - 1) + "))^(" + (*this)(levels - 1) + ")";
+            return "(1.5+sin(" + a + "))^(" + (*this)(levels - 1) + ")";
         case 7:
-            return pick(2) ? "sin(" + multiple() + ")" : "cos(" + multiple() + ")";
+            return (pick(2) ? "sin(" : "cos(") + std::to_string(int(pick(24)) - 4) + "*t)";
         default:
-            return function_of((*this)(levels - 1));
+            return function_of(a);
         }
     }
 
 private:
     unsigned pick(unsigned n) { return static_cast<unsigned>(random() % n); }
-
-    std::string leaf() { return leaves[pick(8)]; }
-
-    std::string multiple() { return std::to_string(static_cast<int>(pick(24)) - 4) + "*t"; }
 
     std::string function_of(const std::string& argument) {
         const symbolic::function_entry& entry =
