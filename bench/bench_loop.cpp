@@ -5,6 +5,7 @@
 #include "billiard/fox/FMain.h"
 #include "billiard/fox/poincare_billiard.h"
 #include "billiard/radius-core/TRadiusFunction.h"
+#include "libfoxaux/fox-utils/plot_application.h"
 
 #include <chrono>
 #include <cstdio>
@@ -78,7 +79,7 @@ FMain& main_window() {
     static char name[] = "bench_loop";
     static char* arguments[] = {name, nullptr};
     int count = 1;
-    auto* app = new FXApp("Billiard", "Iterra"); // never deleted, as in the program
+    auto* app = new plot_application("Billiard", "Iterra"); // never deleted, as in the program
     app->init(count, arguments);
     app->create();
     auto* window = new FMain(app, 40, 40, 1100, 900);

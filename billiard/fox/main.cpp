@@ -2,6 +2,7 @@
 // Starts the program: one application, one main window, the event loop.
 #include "billiard/fox/FMain.h"
 #include "libfoxaux/fox-utils/layout.h"
+#include "libfoxaux/fox-utils/plot_application.h"
 
 #include <X11/Xlib.h>
 
@@ -54,7 +55,7 @@ void create(FXApp* app) {
 int main(int argc, char** argv) {
     // Neither the application nor the window is ever deleted: an application that dies with this
     // function would take every window with it, while the toolkit is still at work on them.
-    auto* app = new FXApp("Billiard", "Iterra");
+    auto* app = new plot_application("Billiard", "Iterra");
     app->init(argc, argv, true);
     XSetIOErrorHandler(display_lost);
     create(app);

@@ -4,6 +4,8 @@ from journey import GREY, Picture, WHITE, check, run, until
 
 
 def journey(program, model):
+    # The middle button would paste a colour into the well, and the display has none to offer.
+    program.click(10, 5, button=2, window=program.widget("color"))
     _, height = program.canvas_size()
     program.keys("space")
     orbit = model.pixels("iterate", 1000)

@@ -3,6 +3,8 @@
 // pixels.
 #pragma once
 
+#include "libfoxaux/fox-utils/plot_application.h"
+
 #include <fx.h>
 #include <fxkeys.h>
 #include <gtest/gtest.h>
@@ -21,7 +23,7 @@ inline FXApp& app() {
         static char name[] = "test";
         static char* arguments[] = {name, nullptr};
         int count = 1;
-        auto* created = new FXApp("Billiard", "Iterra");
+        auto* created = new plot_application("Billiard", "Iterra");
         created->init(count, arguments);
         created->create();
         return created;
