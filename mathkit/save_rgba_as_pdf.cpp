@@ -3,6 +3,7 @@
 #include "mathkit/save_rgba_as_pdf.h"
 
 #include "mathkit/kit_string.h"
+#include "mathkit/replacement_file.h"
 
 #include <zlib.h>
 
@@ -10,6 +11,7 @@
 #include <charconv>
 #include <cstdarg>
 #include <cstdio>
+#include <utility>
 #include <vector>
 
 namespace {
@@ -32,6 +34,12 @@ public:
     bool open(const char* path) {
         file = std::fopen(path, "wb");
         return file != nullptr;
+    }
+
+    /// Whether all of it has reached the file.
+    bool close() {
+        const bool sound = std::ferror(file) == 0;
+        return std::fclose(std::exchange(file, nullptr)) == 0 && sound;
     }
 
     std::uint64_t position() const { return written; }
@@ -151,8 +159,9 @@ void save_rgba_as_pdf(const char* path, int w, int h, const std::uint32_t* pixel
     if (!path || w < 1 || h < 1 || !pixels) return;
     PdfFile file;
     Deflater deflater(file);
-    // What may fail comes before the open, which empties an old file of that name.
-    if (!deflater.is_ready() || !file.open(path)) return;
+    if (!deflater.is_ready()) return;
+    replacement_file target(path);
+    if (!file.open(target.path())) return;
 
     const double scale = std::min(1.0, longest_side / std::max(w, h));
     const kit::string page_w = points(w * scale);
@@ -178,4 +187,5 @@ void save_rgba_as_pdf(const char* path, int w, int h, const std::uint32_t* pixel
     file.end_object();
     write_image(file, deflater, w, h, pixels);
     file.finish();
+    if (file.close()) target.keep();
 }

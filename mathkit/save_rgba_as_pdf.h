@@ -11,6 +11,6 @@
 /// less where a side would be longer than a page may be. Pixels go to the file as they are read,
 /// so a large picture needs no memory of its own.
 ///
-/// Nothing tells whether the file could be written. An old file of that name stays as it was if
-/// the new one cannot be opened; sides below 1 and a null pointer write nothing.
+/// Nothing tells whether the file could be written. An old file of that name stays as it was until
+/// the new one is whole; sides below 1 and a null pointer write nothing.
 void save_rgba_as_pdf(const char* path, int w, int h, const std::uint32_t* pixels);

@@ -58,7 +58,8 @@ public:
     void save_dialog(const char* title);
 
     /// Saves `image` as PNG, BMP, JPEG or PDF, by the ending of `path`; a path with no such ending
-    /// gets ".png". Throws TError if the file cannot be written.
+    /// gets ".png". Throws TError if the file cannot be opened. An old file of the name stays until
+    /// the new one is whole.
     void save(const char* path);
     using FXWindow::save; // the toolkit's own, to a stream
 

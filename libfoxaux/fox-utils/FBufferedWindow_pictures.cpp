@@ -6,10 +6,12 @@
 #include "libfoxaux/fox-utils/file_dialogs.h"
 #include "libfoxaux/fox-utils/label_text.h"
 #include "mathkit/TError.h"
+#include "mathkit/replacement_file.h"
 #include "mathkit/save_rgba_as_pdf.h"
 
 #include <FXJPGImage.h>
 #include <FXPNGImage.h>
+#include <filesystem>
 #include <fstream>
 #include <new>
 
@@ -82,6 +84,16 @@ bool is_writable(const char* path) {
     return static_cast<bool>(std::ofstream(path, std::ios_base::app));
 }
 
+/// Closes a stream and tells whether all of it has reached the file. The stream itself takes a full
+/// disk for a success if what is missing still lay in its buffer.
+bool close_whole(FXFileStream& out, const char* path) {
+    const auto size = static_cast<std::uintmax_t>(out.position());
+    const bool sound = out.status() == FXStreamOK;
+    out.close();
+    std::error_code failure;
+    return sound && std::filesystem::file_size(path, failure) == size;
+}
+
 } // namespace
 
 void FBufferedWindow::save_dialog(const char* title) {
@@ -99,7 +111,7 @@ void FBufferedWindow::save(const char* path) {
     const picture_format& format = format_of(path);
     const kit::string name = kit::string::format("%s%s", path, format.suffix);
     try {
-        // The pixels come first: if there is no room for them, an old file of the name stays.
+        // The pixels come first: if there is no room for them, no file is touched.
         const client_pixels pixels(image);
         image->restore();
         if (!format.write) {
@@ -107,10 +119,11 @@ void FBufferedWindow::save(const char* path) {
             save_rgba_as_pdf(path, image->getWidth(), image->getHeight(), image->getData());
             return;
         }
+        replacement_file target(name.c_str());
         FXFileStream out;
-        if (!out.open(name.c_str(), FXStreamSave, 8192)) throw_open_error(path, __LINE__);
+        if (!out.open(target.path(), FXStreamSave, 8192)) throw_open_error(path, __LINE__);
         format.write(out, image->getData(), image->getWidth(), image->getHeight());
-        out.close();
+        if (close_whole(out, target.path())) target.keep();
     } catch (const FXException& failure) {
         throw TError(
             kit::string::format("error read picture for \"%s\": %s", path, failure.what()));

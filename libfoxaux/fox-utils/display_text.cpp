@@ -7,6 +7,7 @@
 #include "libfoxaux/fox-utils/label_text.h"
 #include "mathkit/TError.h"
 #include "mathkit/kit_string.h"
+#include "mathkit/replacement_file.h"
 
 #include <cstring>
 #include <fstream>
@@ -103,7 +104,8 @@ long display_text::onCmdSave(FXObject*, FXSelector, void*) {
 }
 
 void save_text(FXText* text, const char* filename) {
-    std::ofstream out(filename, std::ios_base::trunc);
+    replacement_file target(filename);
+    std::ofstream out(target.path(), std::ios_base::trunc);
     if (!out) throw TError(kit::string::format("could not open file \"%s\"", filename));
     try {
         out.exceptions(std::ios_base::badbit | std::ios_base::eofbit | std::ios_base::failbit);
@@ -111,6 +113,7 @@ void save_text(FXText* text, const char* filename) {
         text->getText(bytes.data(), text->getLength());
         out.write(bytes.data(), text->getLength());
         out.close(); // a full disk shows here
+        if (!target.keep()) out.setstate(std::ios_base::failbit);
     } catch (const std::ios_base::failure& failure) {
         throw TError(
             kit::string::format("failure during saving \"%s\":\n  %s", filename, failure.what()));

@@ -37,6 +37,6 @@ protected:
     display_text() = default;
 };
 
-/// Writes what `text` holds to a file, byte for byte. Throws TError if it can't; the file may then
-/// hold a part of it.
+/// Writes what `text` holds to a file, byte for byte. Throws TError if it can't; an old file then
+/// stays, a new one may hold a part of it.
 void save_text(FXText* text, const char* filename);

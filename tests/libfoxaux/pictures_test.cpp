@@ -1,11 +1,15 @@
 // SPDX-License-Identifier: MIT
 // Tests of saved pictures, judged by other programs, and of the forced size.
 #include "libfoxaux/fox-utils/FBufferedWindow.h"
+#include "libfoxaux/fox-utils/display_text.h"
 #include "libfoxaux/fox-utils/history_manager.h"
 #include "mathkit/TError.h"
 #include "tests/libfoxaux/dialog_helpers.h"
 
+#include <sys/resource.h>
+
 #include <cmath>
+#include <csignal>
 
 using namespace window_test;
 
@@ -71,6 +75,23 @@ std::vector<std::string> names_in(const folder& place) {
         if (!entry.is_directory()) names.push_back(fs::relative(entry, place.path).string());
     return names;
 }
+
+/// While it lives, a file grows no larger than so many bytes.
+class full_disk {
+public:
+    explicit full_disk(rlim_t bytes) {
+        signal(SIGXFSZ, SIG_IGN); // the write fails instead
+        getrlimit(RLIMIT_FSIZE, &usual);
+        const rlimit limit{bytes, usual.rlim_max};
+        setrlimit(RLIMIT_FSIZE, &limit);
+    }
+    full_disk(const full_disk&) = delete;
+    full_disk& operator=(const full_disk&) = delete;
+    ~full_disk() { setrlimit(RLIMIT_FSIZE, &usual); }
+
+private:
+    rlimit usual{};
+};
 
 std::string error_of(canvas& window, const std::string& path) {
     try {
@@ -176,6 +197,26 @@ TEST(Pictures, OnlyAFailedOpenIsReported) {
     EXPECT_EQ(error_of(*window, ""), "");
     fs::current_path(before);
     EXPECT_TRUE(fs::exists(place / ".png")) << "the name of a file without one";
+}
+
+TEST(Pictures, AFullDiskLeavesTheOldFile) {
+    const folder place;
+    shown<canvas> window(300, 200);
+    services();
+    display_text text("", std::string(5000, 'x').c_str());
+    for (const char* name : {"a.png", "a.bmp", "a.jpg", "a.pdf", "text"}) {
+        put_file(place / name, "old");
+        {
+            const full_disk full(700); // bytes: less than a buffer as well
+            if (std::string(name) == "text")
+                EXPECT_THROW(save_text(text.text, (place / name).c_str()), TError);
+            else
+                window->save((place / name).c_str());
+        }
+        EXPECT_EQ(content_of(place / name), "old") << name;
+        EXPECT_EQ(names_in(place), std::vector<std::string>{name});
+        fs::remove(place / name);
+    }
 }
 
 TEST(Pictures, TheBoxOfAFailureCarriesThePath) {
