@@ -24,8 +24,8 @@ std::string make_beside(const std::string& path, const struct stat& old) {
     const int file = mkstemp(name.data());
     if (file < 0) return {};
     // The permissions after the owner: a change of owner may take some of them away.
-    const bool alike = fchown(file, old.st_uid, old.st_gid) == 0 &&
-                       fchmod(file, old.st_mode & 07777) == 0;
+    const bool alike =
+        fchown(file, old.st_uid, old.st_gid) == 0 && fchmod(file, old.st_mode & 07777) == 0;
     close(file);
     if (alike) return name;
     unlink(name.c_str());
@@ -37,7 +37,7 @@ std::string make_beside(const std::string& path, const struct stat& old) {
 replacement_file::replacement_file(const char* name) : target(name) {
     std::error_code none;
     const std::filesystem::path file = std::filesystem::canonical(target, none);
-    struct stat old{};
+    struct stat old {};
     if (none || !is_replaceable(file, old)) return;
     unfinished = make_beside(file, old);
     if (!unfinished.empty()) target = file;

@@ -63,10 +63,10 @@ TEST_F(Replacement, TheOldFileStaysUntilTheNewOneIsKept) {
 
 TEST_F(Replacement, WhatANewFileWouldNotEqualIsWrittenInPlace) {
     fs::create_hard_link(folder / "old", folder / "other");
-    for (const std::string& path : {std::string(folder / "old"), std::string(folder / "new"),
-                                    std::string(folder), std::string(folder / "old/below"),
-                                    std::string("/dev/full"), std::string("/proc/self/comm"),
-                                    std::string()}) {
+    for (const std::string& path :
+         {std::string(folder / "old"), std::string(folder / "new"), std::string(folder),
+          std::string(folder / "old/below"), std::string("/dev/full"),
+          std::string("/proc/self/comm"), std::string()}) {
         replacement_file file(path.c_str());
         EXPECT_EQ(file.path(), path);
         EXPECT_TRUE(file.keep());
