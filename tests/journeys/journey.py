@@ -169,11 +169,16 @@ class Program:
     def click(self, x, y, button=1, window=None):
         xdotool("mousemove", "--window", window or self.main, x, y, "click", button)
 
-    def drag(self, x1, y1, x2, y2):
+    def drag(self, x1, y1, x2, y2, release=True):
         window = self.main
         xdotool("mousemove", "--window", window, x1, y1, "mousedown", 1,
                 "mousemove", "--window", window, (x1 + x2) // 2, (y1 + y2) // 2,
-                "mousemove", "--window", window, x2, y2, "mouseup", 1)
+                "mousemove", "--window", window, x2, y2)
+        if release:
+            self.release()
+
+    def release(self):
+        xdotool("mouseup", 1)
 
     def children(self, window):
         """The windows inside a window, from the top left to the bottom right."""
@@ -185,12 +190,6 @@ class Program:
             x, y = map(int, words[-2].replace("x", "+").replace("-", "+-").split("+")[-2:])
             found.append((y, x, int(words[0], 16)))
         return [child for _, _, child in sorted(found)]
-
-    def page_tabs(self, dialog):
-        """The tabs of a dialog's tab book: among its children tabs and pages stand in turn."""
-        frame = self.children(dialog)[0]
-        books = [child for child in self.children(frame) if len(self.children(child)) == 4]
-        return sorted(self.children(books[0]), key=lambda tab: self.geometry(tab)[3])[:2]
 
     def panel(self):
         """The widgets of the button panel, from the top."""
@@ -212,6 +211,10 @@ class Program:
         self.focus(self.main)
         return self.path
 
+    def hide_path(self):
+        self.press("Show Billiard")
+        self.gone("Billiard: Coordinate Space")
+
     def press(self, name):
         """Clicks a widget of the button panel in its middle."""
         window = self.widget(name)
@@ -222,15 +225,6 @@ class Program:
         """Chooses an entry of the "Function" menu by its place, 0 for the first."""
         self.press("Function")
         self.keys(*["Down"] * (place + 1), "Return")
-
-    def half_drag(self, x1, y1, x2, y2):
-        """Drags and keeps the button down; end_drag() releases it."""
-        xdotool("mousemove", "--window", self.main, x1, y1, "mousedown", 1,
-                "mousemove", "--window", self.main, (x1 + x2) // 2, (y1 + y2) // 2,
-                "mousemove", "--window", self.main, x2, y2)
-
-    def end_drag(self):
-        xdotool("mouseup", 1)
 
     def hold_right(self, x, y):
         xdotool("mousemove", "--window", self.main, x, y, "mousedown", 3)
@@ -249,6 +243,19 @@ class Program:
     def accept(self, title):
         """Presses "&Accept" of a dialog by its hot key."""
         self.keys("alt+a")
+        self.gone(title)
+
+    def fill_in(self, title, *values):
+        """Types the values into a dialog's fields, one after another, and accepts it."""
+        self.dialog(title)
+        for value in values:  # the first field has the focus, its text selected
+            self.type(value)
+            self.keys("Tab")
+        self.accept(title)
+
+    def cancel(self, title):
+        self.dialog(title)
+        self.keys("Escape")
         self.gone(title)
 
     def close_box(self, title):

@@ -1,15 +1,12 @@
 # SPDX-License-Identifier: MIT
 """The loop runs and stops by key and button, and whatever arms the mouse stops it."""
-from journey import PATH_BLUE, check, make_room, run, until
+from journey import PATH_BLUE, make_room, run, until
 
 
 def running(program):
-    """Whether the wiped picture gains points; the loop shows them about once a second.
-
-    Without the wipe an orbit may have filled all of its pixels already.
-    """
+    """Whether the wiped picture gains points: an orbit may have filled all of its pixels before."""
     program.keys("d")
-    until(lambda: len(program.plotted()) > 0, "the loop adds points")
+    until(lambda: program.loop_checked() and program.plotted(), "the loop adds points")
 
 
 def stopped(program):
@@ -20,24 +17,15 @@ def stopped(program):
 
 def journey(program, model):
     make_room(program, model)
-    check(not program.loop_checked(), "the loop button is checked at start")
-    for start, stop in (("l", "L"), (None, "l"), ("l", None), ("l", "plus"), ("l", "f")):
-        program.click(200, 150)
+    stopped(program)
+    for start, stop in (("l", "L"), (None, None), ("l", "plus"), ("l", "f")):
         program.keys(start) if start else program.press("Loop")
-        until(program.loop_checked, "the check button follows")
+        running(program)
+        program.keys("u", "asterisk")  # neither undo nor a view key stops it
         running(program)
         program.keys(stop) if stop else program.press("Loop")
         stopped(program)
-        program.keys("Escape")
-
-    # A view key leaves it running, on empty axes; so does undo.
-    program.keys("l", "asterisk")
-    running(program)
-    program.keys("u")
-    check(program.loop_checked(), "undo has stopped the loop")
-    running(program)
-    program.keys("l")
-    stopped(program)
+        program.keys("Escape", "slash")
 
     # With the path window each pass is one bounce in both windows.
     path = program.show_path()

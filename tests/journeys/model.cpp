@@ -3,29 +3,22 @@
 //
 // It reads one command a line and answers each with one line of numbers:
 //
-//     curve NAME PARAMETER...  takes a curve; the present point stays, as in the program
+//     curve KIND PARAMETER...  takes a curve; the present point stays, as in the program
 //     section W H X1 Y1 X2 Y2  a phase canvas of W x H pixels that shows that range
 //     plane W H                a path canvas of W x H pixels
 //     click X Y                starts at the pixel of the section; answers the start's pixel
 //     point S P                starts at the point; answers the start's pixel
-//     angles PHI ALPHA         sets the polar angle and the direction, in degrees; then as `point`
 //     iterate N                answers the pixels X Y of N bounces that lie in the section
 //     impact                   answers the impact's pixel in the plane
 //     boundary                 answers the pixels of the boundary's corners in the plane
-//     where                    answers S P
-//     title                    answers the curve's text
 // A start that the map refuses and an orbit that fails are answered by "refused".
 #include "billiard/radius-core/TBilliard.h"
-#include "billiard/radius-core/TRadiusFunction.h"
-#include "billiard/radius-core/TSymbolicRadius.h"
 #include "mathkit/TError.h"
 #include "mathkit/TMapW2S.h"
+#include "tests/reference_curves.h"
 
 #include <cmath>
-#include <iomanip>
 #include <iostream>
-#include <memory>
-#include <numbers>
 #include <sstream>
 #include <string>
 
@@ -44,26 +37,11 @@ Value next(std::istream& words) {
     return value;
 }
 
-std::unique_ptr<TRadiusFunction> curve_of(std::istream& words) {
-    const auto name = next<std::string>(words);
-    if (name == "formula") {
-        std::string text;
-        std::getline(words >> std::ws, text);
-        return std::make_unique<symbolic::TSymbolicRadius>(text.c_str());
-    }
-    const auto a = next<double>(words);
-    const auto b = next<double>(words);
-    if (name == "ellipse") return std::make_unique<TEllipseFunction>(a);
-    if (name == "oval_a") return std::make_unique<TOvalAFunction>(a);
-    if (name == "oval_b") return std::make_unique<TOvalBFunction>(a);
-    if (name == "oval_c") return std::make_unique<TGenOvalFunction>(a, static_cast<int>(b));
-    if (name == "stadium") return std::make_unique<TStadiumFunction>(a);
-    if (name == "triangle") {
-        auto curve = std::make_unique<TTriangleFunction>();
-        curve->setDegrees(a, b);
-        return curve;
-    }
-    throw TError(("no such curve: " + name).c_str());
+void set_curve(std::istream& words) {
+    const auto kind = next<std::string>(words);
+    std::string parameters;
+    std::getline(words >> std::ws, parameters);
+    map.setF(new_reference_curve(kind, parameters));
 }
 
 int pixel(double value) {
@@ -111,13 +89,6 @@ void set_plane(std::istream& words) {
     plane.set_screen(0, 0, w, h, true);
 }
 
-void set_angles(double phi, double alpha) {
-    map.setPhiAlpha(phi * std::numbers::pi / 180, alpha * std::numbers::pi / 180);
-    double S, P;
-    map.getPoint(S, P);
-    start_at(S, P);
-}
-
 void put_boundary() {
     for (int i = 0; i < map.circumference.size(); ++i) {
         double x, y;
@@ -132,31 +103,19 @@ void put_impact() {
     put_pixel(plane, x, y);
 }
 
-void put_position() {
-    double S, P;
-    map.getPoint(S, P);
-    std::cout << std::setprecision(17) << S << ' ' << P;
-}
-
 void obey(const std::string& line) {
     std::istringstream words(line);
     const auto command = next<std::string>(words);
-    if (command == "curve") return map.setF(curve_of(words).release());
+    if (command == "curve") return set_curve(words);
     if (command == "section") return set_section(words);
     if (command == "plane") return set_plane(words);
     if (command == "iterate") return iterate(next<int>(words));
     if (command == "impact") return put_impact();
     if (command == "boundary") return put_boundary();
-    if (command == "where") return put_position();
-    if (command == "title") {
-        std::cout << map.F->instanceText().c_str();
-        return;
-    }
     const auto a = next<double>(words), b = next<double>(words);
     if (command == "click")
         return start_at(a * section.cx + section.dx, b * section.cy + section.dy);
     if (command == "point") return start_at(a, b);
-    if (command == "angles") return set_angles(a, b);
     throw TError(("no such command: " + command).c_str());
 }
 
@@ -164,9 +123,7 @@ void obey(const std::string& line) {
 
 int main() {
     // The program's own start.
-    auto curve = std::make_unique<TOvalAFunction>();
-    curve->set(5.0);
-    map.setF(curve.release());
+    map.setF(new TOvalAFunction(5.0));
     map.setPoint(0.5, 0.5);
 
     for (std::string line; std::getline(std::cin, line);) {

@@ -1,95 +1,72 @@
 # SPDX-License-Identifier: MIT
 """The second window: the curve, the path in its colours, its own keys, hiding and showing."""
-from journey import BLACK, PATH_BLUE, RED, WHITE, Picture, check, make_room, run, until
-
-
-def segments_drawn(program, corners, old, newest):
-    """Whether the path runs through these corners, `newest` the colour of the last segment."""
-    picture = Picture(program.path)
-    for i in range(len(corners) - 1):
-        (x1, y1), (x2, y2) = corners[i], corners[i + 1]
-        color = newest if i == len(corners) - 2 else old
-        for part in (0.3, 0.45, 0.6):  # where no other segment crosses, as a rule
-            x, y = x1 + part * (x2 - x1), y1 + part * (y2 - y1)
-            near = {picture.at(round(x) + dx, round(y) + dy)
-                    for dx in (-1, 0, 1) for dy in (-1, 0, 1)}
-            if color not in near:
-                return False
-    return True
-
-
-def length(corners):
-    """Pixels of the thin lines between the corners."""
-    return sum(max(abs(x1 - x2), abs(y1 - y2))
-               for (x1, y1), (x2, y2) in zip(corners, corners[1:]))
+from journey import BLACK, PATH_BLUE, RED, check, make_room, run, until
 
 
 def path_is(program, corners, message, newest=RED):
+    """Waits for the path through these corners, `newest` the colour of its last segment."""
     def right():
-        picture = Picture(program.path)
-        red = picture.count(RED)
-        wanted = length(corners[-2:]) if newest == RED and len(corners) > 1 else 0
-        return abs(red - wanted) <= 4 and segments_drawn(program, corners, PATH_BLUE, newest)
+        picture = program.picture(program.path)
+        ends = list(zip(corners, corners[1:]))
+        for (x1, y1), (x2, y2) in ends:
+            color = newest if (x2, y2) == corners[-1] else PATH_BLUE
+            for part in (0.3, 0.45, 0.6):  # where no other segment crosses, as a rule
+                x, y = round(x1 + part * (x2 - x1)), round(y1 + part * (y2 - y1))
+                if color not in {picture.at(x + dx, y + dy)
+                                 for dx in (-1, 0, 1) for dy in (-1, 0, 1)}:
+                    return False
+        # A thin line has as many pixels as its longer side; an empty path has none.
+        red = [max(abs(x1 - x2), abs(y1 - y2)) for (x1, y1), (x2, y2) in ends[-1:]]
+        wanted = sum(red) if newest == RED else 0
+        return (abs(picture.count(RED) - wanted) <= 4
+                and (ends or picture.count(PATH_BLUE) == 0))
     until(right, message)
-    if len(corners) < 2:
-        check(Picture(program.path).count(PATH_BLUE) == 0, message + ": an old path is left")
 
 
 def journey(program, model):
     make_room(program, model)
     program.show_path()
-    check(program.geometry(program.path)[2:] == [300, 300], "the path window is not 300 x 300")
     model.ask("plane", 300, 300)
     outline = set(model.pixels("boundary"))
-    until(lambda: outline <= Picture(program.path).points(BLACK), "the outline of the start curve")
-    check(Picture(program.path).count(WHITE) + Picture(program.path).count(BLACK) == 300 * 300,
-          "more than the outline in a fresh path window")
+    until(lambda: program.picture(program.path).points(BLACK) == outline, "the start curve")
+
+    def bounce(corners):
+        program.keys("space")
+        model.ask("iterate", 1)
+        return corners + model.pixels("impact")
 
     # A start, then three bounces: three segments, the start the first corner.
     program.click(140, 140)
     model.ask("click", 140, 140)
     corners = model.pixels("impact")
     for _ in range(3):
-        program.keys("space")
-        model.ask("iterate", 1)
-        corners += model.pixels("impact")
+        corners = bounce(corners)
         path_is(program, corners, f"{len(corners) - 1} segments, the newest red")
 
     # Shown again in the middle of an orbit, the path begins with the next bounce.
-    program.press("Show Billiard")
-    program.gone("Billiard: Coordinate Space")
+    program.hide_path()
     program.show_path()
-    corners = []
-    for _ in range(3):
-        program.keys("space")
-        model.ask("iterate", 1)
-        corners += model.pixels("impact")
-    path_is(program, corners, "two segments after three bounces")
+    corners = bounce(bounce([]))
+    path_is(program, corners, "one segment after two bounces")
 
     # Keys of the window itself.
     program.focus(program.path)
-    program.keys("space")
-    model.ask("iterate", 1)
-    corners += model.pixels("impact")
+    corners = bounce(corners)
     path_is(program, corners, "Space in the path window bounces, too")
     program.keys("l")
     path_is(program, corners, "l takes the highlight off", newest=PATH_BLUE)
     program.keys("b")
-    until(lambda: outline <= Picture(program.path).points(BLACK), "b draws the outline on top")
-    check(segments_drawn(program, corners, PATH_BLUE, PATH_BLUE), "b has wiped the path")
+    until(lambda: outline <= program.picture(program.path).points(BLACK), "b draws the outline")
+    path_is(program, corners, "b leaves the path", newest=PATH_BLUE)
     program.keys("d")
     path_is(program, [], "d wipes the path")
-    program.keys("space")  # the two bounces are kept: the old segment comes back
-    model.ask("iterate", 1)
-    path_is(program, corners[-2:] + model.pixels("impact"), "d keeps the last segment")
+    path_is(program, bounce(corners[-2:]), "d keeps the last segment")
 
     # A dialog of the whole application takes the keys here as well, and gives them back.
     for key, title in [("F8", "Select Font"), ("F9", "Resize Hack"), ("F10", "Select Global Fonts")]:
         program.focus(program.path)
         program.keys(key)
-        program.dialog(title)
-        program.keys("Escape")
-        program.gone(title)
+        program.cancel(title)
         until(lambda: program.focused() in (program.path, program.main), "the keys given back")
 
     # The window manager's close hides it; an iterate is 1000 bounces again.

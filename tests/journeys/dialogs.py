@@ -1,0 +1,105 @@
+# SPDX-License-Identifier: MIT
+"""Real keys in the dialogs: position, font size, picture, its size, help; what they leave behind."""
+import os
+
+from journey import GREY, WHITE, check, output_of, run, until
+
+
+def content(path):
+    if not os.path.exists(path):
+        return b""
+    with open(path, "rb") as file:
+        return file.read()
+
+
+def pixels_of(path):
+    data = output_of("convert", path, "-depth", "8", "rgb:-")
+    return [data[i] << 16 | data[i + 1] << 8 | data[i + 2] for i in range(0, len(data), 3)]
+
+
+def shown_pixels(program):
+    picture = program.picture()
+    width, height = program.canvas_size()
+    return [picture.at(x, y) for y in range(height) for x in range(width)]
+
+
+def save(program, name):
+    """Presses s and types a name; the file is not there yet when this returns."""
+    program.keys("s")
+    program.dialog("Save Poincare-Section as Picture")
+    program.type(name)  # the field is ready, and what stands in it goes
+    program.keys("Return")
+
+
+def save_pictures(program):
+    folder = program.folder.name
+    path = os.path.join(folder, "orbit.png")
+    save(program, "orbit")
+    until(lambda: pixels_of(path) == shown_pixels(program), "the picture's pixels")
+    with open(path, "wb") as file:
+        file.write(b"old")
+    for answer in ("alt+c", "Escape", "alt+F4", "alt+y"):
+        check(content(path) == b"old", "overwritten before " + answer)
+        save(program, "orbit.png")
+        program.dialog("Warning")
+        program.keys(answer)
+        program.gone("Warning")
+    until(lambda: content(path).startswith(b"\x89PNG"), "the picture over the old file")
+    save(program, "100%s%n" + 250 * "x" + '".png')  # a name that no file can have
+    program.close_box("Error")
+    check(os.listdir(folder) == ["orbit.png"], f"other files too: {os.listdir(folder)}")
+
+
+def force_size(program):
+    canvas = program.children(program.children(program.main)[0])[0]
+    usual = program.geometry(canvas)[2:]
+    program.keys("F9")
+    program.fill_in("Resize Hack", "123", "77")
+    until(lambda: program.geometry(canvas)[2:] == [123, 77], "the forced size")
+    program.keys("F9")
+    program.cancel("Resize Hack")
+    until(lambda: program.geometry(canvas)[2:] == usual, "the layout's size after Cancel")
+
+
+def settings(folder):
+    """The lines of every registry file of the vendor."""
+    return [line for place, _, files in os.walk(os.path.join(folder, ".foxrc"))
+            for name in files for line in content(os.path.join(place, name)).decode().split("\n")]
+
+
+def journey(program, model):
+    # The middle button would paste a colour into the well, and the display has none to offer.
+    program.click(10, 5, button=2, window=program.widget("color"))
+    _, height = program.canvas_size()
+    # S and P typed into the first tab start an orbit there; what is no point, or cancelled, none.
+    program.press("Show Position")
+    program.fill_in("Current Position", "0.3", "-0.4")
+    orbit = model.pixels("point", 0.3, -0.4) + model.pixels("iterate", 1000)
+    program.keys("space")
+    program.wait_plotted(orbit, "the orbit of the start typed as S and P")
+    for title, key in (("Current Position", None), ("Foreground Color", "c"),
+                       ("Change Colors", "C"), ("Change Position", "p")):
+        program.keys(key) if key else program.press("Show Position")
+        program.cancel(title)
+    program.wait_plotted(orbit, "nothing is changed by dialogs that are cancelled")
+    save_pictures(program)
+
+    # A larger axis font moves the axes, 5 + 8 + 24 + 5 pixels from the edge, and mends a bad one.
+    for size in ("-7", "24"):
+        program.keys("C")
+        program.fill_in("Change Colors", size)
+    until(lambda: program.picture().at(42, height // 2) == GREY, "the axis moves with the font")
+    check(program.picture().at(60, height // 2) == WHITE, "the plot area is not white")
+    force_size(program)
+
+    for title in ("Help", "Help", "About"):
+        program.press(title)
+        program.close_box(title)  # the focus is on "Close"
+    program.keys("space")  # and the keys go to the plot again
+    until(program.plotted, "points by a key after the dialogs")
+    check(program.close() == 1, "the exit status is not 1")
+    lines = settings(os.environ["HOME"])
+    check("[SETTINGS]" not in lines, f"settings that nobody made: {lines}")
+
+
+run(journey)
