@@ -76,8 +76,8 @@ double points_per_bounce(TRadiusFunction* curve) {
 /// Keeps the curve that a billiard refers to as long as the billiard.
 template<class Curve>
 struct boost_map : textbook_billiard<Curve, boost_search> {
-    boost_map(TRadiusFunction* F, const Curve& inlined)
-        : textbook_billiard<Curve, boost_search>(F, kept),
+    boost_map(TRadiusFunction* F, const Curve& inlined, boost_search search = {})
+        : textbook_billiard<Curve, boost_search>(F, kept, search),
           kept(inlined) {}
     Curve kept;
 };
@@ -99,6 +99,8 @@ void add_curve(figure_table& table, const std::string& name, Make make, const Cu
     add_benchmark(name + "/iterate+getPoint", fast, read_point);
     add_benchmark(name + "/textbook", std::make_shared<textbook_map>(make()), nothing);
     add_benchmark(name + "/boost", boost, nothing);
+    add_benchmark(name + "/boost to 1e-12",
+                  std::make_shared<boost_map<Curve>>(make(), inlined, boost_search{40}), nothing);
     add_benchmark(name + "/inlined", std::make_shared<inlined_billiard<Curve>>(make(), inlined),
                   nothing);
 
@@ -107,6 +109,8 @@ void add_curve(figure_table& table, const std::string& name, Make make, const Cu
                 at_least(2.5));
     table.ratio(bounce + "faster than Boost.Math", name + "/boost", name + "/iterate",
                 at_least(convex ? 4.5 : 3));
+    table.ratio(bounce + "faster than Boost.Math to 1e-12", name + "/boost to 1e-12",
+                name + "/iterate");
     const bool formula = name.starts_with("formula");
     table.ratio(bounce + "in times of the same search inlined", name + "/iterate",
                 name + "/inlined", at_most(formula ? 1.7 : 1.3));

@@ -52,6 +52,11 @@ void figure_table::ratio(const std::string& what, const std::string& slower,
     rows.push_back({what, slower, faster, less, 0, true, wanted});
 }
 
+void figure_table::ratio(const std::string& what, const std::string& slower,
+                         const std::string& faster) {
+    rows.push_back({what, slower, faster, 0, 0, false, {wish::at_most, 0}});
+}
+
 void figure_table::figure(const std::string& what, double value, wish wanted) {
     rows.push_back({what, "", "", 0, value, true, wanted});
 }

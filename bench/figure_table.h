@@ -33,6 +33,9 @@ public:
     void ratio(const std::string& what, const std::string& slower, const std::string& faster,
                wish wanted, double less = 0);
 
+    /// The same, told for information.
+    void ratio(const std::string& what, const std::string& slower, const std::string& faster);
+
     /// A figure that was counted, or measured by other means.
     void figure(const std::string& what, double value, wish wanted);
 

@@ -4,7 +4,6 @@
 
 #include <algorithm>
 #include <cmath>
-#include <vector>
 
 // Notes:
 // - Most parts that are asked for are short and smooth: five points settle them. The rules then
@@ -23,6 +22,10 @@ struct TIntegrator::part {
     double value;
     double error;  // not a number when the value is none
     int stuck = 0; // halvings in a row that did not reduce the error
+};
+
+struct TIntegrator::total {
+    double sum = 0, error = 0; // of all parts
 };
 
 namespace {
@@ -74,49 +77,60 @@ TIntegrator::part TIntegrator::measured(double a, double fa, double b, double fb
 double TIntegrator::AdaptiveGauss(double a, double b, double tol, int n) {
     const int parts = std::clamp(n, 1, 1000);
     std::vector<part> open;
-    double sum = 0;
-    double error = 0;
+    total whole;
     double left = a;
     double value_left = f(a);
     for (int i = 1; i <= parts; ++i) {
         const double right = i < parts ? a + (b - a) * i / parts : b;
         const double value_right = f(right);
         const part p = measured(left, value_left, right, value_right, tol / parts);
-        sum += p.value;
-        error += p.error;
+        whole.sum += p.value;
+        whole.error += p.error;
         if (!settled(p.value, p.error, tol / parts)) open.push_back(p);
         left = right;
         value_left = value_right;
     }
+    halve_worst(open, whole, tol, parts);
+    return whole.sum;
+}
 
+double TIntegrator::AdaptiveGauss(double a, double fa, double b, double fb, double tol) {
+    const part p = measured(a, fa, b, fb, tol);
+    if (settled(p.value, p.error, tol)) return p.value;
+    std::vector<part> open = {p};
+    total whole{p.value, p.error};
+    halve_worst(open, whole, tol, 1);
+    return whole.sum;
+}
+
+void TIntegrator::halve_worst(std::vector<part>& open, total& whole, double tol, int parts) {
     const auto better = [](const part& p, const part& q) { return p.error < q.error; };
     std::make_heap(open.begin(), open.end(), better);
     const double least_left = evaluations_left - spent_on_a_part * parts;
-    while (!open.empty() && !settled(sum, error, tol)) {
+    while (!open.empty() && !settled(whole.sum, whole.error, tol)) {
         if (evaluations_left < std::max(least_left, 1.0)) break;
         std::pop_heap(open.begin(), open.end(), better);
-        const part whole = open.back();
+        const part worst = open.back();
         open.pop_back();
-        const double middle = whole.a + 0.5 * (whole.b - whole.a);
-        if (middle == whole.a || middle == whole.b) break; // neighbouring doubles
+        const double middle = worst.a + 0.5 * (worst.b - worst.a);
+        if (middle == worst.a || middle == worst.b) break; // neighbouring doubles
         const double value = f(middle);
-        part halves[2] = {measured(whole.a, whole.fa, middle, value, 0),
-                          measured(middle, value, whole.b, whole.fb, 0)};
+        part halves[2] = {measured(worst.a, worst.fa, middle, value, 0),
+                          measured(middle, value, worst.b, worst.fb, 0)};
         const double error_of_halves = halves[0].error + halves[1].error;
-        sum += halves[0].value + halves[1].value - whole.value;
-        error += error_of_halves - whole.error;
+        whole.sum += halves[0].value + halves[1].value - worst.value;
+        whole.error += error_of_halves - worst.error;
         const bool noise =
-            error_of_halves > 0.9 * whole.error && whole.error < 1e-5 * std::fabs(whole.value);
-        const int stuck = noise ? whole.stuck + 1 : 0;
+            error_of_halves > 0.9 * worst.error && worst.error < 1e-5 * std::fabs(worst.value);
+        const int stuck = noise ? worst.stuck + 1 : 0;
         for (part& p : halves) {
             p.stuck = stuck;
             if (stuck < most_stuck) {
                 open.push_back(p);
                 std::push_heap(open.begin(), open.end(), better);
             } else {
-                error -= p.error; // noise, which no halving will reduce
+                whole.error -= p.error; // noise, which no halving will reduce
             }
         }
     }
-    return sum;
 }

@@ -2,6 +2,8 @@
 // Integration of a smooth function with a bound on its evaluations.
 #pragma once
 
+#include <vector>
+
 /// The base of an integrand: a derived class gives `f`.
 class TIntegrator {
 public:
@@ -20,9 +22,15 @@ public:
     /// spent, each part costs five, and the result is what they give.
     double AdaptiveGauss(double a, double b, double tol, int n);
 
+    /// The same for one part, fa = f(a) and fb = f(b): a caller that walks from part to part has
+    /// these values at hand, and they are two of five.
+    double AdaptiveGauss(double a, double fa, double b, double fb, double tol);
+
 private:
     struct part;
+    struct total;
     part measured(double a, double fa, double b, double fb, double tol);
+    void halve_worst(std::vector<part>& open, total& whole, double tol, int parts);
 
     long evaluations_left = 600000; ///< that may still be spent on halving
 };
