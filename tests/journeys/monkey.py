@@ -197,15 +197,22 @@ class Monkey:
             return not dialogs
         until(closed, "all dialogs closed by Escape")
 
+    def laid_out(self):
+        """The panel lies at the right edge of the usual window. The window manager sizes the window
+        at once, the program what is in it when it has time."""
+        program = self.program
+        panel = program.children(program.children(program.main)[0])[1]
+        left, _, width, _ = program.geometry(panel)
+        left_of_main, _, *size = program.geometry(program.main)
+        return size == [700, 500] and left + width == left_of_main + 700
+
     def answers(self):
         """The button "Show Billiard" must show or hide the second window."""
         self.tell("does it answer?")
         self.recover()
         program = self.program
         self.do("windowsize", program.main, 700, 500)
-        # The window manager sizes the window at once, the program what is in it when it has time.
-        until(lambda: program.geometry(program.children(program.main)[0])[2:] == [700, 500],
-              "the usual size of the window's content")
+        until(self.laid_out, "the usual size of the window and what is in it")
         self.do("windowactivate", "--sync", program.main)
         before = program.path_window()
         program.press("Show Billiard")
