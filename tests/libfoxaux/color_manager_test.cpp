@@ -20,24 +20,17 @@ struct palette : color_manager {
     int redraws = 0, changes = 0;
 };
 
-TEST(color_manager, StartsWithItsDefaults) {
-    const palette colors;
-    EXPECT_EQ(colors.foreground, 0xff000000u);
-    EXPECT_EQ(colors.foreground2, 0xffff0000u);
-    EXPECT_EQ(colors.background, 0xffffffffu);
-    EXPECT_EQ(colors.axis_color, 0xff808080u);
-    EXPECT_EQ(colors.band_color, 0xff00ffffu);
-    EXPECT_EQ(colors.font_size, 12);
-    EXPECT_STREQ(colors.foreground_label, "Foreground Color");
-    EXPECT_TRUE(colors.foreground2_label.is_empty());
-}
-
-TEST(color_manager, AnySizeIsKeptAndDrawnWithAUsableOne) {
+TEST(color_manager, StartsWithItsDefaultsAndDrawsWithAUsableSize) {
     palette colors;
-    const int sizes[][2] = {{12, 12}, {1, 1}, {0, 1}, {-5, 1}, {INT_MIN, 1}, {1000000000, 256}};
-    for (const auto& size : sizes) {
-        colors.font_size = size[0];
-        EXPECT_EQ(colors.text_size(), size[1]);
+    const FXColor all[] = {colors.foreground, colors.foreground2, colors.background,
+                           colors.axis_color, colors.band_color};
+    const FXColor wanted[] = {0xff000000, 0xffff0000, 0xffffffff, 0xff808080, 0xff00ffff};
+    EXPECT_TRUE(std::equal(std::begin(all), std::end(all), wanted));
+    EXPECT_EQ(colors.font_size, 12);
+    for (const auto& [size, used] :
+         {std::pair{12, 12}, {1, 1}, {0, 1}, {-5, 1}, {INT_MIN, 1}, {1000000000, 256}}) {
+        colors.font_size = size;
+        EXPECT_EQ(colors.text_size(), used);
     }
 }
 
@@ -59,11 +52,7 @@ void change_colors(palette& colors, const std::vector<std::string>& labels, cons
                    bool accept) {
     with_dialogs([&] { colors.colors_dialog(); }, {[&](FXTopWindow* dialog) {
                      EXPECT_STREQ(dialog->getTitle().text(), "Change Colors");
-                     std::vector<std::string> shown_labels;
-                     for (FXLabel* label : all_of<FXLabel>(dialog))
-                         if (!dynamic_cast<FXButton*>(label))
-                             shown_labels.push_back(label->getText().text());
-                     EXPECT_EQ(shown_labels, labels);
+                     EXPECT_EQ(texts_of<FXLabel>(dialog), labels);
                      FXColor next = 0xff000001;
                      for (FXColorWell* well : all_of<FXColorWell>(dialog))
                          well->setRGBA(next++, false);
@@ -76,24 +65,16 @@ TEST(color_manager, ChangeColorsTakesEffectOnAcceptOnly) {
     palette colors;
     const std::vector<std::string> four{"Font Size", "Foreground Color", "Background Color",
                                         "Axis Color"};
-    change_colors(colors, four, "30", false);
-    EXPECT_EQ(colors.foreground, 0xff000000u);
-    EXPECT_EQ(colors.font_size, 12);
-    EXPECT_EQ(colors.redraws + colors.changes, 0);
-
-    change_colors(colors, four, "30", true);
-    EXPECT_EQ(colors.font_size, 30);
-    EXPECT_EQ(colors.foreground, 0xff000001u);
-    EXPECT_EQ(colors.foreground2, 0xffff0000u); // not offered: untouched
-    EXPECT_EQ(colors.background, 0xff000002u);
-    EXPECT_EQ(colors.axis_color, 0xff000003u);
-    EXPECT_EQ(colors.redraws, 1);
-    EXPECT_EQ(colors.changes, 1);
-}
-
-TEST(color_manager, ALabelOffersTheSecondColour) {
-    palette colors;
-    colors.foreground_label = "Chaotic";
+    for (const bool accept : {false, true}) {
+        change_colors(colors, four, "30", accept);
+        EXPECT_EQ(colors.font_size, accept ? 30 : 12);
+        EXPECT_EQ(colors.foreground, accept ? 0xff000001u : 0xff000000u);
+        EXPECT_EQ(colors.foreground2, 0xffff0000u); // not offered: untouched
+        EXPECT_EQ(colors.background, accept ? 0xff000002u : 0xffffffffu);
+        EXPECT_EQ(colors.axis_color, accept ? 0xff000003u : 0xff808080u);
+        EXPECT_TRUE(colors.redraws == accept && colors.changes == accept);
+    }
+    colors.foreground_label = "Chaotic"; // a second label offers the second colour
     colors.foreground2_label = "Regular";
     change_colors(colors, {"Font Size", "Chaotic", "Regular", "Background Color", "Axis Color"},
                   "-3", true);

@@ -2,6 +2,7 @@
 // What the tests of services and dialogs share: message boxes, file dialogs, files, other programs.
 #pragma once
 
+#include "libfoxaux/fox-utils/display_text.h"
 #include "libfoxaux/fox-utils/fxmain_base.h"
 #include "tests/libfoxaux/window_fixture.h"
 
@@ -68,14 +69,6 @@ inline std::string quoted(const std::string& text) {
     return result + "'";
 }
 
-/// The text of a message box.
-inline std::string box_message(FXTopWindow* box) {
-    for (FXLabel* label : all_of<FXLabel>(box))
-        if (!label->getText().empty() && !dynamic_cast<FXButton*>(label))
-            return label->getText().text();
-    return "";
-}
-
 /// Presses a button of a message box: FXMessageBox::ID_CLICKED_...
 inline void click_box(FXTopWindow* box, FXuint id) {
     box->handle(box, FXSEL(SEL_COMMAND, id), nullptr);
@@ -86,12 +79,12 @@ inline void close_by_manager(FXTopWindow* window) {
     window->handle(window, FXSEL(SEL_CLOSE, 0), nullptr);
 }
 
-/// The widget that has the focus within its window, or null.
-inline FXWindow* focus_of(FXWindow* top) {
-    FXWindow* focus = top->getFocus();
-    while (focus && focus->getFocus())
-        focus = focus->getFocus();
-    return focus;
+/// The text windows that exist now.
+inline std::vector<display_text*> text_windows() {
+    std::vector<display_text*> found;
+    for (FXWindow* w = app().getRootWindow()->getFirst(); w; w = w->getNext())
+        if (auto* text = dynamic_cast<display_text*>(w)) found.push_back(text);
+    return found;
 }
 
 /// Lets every widget below `top` follow its target, as the event loop does when it is idle.
@@ -120,7 +113,7 @@ inline dialog_driver::script answer_box(const std::string& title, const std::str
                                         FXuint id) {
     return [=](FXTopWindow* box) {
         EXPECT_EQ(box->getTitle().text(), title);
-        EXPECT_EQ(box_message(box), message);
+        EXPECT_EQ(texts_of<FXLabel>(box).back(), message);
         click_box(box, id);
     };
 }

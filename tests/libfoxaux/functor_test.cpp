@@ -24,18 +24,15 @@ struct derived : base {
     int twice(int n) override { return 20 * n; }
 };
 
-TEST(functor, AnEmptyOneDoesNothing) {
+TEST(functor, CallsTheMemberOfItsObjectOrNothing) {
     const functor0<void> nothing;
     nothing();
     EXPECT_FALSE(nothing);
     EXPECT_EQ((functor1<int, int>()(7)), 0);
-}
-
-TEST(functor, CallsTheMemberOfItsObject) {
     derived object;
     const functor0<void> remember(static_cast<base*>(&object), &base::remember);
-    remember();
     const functor0<void> copy(remember);
+    remember();
     copy();
     EXPECT_EQ(object.called, 2);
     // A virtual member is dispatched by the object, not by the type it was bound with.

@@ -13,6 +13,7 @@
 #include <functional>
 #include <memory>
 #include <string>
+#include <type_traits>
 #include <vector>
 
 namespace window_test {
@@ -219,6 +220,32 @@ private:
     std::vector<script> scripts;
 };
 
+/// Pops a posted menu down as soon as the event loop runs, after a last look at it.
+class menu_closer : public FXObject {
+public:
+    static constexpr FXuint id = 1;
+
+    explicit menu_closer(
+        FXPopup* menu, std::function<void()> last = [] {})
+        : menu(menu),
+          last(std::move(last)) {
+        app().addTimeout(this, id, 20);
+    }
+    ~menu_closer() override { app().removeTimeout(this, id); }
+    long handle(FXObject*, FXSelector, void*) override {
+        was_shown = menu->shown();
+        last();
+        menu->popdown();
+        return 1;
+    }
+
+    bool was_shown = false;
+
+private:
+    FXPopup* menu;
+    std::function<void()> last;
+};
+
 inline void with_dialogs(const std::function<void()>& action,
                          std::vector<dialog_driver::script> scripts) {
     const std::size_t wanted = scripts.size();
@@ -244,6 +271,23 @@ std::vector<Widget*> all_of(FXWindow* top) {
             found.push_back(deeper);
     }
     return found;
+}
+
+/// The texts of all widgets of a class below `top`, buttons among labels left out.
+template<class Widget>
+std::vector<std::string> texts_of(FXWindow* top) {
+    std::vector<std::string> texts;
+    for (Widget* widget : all_of<Widget>(top))
+        if (!std::is_same_v<Widget, FXLabel> || !dynamic_cast<FXButton*>(widget))
+            texts.push_back(widget->getText().text());
+    return texts;
+}
+
+/// The widget within a window that has the focus.
+inline FXWindow* focus_of(FXWindow* top) {
+    while (top->getFocus())
+        top = top->getFocus();
+    return top;
 }
 
 /// Replaces a field's text as a person does: delete it, then type. "\r" is the Enter key.
