@@ -8,14 +8,17 @@
 #include "mathkit/html_colors.h"
 #include "mathkit/stderr_failed.h"
 
+#include <algorithm>
 #include <cmath>
 #include <fxkeys.h>
 
 namespace {
 
 constexpr std::int64_t sync_distance = 1000000; // microseconds between refreshes in the loop
-constexpr FXint full_circle = 360 * 64;         // in the units of FXDC::drawArc
-constexpr int cross_reach = 5;                  // pixels from the anchor to the ends of the cross
+constexpr std::int64_t shortest_lead = 500;     // microseconds of drawing before the display's
+constexpr std::int64_t longest_lead = 20000;
+constexpr FXint full_circle = 360 * 64; // in the units of FXDC::drawArc
+constexpr int cross_reach = 5;          // pixels from the anchor to the ends of the cross
 
 constexpr const char* cycle_names[] = {
     "black",    "white",       "gray",          "red",       "green",     "blue",
@@ -176,7 +179,8 @@ void FPoincareWin::start_loop() {
     if (loop_idle.is_active()) return;
     loop_changed(1);
     loop_idle.start();
-    last_sync = getMicroTime();
+    last_sync = last_wait = getMicroTime();
+    lead = shortest_lead;
 }
 
 void FPoincareWin::stop_loop() {
@@ -199,7 +203,17 @@ void FPoincareWin::loop_body() {
             getApp()->flush(false);
             last_sync = now;
         }
+        if (now - last_wait > lead) wait_for_display(now);
     } while (!getApp()->peekEvent());
+}
+
+/// The loop draws faster than a slow display or network takes it in. What lies on the way there is
+/// in front of every answer to a key: so the slower the display, the sooner it is waited for again.
+void FPoincareWin::wait_for_display(std::int64_t now) {
+    getApp()->flush(true);
+    last_wait = getMicroTime();
+    const bool slow = last_wait - now > lead;
+    lead = std::clamp(slow ? lead / 2 : lead * 2, shortest_lead, longest_lead);
 }
 
 void FPoincareWin::run_orbit(int n) {

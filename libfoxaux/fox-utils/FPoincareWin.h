@@ -83,10 +83,14 @@ protected:
 
 private:
     void loop_body();
+    void wait_for_display(std::int64_t now);
     void toggle_loop();
     void next_color();
     double drag_length() const;
     void draw_circle(FXDC& dc) const;
     void draw_cross(FXDC& dc) const;
     void erase_capture();
+
+    std::int64_t last_wait = 0; ///< getMicroTime() when the display had last drawn all there was
+    std::int64_t lead = 0;      ///< microseconds until the loop waits for it again
 };

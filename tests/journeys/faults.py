@@ -4,13 +4,16 @@
 usage: faults.py PROGRAM CASE, on a display with a window manager. CASES at the end lists the cases.
 """
 import os
+import queue
 import signal
+import socket
 import subprocess
 import sys
 import tempfile
+import threading
 import time
 
-from journey import Failure, Program, check, output_of, until, xdotool
+from journey import Failure, Picture, Program, check, output_of, until, xdotool
 
 NOBODY = 65534
 
@@ -223,6 +226,92 @@ def signals():
                 program.end()
 
 
+def killed_while_saving():
+    """A signal while an old picture is overwritten: the old one is still there, and whole."""
+    for name, number in (("orbit.png", signal.SIGTERM), ("orbit.pdf", signal.SIGHUP)):
+        program = started()
+        place = program.folder.name
+        path = os.path.join(place, name)
+        try:
+            program.keys("F9")
+            program.dialog("Resize Hack")
+            for key in ("Tab", "alt+a"):  # large enough to be met half-way
+                program.keys("ctrl+a")
+                program.type("3000")
+                program.keys(key)
+            program.gone("Resize Hack")
+            program.keys("s")
+            program.dialog("Save Poincare-Section as Picture")
+            program.type(path)
+            with open(path, "wb") as file:
+                file.write(b"old")
+            program.keys("Return")
+            program.dialog("Warning")
+            xdotool("key", "alt+y")
+            deadline = time.monotonic() + 20
+            while os.listdir(place) == [name] and os.path.getsize(path) == 3:
+                check(time.monotonic() < deadline, "nothing is written")
+            program.process.send_signal(number)
+            program.process.wait(20)
+            with open(path, "rb") as file:
+                check(file.read() == b"old", f"{name} is lost by {number.name}")
+        finally:
+            program.end()
+
+
+class SlowDisplay:
+    """A road to this display of so many bytes a second. Like a network it takes in at once all that
+    is sent, and who sends faster than it delivers waits long for an answer."""
+
+    def __init__(self, rate):
+        self.rate = rate
+        self.server = socket.create_server(("127.0.0.1", 0))  # a port beyond 6000
+        self.name = f"127.0.0.1:{self.server.getsockname()[1] - 6000}"
+        threading.Thread(target=self.accept, daemon=True).start()
+
+    def accept(self):
+        client = self.server.accept()[0]
+        display = socket.socket(socket.AF_UNIX)
+        display.connect("/tmp/.X11-unix/X" + os.environ["DISPLAY"].strip(":"))
+        for ends in ((client, display), (display, client)):
+            waiting = queue.Queue()
+            threading.Thread(target=self.take, args=(ends[0], waiting), daemon=True).start()
+            threading.Thread(target=self.deliver, args=(waiting, ends[1]), daemon=True).start()
+
+    def take(self, source, waiting):
+        while data := source.recv(4096):
+            waiting.put(data)
+        waiting.put(None)
+
+    def deliver(self, waiting, target):
+        while data := waiting.get():
+            time.sleep(0.01 + len(data) / self.rate)
+            target.sendall(data)
+        target.shutdown(socket.SHUT_WR)
+
+
+def numbers(program):
+    """The pixels below the plot: no orbit reaches them."""
+    picture = Picture(program.main)
+    return picture.words[(picture.height - 20) * picture.step:]
+
+
+def slow_display():
+    """Over a slow network the loop does not draw ahead so far that keys wait for their answer."""
+    program = started(env=environment(DISPLAY=SlowDisplay(200000).name))
+    try:
+        use(program)
+        program.keys("l")
+        for key in ("asterisk", "slash", "asterisk"):
+            time.sleep(3)  # for the loop to run ahead
+            before = numbers(program)
+            program.keys(key)
+            until(lambda: numbers(program) != before, "an answer to " + key)
+        end(program)
+    finally:
+        program.end()
+
+
 def sizes():
     """Both windows, 100 times from small to large, with an orbit running."""
     program = started()
@@ -267,7 +356,8 @@ def two_copies():
 
 CASES = {case.__name__: case for case in (
     no_home, missing_home, unwritable_home, garbage_settings, shallow_display, few_colors,
-    no_display, no_fonts, lost_display, signals, sizes, two_copies)}
+    no_display, no_fonts, lost_display, signals, killed_while_saving, slow_display, sizes,
+    two_copies)}
 
 
 def main():
