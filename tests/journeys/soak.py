@@ -20,6 +20,7 @@ from journey import MARGIN, Failure, Program, check, until
 
 CURVES = 7
 TURN = 2 * CURVES  # rounds: every curve with the path window and without
+LOOK = 0.001  # seconds between two looks for an answer
 SLOWEST = 1.0  # seconds until an answer
 NOISE = {"memory in kB": 100, "pixmaps in kB": 100}  # what a quarter may rise by; counts: by none
 
@@ -59,6 +60,7 @@ class Soak:
         until(self.program.axes_drawn, "the axes after the resize")
         self.server = Server(self.program.main)
         self.turns, self.answers, self.polls, self.boxes = [], [], [], 0
+        self.curve, self.path_shown = 0, False
 
     # One round.
 
@@ -95,16 +97,28 @@ class Soak:
         if self.program.find("Error"):
             return
         check(self.server.pixels(*strip) == before, "the numbers of S change without a key")
-        start = last = time.monotonic()
+        looks, idle = [time.monotonic()], self.waited()
         self.server.press(key)
         changed = False
         while not changed:
+            time.sleep(LOOK)
             changed = self.server.pixels(*strip) != before
-            now = time.monotonic()
-            self.polls.append(now - last)
-            last = now
-            check(now - start < 20, f"no answer to {key}: the program hangs")
-        self.answers.append(now - start)
+            looks.append(time.monotonic())
+            check(looks[-1] - looks[0] < 20, f"no answer to {key}: the program hangs")
+        took = looks[-1] - looks[0]
+        idle = self.waited() - idle
+        gaps = [b - a for a, b in zip(looks, looks[1:])]
+        self.answers.append(took)
+        self.polls += gaps
+        if took > SLOWEST / 4:
+            print(f"slow: {took:.3f} s to {key}, {idle:.3f} s of them without a processor, looked "
+                  f"{len(gaps)} times, at the longest after {max(gaps):.3f} s; the curve {self.curve}, "
+                  f"path {'shown' if self.path_shown else 'hidden'}", flush=True)
+
+    def waited(self):
+        """Seconds that the program was ready to run and had no processor."""
+        with open(f"/proc/{self.program.process.pid}/schedstat", encoding="ascii") as times:
+            return int(times.read().split()[1]) / 1e9
 
     def sample(self):
         """The figures that must not grow."""
@@ -118,8 +132,9 @@ class Soak:
         """One curve for some seconds; gives the sample at its end."""
         end = time.monotonic() + seconds
         self.close_error()
-        self.show_path(number % 2 == 1)
-        self.change_curve(number % CURVES)
+        self.curve, self.path_shown = number % CURVES, number % 2 == 1
+        self.show_path(self.path_shown)
+        self.change_curve(self.curve)
         self.program.click(200, 150)
         while time.monotonic() < end:
             self.let_it_run()
