@@ -2,9 +2,9 @@
 // The axis layouts, judged by the pixels that they draw.
 #include "libfoxaux/font/fox_hfont.h"
 #include "libfoxaux/fox-utils/fox_axis.h"
+#include "tests/ink_box.h"
 #include "tests/libfoxaux/window_fixture.h"
 
-#include <climits>
 #include <memory>
 
 using namespace window_test;
@@ -20,18 +20,6 @@ constexpr int side = 300;
 constexpr int line_pos = 150; ///< of every axis here
 constexpr int line_from = 40;
 constexpr int line_to = 260;
-
-/// A box of pixels of one colour; empty where there is none.
-struct box {
-    int left = INT_MAX, top = INT_MAX, right = INT_MIN, bottom = INT_MIN;
-    bool empty() const { return left > right; }
-    bool operator==(const box&) const = default;
-};
-
-std::ostream& operator<<(std::ostream& out, const box& b) {
-    if (b.empty()) return out << "nothing";
-    return out << b.left << "," << b.top << " to " << b.right << "," << b.bottom;
-}
 
 class canvas {
 public:
@@ -63,17 +51,12 @@ public:
 
     FXColor at(int x, int y) const { return shown->at(x, y); }
 
-    box inked(FXColor color, int x1 = 0, int y1 = 0, int x2 = side - 1, int y2 = side - 1) const {
-        box b;
-        for (int y = y1; y <= y2; y++) {
-            for (int x = x1; x <= x2; x++) {
-                if (at(x, y) != color) continue;
-                b.left = std::min(b.left, x);
-                b.right = std::max(b.right, x);
-                b.top = std::min(b.top, y);
-                b.bottom = std::max(b.bottom, y);
-            }
-        }
+    ink_box inked(FXColor color, int x1 = 0, int y1 = 0, int x2 = side - 1,
+                  int y2 = side - 1) const {
+        ink_box b;
+        for (int y = y1; y <= y2; y++)
+            for (int x = x1; x <= x2; x++)
+                if (at(x, y) == color) b.add(x, y);
         return b;
     }
 
@@ -88,13 +71,13 @@ constexpr int text_bottom = text_top + 12 - 1;
 
 /// Texts in the rows of the labels, from left to right: runs of inked columns, joined over the
 /// gaps within a text.
-std::vector<box> texts_below(const canvas& c) {
-    std::vector<box> found;
+std::vector<ink_box> texts_below(const canvas& c) {
+    std::vector<ink_box> found;
     for (int x = 0; x < side; x++) {
-        const box column = c.inked(ink, x, line_pos + 6, x, side - 1);
+        const ink_box column = c.inked(ink, x, line_pos + 6, x, side - 1);
         if (column.empty()) continue;
         if (found.empty() || x - found.back().right > 8) found.push_back(column);
-        box& text = found.back();
+        ink_box& text = found.back();
         text.right = x;
         text.top = std::min(text.top, column.top);
         text.bottom = std::max(text.bottom, column.bottom);
@@ -112,14 +95,15 @@ TEST(fox_axis, line_and_ticks_point_away_from_the_plot) {
     xaxis x;
     EXPECT_EQ(x.thickness(), 5);
     c.draw(x, {line_from, 100, line_to}, two_labels, L"title");
-    EXPECT_EQ(c.inked(ink), (box{line_from, line_pos, line_to, line_pos + 5}));
-    EXPECT_EQ(c.inked(ink, 41, line_pos + 1, 259), (box{100, line_pos + 1, 100, line_pos + 5}));
+    EXPECT_EQ(c.inked(ink), (ink_box{line_from, line_pos, line_to, line_pos + 5}));
+    EXPECT_EQ(c.inked(ink, 41, line_pos + 1, 259), (ink_box{100, line_pos + 1, 100, line_pos + 5}));
 
     yaxis y;
     EXPECT_EQ(y.thickness(), 5);
     c.draw(y, {line_to, 100, line_from}, two_labels, L"title");
-    EXPECT_EQ(c.inked(ink), (box{line_pos - 5, line_from, line_pos, line_to}));
-    EXPECT_EQ(c.inked(ink, 0, 41, line_pos - 1, 259), (box{line_pos - 5, 100, line_pos - 1, 100}));
+    EXPECT_EQ(c.inked(ink), (ink_box{line_pos - 5, line_from, line_pos, line_to}));
+    EXPECT_EQ(c.inked(ink, 0, 41, line_pos - 1, 259),
+              (ink_box{line_pos - 5, 100, line_pos - 1, 100}));
 
     null_axis none;
     EXPECT_EQ(none.thickness(), 0);
@@ -134,12 +118,12 @@ TEST(fox_axis, end_labels_and_title_share_one_line_below) {
     c.draw(axis, {line_from, 90, 160, line_to}, {L"0.25", L"0.4", L"0.6", L"0.75"}, L"S");
     const auto texts = texts_below(c);
     ASSERT_EQ(texts.size(), 3U) << "low value, title, high value";
-    for (const box& text : texts) {
+    for (const ink_box& text : texts) {
         EXPECT_EQ(text.top, text_top);
         EXPECT_EQ(text.bottom, text_bottom);
     }
     EXPECT_NEAR(texts[0].left, line_from, 2);
-    EXPECT_NEAR((texts[1].left + texts[1].right) / 2.0, 150, 1);
+    EXPECT_NEAR(texts[1].middle_x(), 150, 1);
     EXPECT_NEAR(texts[2].right, line_to, 3);
     EXPECT_LT(text_bottom, line_pos + axis.thickness());
 
@@ -160,7 +144,7 @@ TEST(fox_axis, the_vertical_axis_is_the_horizontal_one_turned) {
 
     // Where a text reads upward: its start is at the low end, its tops to the left.
     const int base = line_pos - 10; // right of the last column of the text
-    const box all = upright.inked(ink, 0, 0, line_pos - 6);
+    const ink_box all = upright.inked(ink, 0, 0, line_pos - 6);
     EXPECT_EQ(all.right, base - 1);
     EXPECT_EQ(all.left, base - 12);
     EXPECT_NEAR(all.bottom, line_to, 2);
@@ -221,19 +205,19 @@ TEST(fox_axis, the_other_layouts_put_their_texts_where_the_table_says) {
     EXPECT_EQ(through.thickness(), 25);
     c.draw(through, two_ticks, two_labels, L"S");
     EXPECT_EQ(c.inked(ink, line_from, 0, line_from, side - 1).top, line_pos - 5);
-    const box above = c.inked(ink, 0, 0, side - 1, line_pos - 6);
+    const ink_box above = c.inked(ink, 0, 0, side - 1, line_pos - 6);
     EXPECT_EQ(above.bottom, line_pos - 10 - 1);
-    EXPECT_NEAR((above.left + above.right) / 2.0, 150, 1);
+    EXPECT_NEAR(above.middle_x(), 150, 1);
     EXPECT_EQ(texts_below(c).size(), 2U);
 
     xaxis2a all;
     EXPECT_EQ(all.thickness(), 12 + 5);
     c.draw(all, {60, 150, 240}, {L"1", L"22", L"3"}, L"S");
-    const box below = c.inked(ink, 0, line_pos + 6);
+    const ink_box below = c.inked(ink, 0, line_pos + 6);
     EXPECT_EQ(below.bottom, line_pos + 5 + 12 - 1) << "the text hangs at the ends of the ticks";
     for (const int tick : {60, 150, 240}) {
-        const box label = c.inked(ink, tick - 30, line_pos + 6, tick + 30);
-        EXPECT_NEAR((label.left + label.right) / 2.0, tick, 1.5);
+        const ink_box label = c.inked(ink, tick - 30, line_pos + 6, tick + 30);
+        EXPECT_NEAR(label.middle_x(), tick, 1.5);
     }
     c.draw(all, {60, 150, 240}, {L"1", L"2"}, L"S");
     EXPECT_TRUE(c.inked(ink, 0, line_pos + 6).empty()) << "a label for each tick, or none";
@@ -242,38 +226,39 @@ TEST(fox_axis, the_other_layouts_put_their_texts_where_the_table_says) {
     EXPECT_EQ(both.thickness(), 5 + 13 + 2 * 12);
     c.draw(both, {240, 60}, {L"1", L"3"}, L"P");
     const int title_base = line_pos - 5 - 12 - 10;
-    const box title = c.inked(ink, 0, 0, title_base);
+    const ink_box title = c.inked(ink, 0, 0, title_base);
     EXPECT_EQ(title.right, title_base - 1);
-    EXPECT_NEAR((title.top + title.bottom) / 2.0, 150, 1);
+    EXPECT_NEAR(title.middle_y(), 150, 1);
     for (const int tick : {60, 240}) {
-        const box label = c.inked(ink, title_base, tick - 30, line_pos - 6, tick + 30);
+        const ink_box label = c.inked(ink, title_base, tick - 30, line_pos - 6, tick + 30);
         EXPECT_EQ(label.right, line_pos - 10 - 1);
-        EXPECT_NEAR((label.top + label.bottom) / 2.0, tick, 1.5);
+        EXPECT_NEAR(label.middle_y(), tick, 1.5);
     }
+}
+
+template<class Axis>
+void paint_two_colors(Axis& axis) {
+    axis.title_low = L"low";
+    axis.title_high = L"high";
+    axis.line_color = ink;
+    axis.low_color = low_ink;
+    axis.high_color = high_ink;
 }
 
 TEST(fox_axis, two_colours_stand_on_both_sides_of_the_middle) {
     canvas c;
     xaxis1b_twocolor x;
-    x.title_low = L"low";
-    x.title_high = L"high";
-    x.line_color = ink;
-    x.low_color = low_ink;
-    x.high_color = high_ink;
+    paint_two_colors(x);
     c.draw(x, two_ticks, {L"0", L"1"}, L"unused");
     EXPECT_EQ(c.inked(ink, 0, 0, side - 1, line_pos + 5),
-              (box{line_from, line_pos, line_to, line_pos + 5}));
+              (ink_box{line_from, line_pos, line_to, line_pos + 5}));
     EXPECT_EQ(texts_below(c).size(), 2U) << "the labels have the colour of the line";
     EXPECT_NEAR(c.inked(low_ink).right, 150 - 12, 3);
     EXPECT_NEAR(c.inked(high_ink).left, 150 + 12, 3);
     EXPECT_EQ(c.inked(low_ink).top, text_top);
 
     yaxis1b_twocolor y;
-    y.title_low = L"low";
-    y.title_high = L"high";
-    y.line_color = ink;
-    y.low_color = low_ink;
-    y.high_color = high_ink;
+    paint_two_colors(y);
     c.draw(y, {line_to, line_from}, {L"0", L"1"}, L"unused");
     EXPECT_NEAR(c.inked(low_ink).top, 150 + 12, 3) << "low is below";
     EXPECT_NEAR(c.inked(high_ink).bottom, 150 - 12, 3);

@@ -63,12 +63,6 @@ double mean_distance(const std::string& a, const std::string& b) {
     return sum / static_cast<double>(a.size());
 }
 
-std::string mime_type(const std::string& path) {
-    std::string type = output_of("file --brief --mime-type -- " + quoted(path));
-    type.pop_back();
-    return type;
-}
-
 std::vector<std::string> names_in(const folder& place) {
     std::vector<std::string> names;
     for (const auto& entry : fs::recursive_directory_iterator(place.path))
@@ -108,74 +102,56 @@ std::string error_of(canvas& window, const std::string& path) {
 TEST(Pictures, TheNameDecidesTheFormatAndWhatIsAppended) {
     shown<canvas> window(40, 30);
     const struct {
-        const char *name, *written, *type;
+        const char *name, *appended, *type;
     } cases[] = {
-        {"a.png", "a.png", "image/png"},
-        {"a.PNG", "a.PNG", "image/png"},
-        {"a.Bmp", "a.Bmp", "image/bmp"},
-        {"a.jpg", "a.jpg", "image/jpeg"},
-        {"a.JPEG", "a.JPEG", "image/jpeg"},
-        {"a.pdf", "a.pdf", "application/pdf"},
-        {"A.PDF", "A.PDF", "application/pdf"},
-        {"orbit", "orbit.png", "image/png"},
-        {"orbit.", "orbit.png", "image/png"},
-        {"orbit..", "orbit..png", "image/png"},
-        {"orbit.gif", "orbit.gif.png", "image/png"},
-        {"png", "png.png", "image/png"},
-        {"a.png.", "a.png.png", "image/png"},
-        {".png", ".png", "image/png"},
-        {"set.bmp/orbit", "set.bmp/orbit.png", "image/png"},
-        {"set.bmp/", "set.bmp/.png", "image/png"},
-        {"50%s \"a\" 'b' &c*[d].jpg", "50%s \"a\" 'b' &c*[d].jpg", "image/jpeg"},
-        {"100%n%n.", "100%n%n.png", "image/png"},
-        {"gr\xc3\xb6\xc3\x9f"
-         "e",
-         "gr\xc3\xb6\xc3\x9f"
-         "e.png",
-         "image/png"},
+        {"a.png", "", "png"},
+        {"a.PNG", "", "png"},
+        {"a.Bmp", "", "bmp"},
+        {"a.jpg", "", "jpeg"},
+        {"a.JPEG", "", "jpeg"},
+        {"A.PDF", "", "pdf"},
+        {"orbit", ".png", "png"},
+        {"orbit.", "png", "png"},
+        {"orbit..", "png", "png"},
+        {"orbit.gif", ".png", "png"},
+        {"png", ".png", "png"},
+        {".png", "", "png"},
+        {"set.bmp/orbit", ".png", "png"},
+        {"set.bmp/", ".png", "png"},
+        {"50%s \"a\" 'b' &c*[d].jpg", "", "jpeg"},
+        {"100%n%n gr\xc3\xb6\xc3\x9f.", "png", "png"},
     };
     for (const auto& c : cases) {
         const folder place;
         fs::create_directory(place.path / "set.bmp");
         window->save((place / c.name).c_str());
-        EXPECT_EQ(names_in(place), std::vector<std::string>{c.written}) << c.name;
-        EXPECT_EQ(mime_type(place / c.written), c.type) << c.name;
+        const std::string written = std::string(c.name) + c.appended;
+        EXPECT_EQ(names_in(place), std::vector<std::string>{written}) << c.name;
+        const std::string type =
+            output_of("file --brief --mime-type -- " + quoted(place / written));
+        EXPECT_EQ(type.substr(type.find('/') + 1), std::string(c.type) + "\n") << c.name;
     }
 }
 
 TEST(Pictures, OtherProgramsReadTheCanvasFromTheFile) {
     const folder place;
-    const struct { int w, h; } sizes[] = {{200, 150}, {1, 1}, {64, 149}};
-    for (const auto& size : sizes) {
+    for (const auto& [w, h] : {std::pair{200, 150}, {1, 1}, {64, 149}}) {
         shown<canvas> window(200, 150);
-        window->resize(size.w, size.h);
+        window->resize(w, h);
         pump();
         const std::string seen = rgb_of(screen_of(window.canvas));
         for (const char* name : {"a.png", "a.bmp", "a.jpg", "a.pdf"})
             window->save((place / name).c_str());
 
-        EXPECT_TRUE(rgb_of_file(place / "a.png", size.w, size.h) == seen);
-        EXPECT_TRUE(rgb_of_file(place / "a.bmp", size.w, size.h) == seen);
-        EXPECT_LT(mean_distance(rgb_of_file(place / "a.jpg", size.w, size.h), seen), 3) << size.w;
+        EXPECT_TRUE(rgb_of_file(place / "a.png", w, h) == seen);
+        EXPECT_TRUE(rgb_of_file(place / "a.bmp", w, h) == seen);
+        EXPECT_LT(mean_distance(rgb_of_file(place / "a.jpg", w, h), seen), 3) << w;
         EXPECT_EQ(output_of("identify -format %Q " + place / "a.jpg"), "75");
 
         output_of("qpdf --check " + place / "a.pdf");
         output_of("pdftoppm -r 72 -singlefile " + place / "a.pdf" + " " + place / "page");
-        EXPECT_TRUE(rgb_of_file(place / "page.ppm", size.w, size.h) == seen);
+        EXPECT_TRUE(rgb_of_file(place / "page.ppm", w, h) == seen);
     }
-}
-
-TEST(Pictures, ClientPixelsAreReleasedOnEveryRoadOut) {
-    const folder place;
-    fs::create_symlink("/dev/full", place / "full.png");
-    shown<canvas> window(300, 200);
-    for (const char* name : {"a.png", "a.pdf", "missing/a.png", "missing/a.pdf", "full.png"}) {
-        error_of(*window, place / name);
-        EXPECT_EQ(window->image->getData(), nullptr) << name;
-    }
-    window->image->restore();
-    window->save((place / "a.bmp").c_str());
-    EXPECT_NE(window->image->getData(), nullptr) << "pixels that were there before stay";
 }
 
 TEST(Pictures, OnlyAFailedOpenIsReported) {
@@ -189,14 +165,24 @@ TEST(Pictures, OnlyAFailedOpenIsReported) {
     for (const char* name : {"folder.png", "folder.pdf", "file/a.png", "file/a.pdf", "file/a",
                              "missing/100%s.jpg", "missing/a b\"c.bmp"})
         EXPECT_EQ(error_of(*window, place / name), "error open \"" + place / name + "\"");
-    for (const char* name : {"full.png", "full.pdf"})
+    EXPECT_EQ(window->image->getData(), nullptr) << "client pixels are released";
+    for (const char* name : {"full.png", "full.pdf"}) {
         EXPECT_EQ(error_of(*window, place / name), "");
+        EXPECT_EQ(window->image->getData(), nullptr) << "client pixels are released";
+    }
     EXPECT_EQ(content_of(place / "file"), "old");
     const fs::path before = fs::current_path();
     fs::current_path(place.path);
     EXPECT_EQ(error_of(*window, ""), "");
     fs::current_path(before);
     EXPECT_TRUE(fs::exists(place / ".png")) << "the name of a file without one";
+    window->image->restore();
+    window->save((place / "a.bmp").c_str());
+    EXPECT_NE(window->image->getData(), nullptr) << "pixels that were there before stay";
+
+    const std::string path = place / "no/100%s \"x\".png";
+    with_dialogs([&] { window->save_dialog("Save"); },
+                 {choose_file(path), error_box("Picture not saved.\nerror open \"" + path + "\"")});
 }
 
 TEST(Pictures, AFullDiskLeavesTheOldFile) {
@@ -219,39 +205,28 @@ TEST(Pictures, AFullDiskLeavesTheOldFile) {
     }
 }
 
-TEST(Pictures, TheBoxOfAFailureCarriesThePath) {
-    const folder place;
-    shown<canvas> window(100, 100);
-    const std::string path = place / "no/100%s \"x\".png";
-    with_dialogs([&] { window->save_dialog("Save"); },
-                 {choose_file(path), error_box("Picture not saved.\nerror open \"" + path + "\"")});
-}
-
 TEST(Pictures, TheQuestionIsAskedAboutTheNameThatIsWritten) {
     const folder place;
     const std::string question = "File \"orbit.png\" exists.\nOverwrite it?";
     shown<canvas> window(60, 40);
-    const auto saved = [&] { return content_of(place / "orbit.png") != "old"; };
     const auto save = [&] { window->save_dialog("Save"); };
     for (const char* name : {"orbit", "orbit.", "orbit.png"}) {
         const auto chosen = choose_file(place / name);
         put_file(place / "orbit.png", "old");
 
-        with_dialogs(save,
-                     {chosen, answer_box("Warning", question, FXMessageBox::ID_CLICKED_CANCEL)});
-        EXPECT_FALSE(saved());
+        const auto answer = [&](FXuint id) { return answer_box("Warning", question, id); };
+
+        with_dialogs(save, {chosen, answer(FXMessageBox::ID_CLICKED_CANCEL)});
         with_dialogs(save, {chosen, close_by_manager});
-        EXPECT_FALSE(saved());
-        with_dialogs(save, {chosen, answer_box("Warning", question, FXMessageBox::ID_CLICKED_NO),
-                            [&](FXTopWindow* dialog) {
+        with_dialogs(save, {chosen, answer(FXMessageBox::ID_CLICKED_NO), [&](FXTopWindow* dialog) {
                                 auto* files = dynamic_cast<FXFileDialog*>(dialog);
                                 EXPECT_EQ(files->getFilename().text(), place / name);
                                 EXPECT_EQ(files->getDirectory().text(), place.path.string());
                                 close_dialog(dialog, false);
                             }});
-        EXPECT_FALSE(saved());
-        with_dialogs(save, {chosen, answer_box("Warning", question, FXMessageBox::ID_CLICKED_YES)});
-        EXPECT_TRUE(saved());
+        EXPECT_EQ(content_of(place / "orbit.png"), "old");
+        with_dialogs(save, {chosen, answer(FXMessageBox::ID_CLICKED_YES)});
+        EXPECT_NE(content_of(place / "orbit.png"), "old");
         EXPECT_EQ(names_in(place), std::vector<std::string>{"orbit.png"});
     }
 }
@@ -293,26 +268,27 @@ void force_size(canvas& window, const char* width, const char* height,
 TEST(ForcedSize, AcceptsWhatThePictureCanBeAndRefusesTheRest) {
     const struct {
         const char *width, *height;
-        bool accepted;
-    } cases[] = {
-        {"321", "123", true},        {"1", "1", true},
-        {"16384", "2", true},        {"2", "16384", true},
-        {"0", "100", false},         {"100", "0", false},
-        {"-5", "100", false},        {"16385", "100", false},
-        {"100", "16385", false},     {"2147483647", "5", false},
-        {"-2147483648", "5", false}, {"99999999999999999999", "9", false},
-        {"abc", "100", false},       {"1e9x", "16385", false},
-    };
+        int w, h; // 0 where they are refused
+    } cases[] = {{"321", "123", 321, 123},
+                 {"1", "1", 1, 1},
+                 {"16384", "2", 16384, 2},
+                 {"2", "16384", 2, 16384},
+                 {"0", "100", 0, 0},
+                 {"100", "-5", 0, 0},
+                 {"16385", "100", 0, 0},
+                 {"100", "16385", 0, 0},
+                 {"2147483647", "5", 0, 0},
+                 {"-2147483648", "5", 0, 0},
+                 {"99999999999999999999", "9", 0, 0},
+                 {"abc", "100", 0, 0}};
     for (const auto& c : cases) {
         shown<canvas> window(200, 150);
         std::vector<dialog_driver::script> box;
-        if (!c.accepted) box.push_back(error_box("Parameters Wrong"));
+        if (!c.w) box.push_back(error_box("Parameters Wrong"));
         force_size(*window, c.width, c.height, box);
-        const int w = c.accepted ? atoi(c.width) : 200, h = c.accepted ? atoi(c.height) : 150;
-        EXPECT_EQ(window->getWidth(), w) << c.width << ' ' << c.height;
-        EXPECT_EQ(window->getHeight(), h) << c.width << ' ' << c.height;
-        EXPECT_EQ(window->image->getWidth(), w);
-        EXPECT_EQ(window->image->getHeight(), h);
+        const auto wanted = c.w ? std::pair(c.w, c.h) : std::pair(200, 150);
+        EXPECT_EQ(std::pair(window->getWidth(), window->getHeight()), wanted) << c.width;
+        EXPECT_EQ(std::pair(window->image->getWidth(), window->image->getHeight()), wanted);
     }
 }
 
@@ -323,18 +299,17 @@ TEST(ForcedSize, IsTheSizeOfTheSavedPictureUntilCancelGivesTheLayoutBack) {
     window->save((place / "a.png").c_str());
     EXPECT_TRUE(rgb_of_file(place / "a.png", 640, 33) == rgb_of(pixels(window->image)));
 
-    with_dialogs([&] { window->resize_hack_dialog(); }, {[](FXTopWindow* dialog) {
-                     const auto fields = all_of<FXTextField>(dialog);
-                     EXPECT_STREQ(fields[0]->getText().text(), "640");
-                     EXPECT_STREQ(fields[1]->getText().text(), "33");
-                     type_into(fields[0], "77");
-                     close_dialog(dialog, false);
-                 }});
+    with_dialogs(
+        [&] { window->resize_hack_dialog(); }, {[](FXTopWindow* dialog) {
+            EXPECT_EQ(texts_of<FXTextField>(dialog), (std::vector<std::string>{"640", "33"}));
+            type_into(all_of<FXTextField>(dialog)[0], "77");
+            close_dialog(dialog, false);
+        }});
     pump();
-    EXPECT_EQ(window->image->getWidth(), 200);
-    EXPECT_EQ(window->image->getHeight(), 150);
+    EXPECT_EQ(std::pair(window->image->getWidth(), window->image->getHeight()),
+              std::pair(200, 150));
     with_dialogs([&] { window->resize_hack_dialog(); }, {[](FXTopWindow* dialog) {
-                     EXPECT_STREQ(all_of<FXTextField>(dialog)[0]->getText().text(), "640");
+                     EXPECT_EQ(texts_of<FXTextField>(dialog)[0], "640");
                      close_dialog(dialog, false);
                  }});
 }
