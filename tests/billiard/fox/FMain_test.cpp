@@ -4,42 +4,22 @@
 
 using namespace window_test;
 
-namespace {
+using FMain_test = started;
+using texts = std::vector<std::string>;
 
-class FMain_test : public ::testing::Test {
-protected:
-    void SetUp() override { reset(); }
-};
-
-std::vector<std::string> labels_of(const std::vector<FXLabel*>& widgets) {
-    std::vector<std::string> labels;
-    for (const FXLabel* widget : widgets)
-        labels.emplace_back(widget->getText().text());
-    return labels;
-}
-
-} // namespace
-
-TEST_F(FMain_test, panel_and_menu_stand_in_their_order) {
-    const std::vector<std::string> panel{
-        "Show Billiard", "Iterate",      "Show Position", "Zoom In",  "Zoom Out", "Undo",
-        "Fixed Point",   "Save Picture", "Loop",          "Function", "Help",     "About"};
-    EXPECT_EQ(labels_of(all_of<FXLabel>(&window())), panel);
-
-    std::vector<std::string> menu;
-    for (auto* entry : all_of<FXMenuCommand>(window().function_menu))
-        menu.emplace_back(entry->getText().text());
-    EXPECT_EQ(menu,
-              (std::vector<std::string>{"Ellipse", "Oval Type A", "Oval Type B", "Oval Type C",
-                                        "Stadium", "User Defined Formula", "Triangle"}));
-}
-
-TEST_F(FMain_test, no_label_of_the_panel_is_cut_off) {
-    for (FXWindow* widget : all_of<FXLabel>(&window())) {
-        const auto* label = static_cast<FXLabel*>(widget);
-        const FXint text = label->getFont()->getTextWidth(label->getText());
-        EXPECT_LE(text, widget->getWidth()) << label->getText().text();
+TEST_F(FMain_test, panel_and_menu_stand_in_their_order_and_whole) {
+    texts panel;
+    for (const FXLabel* label : all_of<FXLabel>(&window())) {
+        panel.emplace_back(label->getText().text());
+        EXPECT_LE(label->getFont()->getTextWidth(label->getText()), label->getWidth())
+            << panel.back();
     }
+    EXPECT_EQ(panel,
+              (texts{"Show Billiard", "Iterate", "Show Position", "Zoom In", "Zoom Out", "Undo",
+                     "Fixed Point", "Save Picture", "Loop", "Function", "Help", "About"}));
+    EXPECT_EQ(texts_of<FXMenuCommand>(window().function_menu),
+              (texts{"Ellipse", "Oval Type A", "Oval Type B", "Oval Type C", "Stadium",
+                     "User Defined Formula", "Triangle"}));
 }
 
 TEST_F(FMain_test, loop_button_follows_the_loop_and_drives_it) {
@@ -50,16 +30,11 @@ TEST_F(FMain_test, loop_button_follows_the_loop_and_drives_it) {
     EXPECT_EQ(section().mode, basic_plotter::zoom_armed);
     section().cancel_mode();
 
-    window().loop_check->setCheck(TRUE);
-    command(FMain::ID_LOOP);
-    EXPECT_TRUE(section().loop_idle.is_active());
-    window().loop_check->setCheck(MAYBE);
-    command(FMain::ID_LOOP);
-    EXPECT_TRUE(section().loop_idle.is_active());
-    window().loop_check->setCheck(FALSE);
-    command(FMain::ID_LOOP);
-    EXPECT_FALSE(section().loop_idle.is_active());
-
+    for (const auto& [check, runs] : {std::pair{TRUE, true}, {MAYBE, true}, {FALSE, false}}) {
+        window().loop_check->setCheck(check);
+        command(FMain::ID_LOOP);
+        EXPECT_EQ(section().loop_idle.is_active(), runs);
+    }
     window().set_loop_check(1);
     window().set_loop_check(2);
     EXPECT_EQ(window().loop_check->getCheck(), TRUE);
@@ -99,22 +74,21 @@ TEST_F(FMain_test, every_command_gives_the_focus_to_the_phase_canvas) {
 
 TEST_F(FMain_test, path_window_is_shown_and_hidden_and_begins_anew) {
     plane().segment_state = 2;
+    auto* path = window().coordinate_win;
+    const auto expect_shown = [&](bool wanted) {
+        EXPECT_EQ(window().show_billiard, wanted);
+        EXPECT_EQ(path->shown(), wanted);
+    };
     command(FMain::ID_SHOW_BILLIARD);
-    EXPECT_TRUE(window().show_billiard);
-    EXPECT_TRUE(window().coordinate_win->shown());
+    expect_shown(true);
     EXPECT_EQ(plane().segment_state, 0);
-
     command(FMain::ID_SHOW_BILLIARD);
-    EXPECT_FALSE(window().show_billiard);
-    EXPECT_FALSE(window().coordinate_win->shown());
-
+    expect_shown(false);
     command(FMain::ID_SHOW_BILLIARD);
-    auto* second = window().coordinate_win;
-    EXPECT_EQ(second->handle(nullptr, FXSEL(SEL_CLOSE, 0), nullptr), 1);
-    EXPECT_FALSE(window().show_billiard);
-    EXPECT_FALSE(second->shown());
+    EXPECT_EQ(path->handle(nullptr, FXSEL(SEL_CLOSE, 0), nullptr), 1);
+    expect_shown(false);
     command(FMain::ID_SHOW_BILLIARD);
-    EXPECT_TRUE(second->shown());
+    expect_shown(true);
 }
 
 TEST_F(FMain_test, a_new_curve_wipes_the_pictures_and_keeps_the_rest) {
@@ -124,16 +98,14 @@ TEST_F(FMain_test, a_new_curve_wipes_the_pictures_and_keeps_the_rest) {
     section().iterate();
     section().start_loop();
     EXPECT_GT(pixels(section().image).count(red), 100);
-    double phi, alpha;
-    map().getPhiAlpha(phi, alpha);
+    const double phi = map().phi, alpha = map().alpha;
 
     map().setF(new TStadiumFunction(1.0));
     window().curve_changed();
 
     EXPECT_EQ(pixels(section().image).count(red), 0);
     EXPECT_EQ(pixels(section().backup).count(red), 0);
-    EXPECT_EQ(map().phi, phi);
-    EXPECT_EQ(map().alpha, alpha);
+    EXPECT_TRUE(map().phi == phi && map().alpha == alpha);
     EXPECT_EQ(section().w2s->world.x1, 0.25);
     EXPECT_EQ(section().foreground, red);
     EXPECT_TRUE(section().loop_idle.is_active());

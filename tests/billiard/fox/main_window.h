@@ -78,12 +78,23 @@ inline void click(int x, int y) {
 inline dialog_driver::script expect_box(const std::string& title, const std::string& text) {
     return [=](FXTopWindow* box) {
         EXPECT_EQ(title, box->getTitle().text());
-        std::string seen;
-        for (const FXLabel* label : all_of<FXLabel>(box))
-            if (!dynamic_cast<const FXButton*>(label)) seen += label->getText().text();
-        EXPECT_NE(seen.find(text), std::string::npos) << "the box says: " << seen;
+        EXPECT_NE(texts_of<FXLabel>(box).back().find(text), std::string::npos)
+            << "the box says: " << texts_of<FXLabel>(box).back();
         box->handle(box, FXSEL(SEL_COMMAND, FXMessageBox::ID_CLICKED_OK), nullptr);
     };
 }
+
+/// S and P of the present point.
+inline std::pair<double, double> point() {
+    double S, P;
+    map().getPoint(S, P);
+    return {S, P};
+}
+
+/// A test of a window that has just started.
+class started : public ::testing::Test {
+protected:
+    void SetUp() override { reset(); }
+};
 
 } // namespace window_test
