@@ -7,10 +7,43 @@
 #include <string>
 
 #include "billiard/radius-core/TRadiusFunction.h"
-#if __has_include("billiard/radius-core/TSymbolicRadius.h")
 #include "billiard/radius-core/TSymbolicRadius.h"
-#define HAVE_FORMULA_CURVES 1
-#endif
+
+struct named_curve {
+    const char *kind, *params;
+    std::string name() const { return std::string(kind) + " " + params; }
+};
+
+/// Formulas that are no curves at all, or curves that nobody can bounce in.
+inline constexpr const char* hostile_formulas[] = {"0",
+                                                   "1/0",
+                                                   "0/0",
+                                                   "-1",
+                                                   "-3",
+                                                   "1e-300",
+                                                   "1e300",
+                                                   "log(t-1)",
+                                                   "sqrt(t-3)",
+                                                   "1/t",
+                                                   "1+t",
+                                                   "t^t",
+                                                   "exp(exp(t))",
+                                                   "exp(exp(exp(t)))",
+                                                   "t^t^t^t",
+                                                   "1e300^t",
+                                                   "5+tan(t)",
+                                                   "tan(1000*t)",
+                                                   "5+sin(1000*t)",
+                                                   "5+sin(1000000000*t)",
+                                                   "1+1e-9*sin(100000*t)/t",
+                                                   "5+sin(2.5*t)",
+                                                   "0.5+sin(t)",
+                                                   "sin(t)",
+                                                   "signum(sin(3*t))",
+                                                   "2+fabs(sin(t))",
+                                                   "1+heaviside(t-3)",
+                                                   "2+floor(t)",
+                                                   "floor(1e300*t)"};
 
 /// A new curve, as in ("OvalC", "2 3") or ("Formula", "5+sin(t)"); the caller owns it. Throws for
 /// an unknown kind.
@@ -29,8 +62,10 @@ inline TRadiusFunction* new_reference_curve(const std::string& kind, const std::
         triangle->setDegrees(x, y);
         return triangle;
     }
-#ifdef HAVE_FORMULA_CURVES
     if (kind == "Formula") return new symbolic::TSymbolicRadius(params.c_str());
-#endif
     throw std::invalid_argument("unknown kind of curve: " + kind);
+}
+
+inline TRadiusFunction* new_reference_curve(const named_curve& curve) {
+    return new_reference_curve(curve.kind, curve.params);
 }
