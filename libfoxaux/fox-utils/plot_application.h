@@ -1,17 +1,22 @@
 // SPDX-License-Identifier: MIT
-// The toolkit's application, less one of its faults.
+// The toolkit's application, less two of its faults.
 #pragma once
 
 #include <fx.h>
 
-/// An application in which the middle mouse button does nothing to a colour well.
+/// An application that keeps two events from the toolkit's colour dialogs, for they would end it.
 ///
-/// The toolkit's well would paste the colour that the display offers; where none is on offer it
-/// frees a pointer that nobody has set.
+/// On the middle mouse button a colour well pastes the colour that the display offers; where none
+/// is on offer it frees a pointer that nobody has set. And the button that picks a colour from the
+/// screen, pressed by the space bar, reads the place of a click that has not happened.
 class plot_application : public FXApp {
 public:
     using FXApp::FXApp;
 
 protected:
     bool dispatchEvent(FXRawEvent& event) override;
+
+private:
+    bool pastes_color(const FXRawEvent& event) const;
+    bool picks_by_key(FXRawEvent& event) const;
 };

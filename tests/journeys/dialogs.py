@@ -70,6 +70,13 @@ def settings(folder):
 def journey(program, model):
     # The middle button would paste a colour into the well, and the display has none to offer.
     program.click(10, 5, button=2, window=program.widget("color"))
+    # Two clicks on the pipette pick a colour from the screen, and leave it the keys.
+    program.keys("c")
+    dialog = program.dialog("Foreground Color")
+    for _ in range(2):
+        program.click(30, 25, window=dialog)
+    program.keys("space")
+    program.cancel("Foreground Color")
     _, height = program.canvas_size()
     # S and P typed into the first tab start an orbit there; what is no point, or cancelled, none.
     program.press("Show Position")
