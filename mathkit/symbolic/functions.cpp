@@ -18,13 +18,6 @@ const function_entry* find_function(std::string_view name) {
     return nullptr;
 }
 
-const char* function_name(function_id id) {
-    for (const function_entry& entry : function_table) {
-        if (entry.id == id) return entry.name;
-    }
-    return "";
-}
-
 double signum(double x) {
     if (x > 0) return 1;
     if (x < 0) return -1;

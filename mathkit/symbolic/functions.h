@@ -61,9 +61,6 @@ inline constexpr std::array<function_entry, 26> function_table{{
 /// The entry of `name`, null if there is no such function.
 const function_entry* find_function(std::string_view name);
 
-/// The name of a function, as users write it.
-const char* function_name(function_id id);
-
 /// -1, 0 or 1 by the sign of x; NaN stays NaN.
 double signum(double x);
 

@@ -137,6 +137,7 @@ TEST(PeriodicPoints, PointsOfTheRimThatHardlyMoveHaveNoOrder) {
     formula_map map(shear); // near y = 1 every point is back in the circle after one step
     EXPECT_LT(map.getorder(0.2, 0.9999999, 0.01, 3e-8, 1000), 0);
     EXPECT_LT(map.getorder(0.2, std::nextafter(1, 0), 0.01, 0.0001, 100), 0);
+    EXPECT_LT(map.getorder(0.2, -0.9999999, 0.01, 3e-8, 1000), 0);
 }
 
 TEST(PeriodicPoints, LimitOfTheOrderHolds) {
@@ -145,6 +146,8 @@ TEST(PeriodicPoints, LimitOfTheOrderHolds) {
     EXPECT_LT(map.getorder(0.6, 0.2, 0.01, 0.01, 6), 0);
     EXPECT_LT(map.getorder(0.6, 0.2, 0.01, 0.01, 0), 0);
     EXPECT_LT(map.getorder(0.6, 0.2, 0.01, 0.01, -5), 0);
+    formula_map slow(rotation(17 / 120.0));
+    EXPECT_LT(slow.getorder(0.6, 0.2, 1e-3, 1e-3, 20), 0);
 }
 
 /// Maps that do not behave; none of them has a periodic point near (0.4, 0.1).
@@ -194,10 +197,11 @@ TEST(PeriodicPoints, ArgumentsThatAreNoCircleAreRefused) {
     struct {
         double x, y, rx, ry;
     } const circles[] = {
-        {0, 0.3, 0.02, 0.06},    {1, 0.3, 0.02, 0.06},        {-0.1, 0.1, 0.02, 0.06},
-        {0.5, 1, 0.02, 0.06},    {0.5, -1.25, 0.02, 0.06},    {0.5, 0, 0, 0.06},
-        {0.5, 0, 0.02, -0.06},   {0.5, 0, NONE, 0.06},        {NONE, 0, 0.02, 0.06},
-        {0.5, NONE, 0.02, 0.06}, {0.5, 0, HUGE_NUMBER, 0.06}, {HUGE_NUMBER, 0, 0.02, 0.06},
+        {0, 0.3, 0.02, 0.06},         {1, 0.3, 0.02, 0.06},        {-0.1, 0.1, 0.02, 0.06},
+        {0.5, 1, 0.02, 0.06},         {0.5, -1.25, 0.02, 0.06},    {0.5, 0, 0, 0.06},
+        {0.5, 0, 0.02, -0.06},        {0.5, 0, NONE, 0.06},        {NONE, 0, 0.02, 0.06},
+        {0.5, NONE, 0.02, 0.06},      {0.5, 0, HUGE_NUMBER, 0.06}, {0.5, 0, 0.02, NONE},
+        {HUGE_NUMBER, 0, 0.02, 0.06},
     };
     formula_map map(kicked(0.9)); // (0.5, 0) has order 1
     for (const auto& c : circles)
@@ -212,6 +216,39 @@ TEST(PeriodicPoints, ArgumentsThatAreNoCircleAreRefused) {
         TRect box;
         EXPECT_FALSE(map.fixfinder(x, y, order, iter, box, 1e-14)) << order;
         EXPECT_EQ(box.maxdim(), HUGE_NUMBER);
+    }
+    double x = 0.5, y = 7;
+    int iter = 30;
+    TRect box;
+    EXPECT_FALSE(map.fixfinder(x, y, 1, iter, box, 1e-14)) << "no point of the section";
+    y = 0.03;
+    ASSERT_TRUE(map.fixfinder(x, y, 2, iter, box, 1e-14)) << "one of order 1 will do";
+    expect_honest(map, x, y, 2, box);
+}
+
+/// A map that throws where it is placed or where it is read.
+class throwing_map : public formula_map {
+public:
+    throwing_map(bool placed, bool read) : formula_map(kicked(0.9)), placed(placed), read(read) {}
+    bool setPoint(double a, double b) override {
+        if (placed) throw TError("no place");
+        return formula_map::setPoint(a, b);
+    }
+    void getPoint(double& a, double& b) override {
+        if (read) throw TError("no point");
+        formula_map::getPoint(a, b);
+    }
+    const bool placed, read;
+};
+
+TEST(PeriodicPoints, ErrorsOfTheMapNeverLeaveASearch) {
+    for (const bool placed : {true, false}) {
+        throwing_map map(placed, !placed);
+        EXPECT_LT(map.getorder(0.5, 0, 0.05, 0.05, 100), 0);
+        double x = 0.5, y = 0;
+        int iter = 30;
+        TRect box;
+        EXPECT_FALSE(map.fixfinder(x, y, 1, iter, box, 1e-14));
     }
 }
 

@@ -70,8 +70,10 @@ TEST(kit_string, OrdersByBytes) {
     int expected = 0;
     for (const auto& [text, place] : order)
         EXPECT_EQ(place, expected++) << text.c_str();
-    EXPECT_TRUE(kit::string("a") == "a");
-    EXPECT_FALSE(kit::string("a") == "ab");
+    EXPECT_TRUE(kit::string("a") == "a" && kit::string("a") == kit::string("a"));
+    EXPECT_FALSE(kit::string("a") == "ab" || kit::string("a") == kit::string("ab"));
+    EXPECT_TRUE(kit::string() == static_cast<const char*>(nullptr));
+    EXPECT_STREQ(kit::string::concat("a", ""), "a");
 }
 
 TEST(kit_wstring, HoldsAndFormatsWideTexts) {
@@ -81,6 +83,9 @@ TEST(kit_wstring, HoldsAndFormatsWideTexts) {
     b.sprintf(L"%13.10g     %13.10g", 0.5, -1 / 3.0);
     EXPECT_STREQ(b, L"          0.5     -0.3333333333");
     EXPECT_STREQ(a, L"P");
+    EXPECT_TRUE(!(a == b) && a == kit::wstring(L"P"));
+    b = a;
+    EXPECT_EQ(a.c_str(), b.c_str());
     a.sprintf(L"%ls%ls", a.c_str(), a.c_str());
     EXPECT_STREQ(a, L"PP");
     EXPECT_EQ(a.length(), 2u);

@@ -107,6 +107,11 @@ TEST(TRootSolver, answers_no_number_where_there_is_no_sign_change) {
         line.brent1(a, b, 1e-12);
     }
     EXPECT_LE(line.calls, 20000) << "it ends, whatever the answer";
+    function_root jump{[](double x) { return x > 1 ? 1.0 : -1.0; }, one};
+    double a = 0, b = 3; // down to neighbouring doubles
+    EXPECT_DOUBLE_EQ(jump.safe_newton(a, b, 0), 1);
+    a = 0, b = 3;
+    EXPECT_DOUBLE_EQ(jump.brent1(a, b, 0), 1);
 }
 
 class function_integral : public TIntegrator {

@@ -76,6 +76,8 @@ TEST(istringstream, ReadsAndSeeks) {
     EXPECT_EQ(in.tellg(), 3);
     in.seekg(100);
     EXPECT_TRUE(in.fail());
+    EXPECT_EQ(in.rdbuf()->pubseekoff(-1, std::ios::beg, std::ios::in), -1);
+    EXPECT_EQ(in.rdbuf()->pubseekoff(0, std::ios::beg, std::ios::out), -1);
     kit::istringstream nothing(nullptr, 0);
     EXPECT_EQ(nothing.get(), EOF);
 }
@@ -123,6 +125,7 @@ TEST(tiny_izstream, ReportsDamage) {
         expect_damage(broken, 1000000);
     }
     expect_damage("this is no zlib stream", 100);
+    expect_damage("\x78\xbb wants a dictionary", 100);
 }
 
 TEST(tiny_izstream, DamageIsBadbitToStreamOperations) {

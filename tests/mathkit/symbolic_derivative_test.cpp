@@ -63,6 +63,11 @@ TEST(diff, takes_other_variables_and_cells_for_constants) {
     cell = 4;
     EXPECT_EQ(list.eval_double(stack.data()), 20);
     EXPECT_THROW(e.compile(list), TError); // t and u have no value
+    double other = 5;
+    symbolic::postfix_list both;
+    symbolic::ex(symbolic::mul(symbolic::ex(&cell, false), symbolic::ex(&other, true)))
+        .compile(both);
+    EXPECT_EQ(both.eval_double(stack.data()), 20);
 }
 
 /// Magnitude up to which a sum of rounding errors stays below the tolerances of the next test.

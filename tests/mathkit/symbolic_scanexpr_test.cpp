@@ -66,10 +66,22 @@ TEST(scanexpr, takes_what_people_write_at_its_longest) {
 TEST(eval, leaves_names_below_the_given_level) {
     symbolic::subs_manager manager;
     manager.set_math_constants();
-    const symbolic::ex deep = symbolic::scanexpr("1+(2+unknown)");
+    const symbolic::ex deep = symbolic::scanexpr("1+(2+unknown(t))");
     EXPECT_NO_THROW(deep.eval(manager.first, manager.second, 1));
     EXPECT_THROW(deep.eval(manager.first, manager.second, -1), TError);
-    EXPECT_THROW(symbolic::scanexpr("unknown").diff(symbolic::var("t")), TError);
+    // What has no meaning yet can be carried along, but not used.
+    const symbolic::var t("t");
+    const symbolic::function_symbol sine(*symbolic::find_function("sin"));
+    for (const symbolic::ex& e :
+         {symbolic::scanexpr("unknown"), symbolic::scanexpr("unknown(t)"), symbolic::ex(sine)}) {
+        symbolic::postfix_list list;
+        EXPECT_THROW(e.diff(t), TError);
+        EXPECT_THROW(e.compile(list), TError);
+        EXPECT_NO_THROW(e.subs(symbolic::lst(t), symbolic::lst(symbolic::ex(1)), 0));
+    }
+    manager.set_experimental_functions();
+    const symbolic::ex bare = symbolic::unresolved_name("sin", 1);
+    EXPECT_THROW(bare.eval(manager.first, manager.second, -1), TError);
 }
 
 } // namespace

@@ -365,6 +365,13 @@ TEST(bounce, refuses_what_has_no_impact) {
         {"a hole in the radius",
          [](double x) { return std::fabs(x - 2) < 0.5 ? double(NAN) : 1.0; }, nought, 0.7},
         {"open at the far end", [](double x) { return x < 1.5 ? 1.0 : 1e9; }, nought, 1},
+        {"no other side", [](double x) { return x < 3 ? 1.0 : 0.0; }, nought, pi / 2},
+        {"a radius that changes",
+         [](double) {
+             static int look = 0;
+             return ++look % 2 ? 1e300 : 1e-300;
+         },
+         nought, 1},
     };
     for (const auto& c : curves) {
         TBilliard billiard(new odd_curve(c.radius, c.slope));
@@ -374,8 +381,66 @@ TEST(bounce, refuses_what_has_no_impact) {
     TBilliard list(new TGenOvalFunction(2, 3));
     list.inflections = {3.0, 4.0};
     expect_refusal(list, 1, 1.1, "a list of inflections that does not hold the start");
+    list.inflections = {0.1, 0.5};
+    expect_refusal(list, 1, 1.1, "a list that ends before the start");
     list.inflections.clear();
     expect_refusal(list, 1, 1.1, "no list at all");
+}
+
+/// Straight along x = 1 up to a polar angle, then as far out as `beyond`, then near the origin.
+double beyond = 1;
+double straight_side(double x) {
+    return x < 1.1 ? 1 / std::cos(x) : x < 1.3 ? beyond : beyond > 1e6 ? beyond : 1e-3;
+}
+double straight_slope(double x) {
+    return x < 1.1 ? std::sin(x) / (std::cos(x) * std::cos(x)) : 0;
+}
+
+TEST(bounce, takes_a_point_on_the_line_itself_for_an_impact) {
+    // Along the side the distance from the line is often exactly 0.
+    for (const double far_out : {1.0, 10.0, 1e9}) {
+        beyond = far_out;
+        for (const double knot : {0.9, 1.2}) {
+            for (const bool convex : {true, false}) {
+                TBilliard billiard(new odd_curve(straight_side, straight_slope));
+                billiard.convex = convex;
+                billiard.inflections = {-pi, knot, 3 * pi};
+                int found = 0;
+                for (int i = 0; i < 50; ++i) {
+                    double phi = 0.3 + 0.01 * i, alpha = 0;
+                    try {
+                        billiard.findit(phi, alpha);
+                        found += phi >= 0.3 && phi < 1.4;
+                    } catch (const TError&) {
+                    }
+                }
+                EXPECT_GT(found, 5) << far_out << " " << knot << " " << convex;
+            }
+        }
+    }
+}
+
+/// A circle with a dent in the middle of the chord that starts at 1 in the direction 0.7.
+double dent = 1;
+double dented(double x) {
+    return std::fabs(x - 1.7) < 0.01 ? dent : 1;
+}
+
+TEST(bounce, looks_at_the_point_where_the_distance_turns) {
+    TBilliard billiard;
+    billiard.F = new odd_curve(dented, nought);
+    billiard.inflections = {-pi, 2.0, 3 * pi}; // beyond the dent the path is inside again
+    const auto impact = [&](double radius) {
+        dent = radius;
+        double phi = 1, alpha = 0.7;
+        billiard.findit(phi, alpha);
+        return phi;
+    };
+    EXPECT_NEAR(impact(0.99), 2.4, 1e-9) << "inside";
+    EXPECT_NEAR(impact(0.5), 1.7, 0.0101) << "outside";
+    EXPECT_NEAR(impact(std::cos(0.7)), 1.7, 0.0101) << "on the line";
+    dent = NAN;
+    expect_refusal(billiard, 1, 0.7, "no radius where the distance turns");
 }
 
 /// An oval of any size, with or without inflections; told to be convex it takes the short way.
@@ -394,7 +459,7 @@ TEST(bounce, is_the_same_at_every_size) {
     // Radii near the ends of the range of doubles: the shape decides, not the size. Squares and
     // products of radii leave the range long before the radii do.
     for (const bool convex : {true, false}) {
-        const double c = convex ? 5 : 2;
+        const double c = convex ? 5 : 1.5;
         TBilliard usual(new sized_oval(1, c, convex));
         for (const double size :
              {1e-300, 1e-158, 1e-155, 1e-110, 1e-80, 1e-3, 1e77, 1e150, 2.5e153, 1e200, 1e307}) {
