@@ -53,16 +53,6 @@ corners corners_of(const TRect& r) {
     return {r.x1, r.y1, r.x2, r.y2};
 }
 
-TEST(basic_plotter, TheFrameLeavesRoomForTheAxes) {
-    shown<plot> canvas(400, 300);
-    const irect& area = canvas->w2s->screen;
-    EXPECT_TRUE(area.x1 == 30 && area.y1 == 0 && area.x2 == 399 && area.y2 == 270);
-    const pixels picture(canvas->image);
-    EXPECT_EQ(picture.at(200, 270), grey); // the x axis
-    EXPECT_EQ(picture.at(30, 100), grey);  // the y axis
-    EXPECT_EQ(picture.at(200, 100), white);
-}
-
 TEST(basic_plotter, EveryKeyOfTheView) {
     const TRect start(2, 10, 12, 30); // ten wide, twenty high, centre (7, 20)
     const struct {

@@ -154,21 +154,6 @@ TEST_F(FMain_dialogs_test, any_number_ends_in_a_curve_or_a_box_and_the_program_g
     }
 }
 
-TEST_F(FMain_dialogs_test, an_accepted_value_is_offered_next_time_and_a_cancelled_one_is_not) {
-    choose(FMain::ID_OVAL_A, {fill_in({"7"})});
-    choose(FMain::ID_OVAL_A, {fill_in({"9\r"}, false)});
-    EXPECT_EQ(family(), "R(phi)=7+cos(2*phi)");
-    choose(FMain::ID_OVAL_A, {[](FXTopWindow* dialog) {
-               const auto* box = all_of<FXComboBox>(dialog).front();
-               EXPECT_STREQ(box->getText().text(), "7");
-               ASSERT_EQ(box->getNumItems(), 2);
-               EXPECT_EQ(box->getItemText(0) + " " + box->getItemText(1), "7 5");
-               close_dialog(dialog, false);
-           }});
-    choose(FMain::ID_OVAL_C, {fill_in({"2.5", "-4"})});
-    EXPECT_EQ(family(), "R(phi)=2.5+cos(4*phi)");
-}
-
 TEST_F(FMain_dialogs_test, position_tabs_show_the_orbit_in_their_units) {
     map().setPhiAlpha(std::numbers::pi / 4, std::numbers::pi / 3);
     choose(FMain::ID_SHOW_POSITION, {[](FXTopWindow* dialog) {
@@ -231,26 +216,6 @@ TEST_F(FMain_dialogs_test, accepted_positions_start_a_new_orbit) {
     EXPECT_EQ(map().phi, 0);
     EXPECT_NEAR(map().alpha, std::numbers::pi / 4, 1e-15);
     EXPECT_EQ(points(), 0);
-}
-
-TEST_F(FMain_dialogs_test, the_tab_key_walks_the_fields_of_the_open_page_and_the_buttons) {
-    choose(FMain::ID_SHOW_POSITION, {[](FXTopWindow* dialog) {
-               const auto fields = fields_of(dialog);
-               const auto buttons = all_of<FXButton>(dialog);
-               auto* book = all_of<FXTabBook>(dialog).front();
-               for (const int page : {0, 1}) {
-                   book->setCurrent(page);
-                   fields[2 * page]->setFocus();
-                   for (FXWindow* next : {static_cast<FXWindow*>(fields[2 * page + 1]),
-                                          static_cast<FXWindow*>(buttons[buttons.size() - 2]),
-                                          static_cast<FXWindow*>(buttons.back())}) {
-                       send_key(dialog, KEY_Tab);
-                       EXPECT_EQ(focus_of(dialog), next);
-                   }
-                   EXPECT_EQ(book->getCurrent(), page);
-               }
-               close_dialog(dialog, false);
-           }});
 }
 
 TEST_F(FMain_dialogs_test, refused_positions_plot_the_old_point_again) {

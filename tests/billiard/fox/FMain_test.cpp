@@ -72,23 +72,10 @@ TEST_F(FMain_test, every_command_gives_the_focus_to_the_phase_canvas) {
     }
 }
 
-TEST_F(FMain_test, path_window_is_shown_and_hidden_and_begins_anew) {
+TEST_F(FMain_test, the_path_begins_anew_when_its_window_is_shown) {
     plane().segment_state = 2;
-    auto* path = window().coordinate_win;
-    const auto expect_shown = [&](bool wanted) {
-        EXPECT_EQ(window().show_billiard, wanted);
-        EXPECT_EQ(path->shown(), wanted);
-    };
     command(FMain::ID_SHOW_BILLIARD);
-    expect_shown(true);
     EXPECT_EQ(plane().segment_state, 0);
-    command(FMain::ID_SHOW_BILLIARD);
-    expect_shown(false);
-    command(FMain::ID_SHOW_BILLIARD);
-    EXPECT_EQ(path->handle(nullptr, FXSEL(SEL_CLOSE, 0), nullptr), 1);
-    expect_shown(false);
-    command(FMain::ID_SHOW_BILLIARD);
-    expect_shown(true);
 }
 
 TEST_F(FMain_test, a_new_curve_wipes_the_pictures_and_keeps_the_rest) {

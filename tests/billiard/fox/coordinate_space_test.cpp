@@ -67,26 +67,6 @@ std::pair<double, double> impact() {
 
 } // namespace
 
-TEST_F(coordinate_space_test, the_boundary_is_the_polyline_of_the_table) {
-    FXImage expected(&app(), nullptr, 0, plane().image->getWidth(), plane().image->getHeight());
-    expected.create();
-    {
-        FXDCWindow dc(&expected);
-        dc.setForeground(white);
-        dc.fillRectangle(0, 0, expected.getWidth(), expected.getHeight());
-        dc.setForeground(black);
-        for (int i = 1; i < map().circumference.size(); ++i) {
-            double x1, y1, x2, y2;
-            map().circumference.get(i - 1, x1, y1);
-            map().circumference.get(i, x2, y2);
-            const FXPoint from = plane_pixel(x1, y1), to = plane_pixel(x2, y2);
-            dc.drawLine(from.x, from.y, to.x, to.y);
-        }
-    }
-    EXPECT_GT(pixels(&expected).count(black), 500);
-    EXPECT_EQ(pixels(plane().image), pixels(&expected));
-}
-
 TEST_F(coordinate_space_test, a_path_is_blue_and_its_newest_segment_red) {
     map().setPoint(0.1, 0.3);
     plane().redraw_boundary();
@@ -114,24 +94,6 @@ TEST_F(coordinate_space_test, a_path_is_blue_and_its_newest_segment_red) {
     EXPECT_EQ(type_keys(&plane(), "b"), 1); // the curve over the path's ends, the path stays
     EXPECT_GT(pixels(plane().image).count(black), covered);
     EXPECT_EQ(color_between(bounces, 3), red);
-}
-
-TEST_F(coordinate_space_test, space_advances_both_windows) {
-    const double phi = map().phi;
-    section().foreground = red;
-    section().redraw();
-    for (const int bounces : {1, 2}) {
-        const pixels before(plane().image);
-        type_keys(&plane(), "L"); // does nothing without a segment
-        EXPECT_EQ(pixels(plane().image), before);
-        EXPECT_EQ(type_keys(&plane(), " "), 1);
-        EXPECT_EQ(pixels(section().image).count(red), bounces);
-        EXPECT_EQ(plane().segment_state, bounces);
-    }
-    EXPECT_NE(map().phi, phi);
-    const pixels path(plane().image);
-    EXPECT_EQ(path.count(white) + path.count(black) + path.count(red),
-              path.width() * path.height());
 }
 
 TEST_F(coordinate_space_test, a_resize_keeps_the_shape_and_goes_on_with_the_path) {

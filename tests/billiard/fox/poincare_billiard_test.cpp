@@ -35,36 +35,7 @@ pixel_set pixels_of(FXImage* image, FXColor color) {
     return found;
 }
 
-// The pixels of the next n bounces of the same orbit, by a map of its own.
-pixel_set predicted(int n) {
-    TBilliardMap other(new TOvalAFunction(5.0));
-    other.setPhiAlpha(map().phi, map().alpha);
-    pixel_set points;
-    for (int i = 0; i < n; ++i) {
-        double S, P;
-        other.iterate();
-        other.getPoint(S, P);
-        const FXPoint pixel = pixel_of(S, P);
-        if (section().w2s->screen.isinside(pixel.x, pixel.y)) points.emplace(pixel.x, pixel.y);
-    }
-    return points;
-}
-
 } // namespace
-
-TEST_F(poincare_billiard_test, an_iterate_is_1000_bounces_or_one_beside_the_path_window) {
-    section().foreground = red; // no axis has this colour
-    const auto orbit = predicted(1000);
-    type_keys(&section(), " ");
-    EXPECT_EQ(pixels_of(section().image, red), orbit);
-
-    command(FMain::ID_SHOW_BILLIARD);
-    section().redraw();
-    const auto bounce = predicted(1);
-    type_keys(&section(), " ");
-    EXPECT_EQ(pixels_of(section().image, red), bounce);
-    EXPECT_EQ(plane().segment_state, 1);
-}
 
 TEST_F(poincare_billiard_test, clicks_off_the_open_section_change_nothing) {
     const irect area = section().w2s->screen;
@@ -121,18 +92,6 @@ TEST_F(poincare_billiard_test, a_failed_bounce_ends_the_loop_with_one_box) {
         EXPECT_NEAR(point().second, 0.5, 1e-12);
         EXPECT_GT(pixels_of(section().image, red).size(), 5u) << "the points before it are gone";
     }
-}
-
-TEST_F(poincare_billiard_test, the_view_stays_in_the_section) {
-    const TRect& view = section().w2s->world;
-    type_keys(&section(), "-/");
-    EXPECT_TRUE(view.x1 == 0 && view.x2 == 1 && view.y1 == -1 && view.y2 == 1);
-    type_keys(&section(), "*");
-    const double width = view.width();
-    for (int i = 0; i < 30; ++i)
-        send_key(&section(), KEY_Left);
-    EXPECT_EQ(view.x1, 0);
-    EXPECT_NEAR(view.width(), width, 1e-12);
 }
 
 TEST_F(poincare_billiard_test, a_circle_about_a_periodic_point_finds_it_and_starts_there) {
