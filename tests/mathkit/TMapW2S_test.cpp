@@ -186,6 +186,7 @@ TEST(TMapW2S, LabelsAreShortAtOrdinaryZooms) {
                  {0.5512, 0.9612, 60, L"0.6", L"0.8"}, // one tick would be too few
                  {1, 9, 60, L"2", L"8"},
                  {0.1, 3.9, 60, L"1", L"3"},
+                 {0.05, 1.95, 60, L"0.5", L"1.5"},
                  // what zooming in and out again leaves of 0 to 1
                  {1e-17, std::nextafter(1, 0), 500, L"0", L"1"}};
     for (const auto& c : cases) {

@@ -64,10 +64,10 @@ TEST(diff, takes_other_variables_and_cells_for_constants) {
     EXPECT_EQ(list.eval_double(stack.data()), 20);
     EXPECT_THROW(e.compile(list), TError); // t and u have no value
     double other = 5;
+    const symbolic::ex fixed(&cell, false), free(&other, true), again(&cell, false);
     symbolic::postfix_list both;
-    symbolic::ex(symbolic::mul(symbolic::ex(&cell, false), symbolic::ex(&other, true)))
-        .compile(both);
-    EXPECT_EQ(both.eval_double(stack.data()), 20);
+    symbolic::ex(symbolic::mul(symbolic::mul(fixed, free), again)).compile(both);
+    EXPECT_EQ(both.eval_double(stack.data()), 80);
 }
 
 /// Magnitude up to which a sum of rounding errors stays below the tolerances of the next test.

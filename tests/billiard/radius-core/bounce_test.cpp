@@ -350,7 +350,7 @@ TEST(bounce, refuses_what_has_no_impact) {
         {"a radius that changes",
          [](double) {
              static int look = 0;
-             return ++look % 2 ? 1e300 : 1e-300;
+             return ++look % 2 ? 1e80 : 1e-80;
          },
          nought, 1},
     };
@@ -402,9 +402,9 @@ TEST(bounce, takes_a_point_on_the_line_itself_for_an_impact) {
 }
 
 /// A circle with a dent in the middle of the chord that starts at 1 in the direction 0.7.
-double dent = 1;
+double dent = 1, size_of_dented = 1;
 double dented(double x) {
-    return std::fabs(x - 1.7) < 0.01 ? dent : 1;
+    return size_of_dented * (std::fabs(x - 1.7) < 0.01 ? dent : 1);
 }
 
 TEST(bounce, looks_at_the_point_where_the_distance_turns) {
@@ -420,8 +420,15 @@ TEST(bounce, looks_at_the_point_where_the_distance_turns) {
     EXPECT_NEAR(impact(0.99), 2.4, 1e-9) << "inside";
     EXPECT_NEAR(impact(0.5), 1.7, 0.0101) << "outside";
     EXPECT_NEAR(impact(std::cos(0.7)), 1.7, 0.0101) << "on the line";
+    size_of_dented = 1e-200;
+    EXPECT_NEAR(impact(0.5), 1.7, 0.0101) << "outside, in other units";
+    size_of_dented = 1;
     dent = NAN;
     expect_refusal(billiard, 1, 0.7, "no radius where the distance turns");
+    billiard.inflections = {-pi, 1.7, 3 * pi};
+    expect_refusal(billiard, 1, 0.7, "no radius at an inflection");
+    billiard.inflections = {0.5, 2.0};
+    EXPECT_NEAR(impact(1), 2.4, 1e-9) << "a list that ends on the way";
 }
 
 /// An oval of any size, with or without inflections; told to be convex it takes the short way.
