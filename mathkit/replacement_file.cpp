@@ -3,6 +3,7 @@
 #include "mathkit/replacement_file.h"
 
 #include <sys/stat.h>
+#include <sys/xattr.h>
 #include <unistd.h>
 
 #include <cstdio>
@@ -14,7 +15,7 @@ namespace {
 /// Whether a file may be replaced by another of its name and nobody sees the difference.
 bool is_replaceable(const std::string& path, struct stat& old) {
     return stat(path.c_str(), &old) == 0 && S_ISREG(old.st_mode) && old.st_nlink == 1 &&
-           access(path.c_str(), W_OK) == 0;
+           access(path.c_str(), W_OK) == 0 && listxattr(path.c_str(), nullptr, 0) <= 0;
 }
 
 /// An empty file in the folder of `path`, with the owner and permissions of `old`; its name, or
@@ -49,7 +50,11 @@ replacement_file::~replacement_file() {
 
 bool replacement_file::keep() {
     if (unfinished.empty()) return true;
-    if (std::rename(unfinished.c_str(), target.c_str()) != 0) return false;
-    unfinished.clear();
-    return true;
+    if (std::rename(unfinished.c_str(), target.c_str()) == 0) {
+        unfinished.clear();
+        return true;
+    }
+    std::error_code none;
+    const auto over = std::filesystem::copy_options::overwrite_existing;
+    return std::filesystem::copy_file(unfinished, target, over, none);
 }

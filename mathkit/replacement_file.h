@@ -11,8 +11,11 @@
 /// old one stays as it was. A symbolic link stays a link: the file it leads to is replaced.
 ///
 /// Written in place, as ever, is what cannot be lost (no old file, a device) and what a new file
-/// would not equal: one that may not be written, that has further names or an owner who cannot be
-/// given to the new one, or whose folder takes no new file.
+/// would not equal: one that may not be written, that has further names, access lists or
+/// attributes, or an owner who cannot be given to the new one, or whose folder takes no new file.
+///
+/// A process that ends in between leaves the new file there, under a name that begins with
+/// ".unfinished-".
 class replacement_file {
 public:
     explicit replacement_file(const char* name);
@@ -25,8 +28,8 @@ public:
     /// The name to open and to empty: that of the new file, or the one that was asked for.
     const char* path() const { return unfinished.empty() ? target.c_str() : unfinished.c_str(); }
 
-    /// Puts the new file, which is closed and whole, in the old one's place. False if that fails;
-    /// the old file then stays.
+    /// Puts the new file, which is closed and whole, in the old one's place; where the old one
+    /// cannot make room, as a mounted file, it takes over the content. False if that fails too.
     bool keep();
 
 private:

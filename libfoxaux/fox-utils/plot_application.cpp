@@ -22,7 +22,8 @@ bool plot_application::picks_by_key(FXRawEvent& event) const {
     if (!of_key) return false;
     const KeySym key = XLookupKeysym(&event.xkey, 0);
     if (key != XK_space && key != XK_KP_Space) return false;
-    const FXWindow* window = findWindowWithId(event.xkey.window);
+    // The toolkit gives keys to the focus, wherever the pointer is.
+    const FXWindow* window = getFocusWindow();
     while (window && window->getFocus())
         window = window->getFocus();
     return window && window->isMemberOf(FXMETACLASS(FXPicker));

@@ -64,6 +64,7 @@ def journey(program, model):
     dialog = program.dialog("Foreground Color")
     for _ in range(2):
         program.click(30, 25, window=dialog)
+    program.move(dialog, 200, 80)
     program.keys("space")
     program.cancel("Foreground Color")
     _, height = program.canvas_size()

@@ -4,6 +4,8 @@
 
 #include <gtest/gtest.h>
 
+#include <sys/xattr.h>
+
 #include <cstdlib>
 #include <filesystem>
 #include <fstream>
@@ -72,6 +74,19 @@ TEST_F(Replacement, WhatANewFileWouldNotEqualIsWrittenInPlace) {
         EXPECT_TRUE(file.keep());
     }
     EXPECT_EQ(entries(), 4);
+
+    const std::string marked = folder / "marked"; // where the file system knows attributes
+    put(marked, "");
+    const bool has_mark = setxattr(marked.c_str(), "user.note", "x", 1, 0) == 0;
+    EXPECT_EQ(replacement_file(marked.c_str()).path() == marked, has_mark);
+}
+
+TEST_F(Replacement, FailsWhereTheOldFileHasBecomeAFolder) {
+    const std::string path = folder / "old";
+    replacement_file file(path.c_str());
+    fs::remove(path);
+    fs::create_directory(path);
+    EXPECT_FALSE(file.keep());
 }
 
 } // namespace
