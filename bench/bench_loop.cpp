@@ -36,11 +36,12 @@ double bare_rate(counting_map& map) {
     const long before = map.points;
     const auto start = wall_clock::now();
     double s = 0, p = 0;
-    while (seconds_since(start) < 0.3)
+    while (seconds_since(start) < 0.3) {
         for (int i = 0; i < 1000; ++i) {
             map.iterate();
             map.getPoint(s, p);
         }
+    }
     return static_cast<double>(map.points - before) / seconds_since(start);
 }
 

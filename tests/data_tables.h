@@ -48,7 +48,8 @@ inline std::vector<data_row> read_data_table(const std::string& name) {
     std::vector<data_row> rows;
     while (std::getline(file, line)) {
         const std::vector<std::string> cells = split_cells(line);
-        if (cells.size() < columns.size()) throw std::runtime_error(name + ": short line " + line);
+        if (cells.size() < columns.size())
+            throw std::runtime_error((name + ": short line ").append(line));
         data_row& row = rows.emplace_back();
         for (std::size_t i = 0; i < columns.size(); ++i)
             row.cells[columns[i]] = cells[i];

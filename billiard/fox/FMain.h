@@ -57,6 +57,8 @@ public:
     /// Builds the window, at that place of the screen and of that size in pixels, with the start
     /// curve and start point, and creates it; show() is the caller's.
     FMain(FXApp* app, FXint x, FXint y, FXint w, FXint h);
+    FMain(const FMain&) = delete;
+    FMain& operator=(const FMain&) = delete;
     ~FMain() override;
 
     /// Refits and redraws both canvases after a new curve has come into `map`. The map's polar
@@ -84,9 +86,6 @@ protected:
     FMain() = default;
 
 private:
-    FMain(const FMain&) = delete;
-    FMain& operator=(const FMain&) = delete;
-
     void build_canvas(FXComposite* parent);
     void build_panel(FXComposite* parent);
     void build_function_menu();

@@ -32,6 +32,8 @@ public:
     FXColor head_color = 0; ///< the newest segment
 
     coordinate_space(FXComposite* parent, FXuint opts, FXint x, FXint y, FXint w, FXint h);
+    coordinate_space(const coordinate_space&) = delete;
+    coordinate_space& operator=(const coordinate_space&) = delete;
 
     /// Draws the bare curve at the present size of `image`. The two stored bounces stay.
     void render() override;
@@ -54,9 +56,6 @@ protected:
     coordinate_space() = default;
 
 private:
-    coordinate_space(const coordinate_space&) = delete;
-    coordinate_space& operator=(const coordinate_space&) = delete;
-
     void draw_boundary(bool clear);
     void draw_head(FXColor color);
     void draw_segment(FXDC& dc, double x1, double y1, double x2, double y2) const;
@@ -71,13 +70,11 @@ public:
     coordinate_space* canvas = nullptr; ///< owned by the widget tree
 
     coordinate_space_win(FXApp* app, FXint x, FXint y, FXint w, FXint h);
+    coordinate_space_win(const coordinate_space_win&) = delete;
+    coordinate_space_win& operator=(const coordinate_space_win&) = delete;
 
     long onClose(FXObject*, FXSelector, void*);
 
 protected:
     coordinate_space_win() = default;
-
-private:
-    coordinate_space_win(const coordinate_space_win&) = delete;
-    coordinate_space_win& operator=(const coordinate_space_win&) = delete;
 };

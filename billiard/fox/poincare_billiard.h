@@ -20,6 +20,8 @@ public:
     TBilliardMap* map = nullptr; ///< held by FMain; filled together with `main`
 
     poincare_billiard(FXComposite* parent, FXuint opts, FXint x, FXint y, FXint w, FXint h);
+    poincare_billiard(const poincare_billiard&) = delete;
+    poincare_billiard& operator=(const poincare_billiard&) = delete;
 
     /// "f" arms the fixed point capture; the other keys are those of the base class.
     long on_key(int key) override;
@@ -46,8 +48,5 @@ protected:
     poincare_billiard() = default;
 
 private:
-    poincare_billiard(const poincare_billiard&) = delete;
-    poincare_billiard& operator=(const poincare_billiard&) = delete;
-
     FXWindow* box_owner();
 };

@@ -25,6 +25,7 @@ struct entry {
     }
     std::vector<std::string> items() const {
         std::vector<std::string> all;
+        all.reserve(static_cast<std::size_t>(box->getNumItems()));
         for (int i = 0; i < box->getNumItems(); ++i)
             all.push_back(box->getItemText(i).text());
         return all;
@@ -77,15 +78,16 @@ TEST(FXComboBoxPopup, ADialogOffersWhatWasAcceptedBefore) {
 
 TEST(FXComboBoxPopup, ATargetIsOptional) {
     FXMainWindow shell(&app(), "test");
-    FXComboBoxPopup* box = nullptr;
+    FXString text;
     for (const int items : {1, 2}) { // at first the empty text alone
-        box = new FXComboBoxPopup(&shell, 30);
+        auto* box = new FXComboBoxPopup(&shell, 30);
         box->load_history_key("no target", nullptr, true);
         EXPECT_EQ(box->getNumItems(), items);
         if (items == 1) box->setText("a");
         box->save_history();
+        text = box->getText();
     }
-    EXPECT_STREQ(box->getText().text(), "a");
+    EXPECT_STREQ(text.text(), "a");
 }
 
 TEST(FXComboBoxPopup, TheVariableFollowsTheTyping) {

@@ -117,8 +117,8 @@ TEST(TMapW2S, HostileRangesGiveFiniteCoefficientsAndSaneTicks) {
     const irect screens[] = {
         {30, 0, 829, 569}, {0, 0, 20000, 20000}, {30, 0, 31, 1},          {5, 5, 5, 5},
         {30, 0, 10, -20},  {-100, -100, -50, 0}, {INT_MIN, 0, INT_MAX, 1}};
-    for (const TRect& world : worlds)
-        for (const irect& screen : screens)
+    for (const TRect& world : worlds) {
+        for (const irect& screen : screens) {
             for (const bool iso : {false, true}) {
                 SCOPED_TRACE(testing::Message()
                              << "world " << world.x1 << " " << world.y1 << " " << world.x2 << " "
@@ -136,6 +136,8 @@ TEST(TMapW2S, HostileRangesGiveFiniteCoefficientsAndSaneTicks) {
                 for (const int t : v.y.ticks)
                     EXPECT_TRUE(screen.isinside(screen.x1, t)) << t;
             }
+        }
+    }
 }
 
 TEST(TMapW2S, FullViewIsLabelledFromEndToEnd) {
