@@ -132,18 +132,20 @@ TEST_F(dialog_shape_test, TheTabKeyStaysOnThePageThatIsOpen) {
     for (int page : {0, 1}) {
         dialog_shape dialog(&shell, "Pages", nullptr);
         auto* book = new page_book(dialog.frame);
-        for (int i : {0, 2})
+        for (int i : {0, 2}) {
             dialog.add_rows(
                 dialog.add_matrix(2, dialog_shape::add_page(book, "page")),
                 {"dialog_shape_test", nullptr},
                 {{"x", &values[i], 30 + i, false}, {"y", &values[i + 1], 31 + i, false}});
+        }
         dialog.add_buttons();
         book->setCurrent(page);
         with_dialogs(
             [&] { EXPECT_FALSE(dialog.run()); }, {[&](FXTopWindow* top) {
                 const auto fields = all_of<FXTextField>(top);
                 const auto buttons = all_of<FXButton>(top);
-                FXWindow* const circle[] = {fields.at(2 * page), fields.at(2 * page + 1),
+                const std::size_t first = page == 0 ? 0 : 2;
+                FXWindow* const circle[] = {fields.at(first), fields.at(first + 1),
                                             buttons.at(buttons.size() - 2), buttons.back()};
                 int at = 0;
                 const auto step = [&](int by, FXint key, FXuint state) {
