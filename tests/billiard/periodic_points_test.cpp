@@ -102,7 +102,7 @@ TEST(BilliardPeriodicPoints, CirclesLeadToTheirPoint) {
 
 TEST(BilliardPeriodicPoints, KnownPointsAreFoundFromNearbyAtAnyDepthOfZoom) {
     billiards made;
-    for (const data_row& row : read_data_table("fixpoints.csv"))
+    for (const data_row& row : read_data_table("fixpoints.csv")) {
         for (const double radius : {1e-3, 1e-7}) {
             SCOPED_TRACE(row.text("id"));
             TBilliardMap& map = made.of(row);
@@ -120,6 +120,7 @@ TEST(BilliardPeriodicPoints, KnownPointsAreFoundFromNearbyAtAnyDepthOfZoom) {
             EXPECT_TRUE(stands_on(map, row)) << S << ' ' << P;
             expect_honest(map, S, P, order, box);
         }
+    }
 }
 
 TEST(BilliardPeriodicPoints, CurvesThatAreNoTablesEndWithoutAnAnswer) {

@@ -76,7 +76,7 @@ TEST(basic_plotter, EveryKeyOfTheView) {
         {{KEY_Down, KEY_KP_Down}, {2, 8, 12, 28}, 1},
     };
     shown<plot> canvas(400, 300);
-    for (const auto& c : cases)
+    for (const auto& c : cases) {
         for (const int key : c.keys) {
             canvas->view() = start;
             const int before = canvas->renders;
@@ -84,6 +84,7 @@ TEST(basic_plotter, EveryKeyOfTheView) {
             expect_view(*canvas, c.view, std::to_string(key));
             EXPECT_EQ(canvas->renders, before + 1) << key;
         }
+    }
     const int before = canvas->renders;
     EXPECT_EQ(canvas->on_key('q'), 0);
     EXPECT_EQ(canvas->renders, before);
@@ -147,13 +148,14 @@ void drag_band(plot& canvas, int ax, int ay, int ex, int ey) {
 TEST(basic_plotter, ABandIsTheSameInEveryDirection) {
     shown<plot> canvas(431, 330); // 400 x 300 pixels for 1 x 2 units
     const std::pair<int, int> xs[] = {{130, 330}, {330, 130}}, ys[] = {{15, 75}, {75, 15}};
-    for (const auto& [ax, ex] : xs)
+    for (const auto& [ax, ex] : xs) {
         for (const auto& [ay, ey] : ys) {
             canvas->view().set(0, -1, 1, 1);
             canvas->redraw();
             drag_band(*canvas, ax, ay, ex, ey);
             expect_view(*canvas, {0.25, 0.5, 0.75, 0.9}, "band");
         }
+    }
     // At the deepest zoom a band keeps the view.
     canvas->view().set_mid(0.5, 0.5, 0x1p-48, 0x1p-48);
     canvas->redraw();
@@ -307,7 +309,7 @@ TEST(basic_plotter, TheRangeIsTypedByCornersOrByCenterAndSize) {
         {1, {"inf", "0", "1", "nan"}, start},
     };
     shown<plot> canvas(400, 300);
-    for (const auto& c : cases)
+    for (const auto& c : cases) {
         for (const bool accept : {true, false}) {
             canvas->view() = start;
             const int renders = canvas->renders;
@@ -315,6 +317,7 @@ TEST(basic_plotter, TheRangeIsTypedByCornersOrByCenterAndSize) {
             expect_view(*canvas, accept ? c.view : start, c.texts[0]);
             EXPECT_EQ(canvas->renders, renders + accept) << c.texts[0];
         }
+    }
 }
 
 // So far out the doubles are further apart than the limit is wide.

@@ -38,12 +38,13 @@ public:
 
 std::string rgb_of(const pixels& picture) {
     std::string bytes;
-    for (int y = 0; y < picture.height(); ++y)
+    for (int y = 0; y < picture.height(); ++y) {
         for (int x = 0; x < picture.width(); ++x) {
             const FXColor color = picture.at(x, y);
             bytes += {static_cast<char>(FXREDVAL(color)), static_cast<char>(FXGREENVAL(color)),
                       static_cast<char>(FXBLUEVAL(color))};
         }
+    }
     return bytes;
 }
 

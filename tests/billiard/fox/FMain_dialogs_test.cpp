@@ -119,7 +119,7 @@ TEST_F(FMain_dialogs_test, refused_values_change_nothing_and_are_remembered) {
     section().iterate();
     const pixels before(section().image), path(plane().image);
     const TRadiusFunction* curve = map().F;
-    for (const auto& row : cases)
+    for (const auto& row : cases) {
         for (const auto& typed : row.typed) {
             SCOPED_TRACE(typed.front());
             choose(row.id, {fill_in(typed), expect_box("Error", row.message)});
@@ -127,6 +127,7 @@ TEST_F(FMain_dialogs_test, refused_values_change_nothing_and_are_remembered) {
             EXPECT_STREQ(history(row.line).front().c_str(), typed.front().c_str());
             EXPECT_TRUE(pixels(section().image) == before && pixels(plane().image) == path);
         }
+    }
 }
 
 TEST_F(FMain_dialogs_test, any_number_ends_in_a_curve_or_a_box_and_the_program_goes_on) {

@@ -120,7 +120,7 @@ TEST_F(coordinate_space_test, curves_with_values_that_are_no_radii_are_drawn_as_
         bool rest_shows; // beside the odd values the proper part has a size that can be seen
     } const cases[] = {{nan_value, true}, {inf, true},  {-inf, true}, {1e200, true},
                        {1e100, false},    {1e6, false}, {0, true},    {-3, true}};
-    for (const auto& row : cases)
+    for (const auto& row : cases) {
         for (const double from : {0.0, 2.0}) {
             SCOPED_TRACE(row.value);
             take_curve(new odd_curve(row.value, from, from + 1));
@@ -129,6 +129,7 @@ TEST_F(coordinate_space_test, curves_with_values_that_are_no_radii_are_drawn_as_
                 EXPECT_GT(pixels(plane().image).count(black), 200);
             }
         }
+    }
     for (const double everywhere : {nan_value, inf, 0.0, 1e300}) {
         take_curve(new odd_curve(everywhere, -10, 10));
         plane().add_bounce();
