@@ -212,7 +212,7 @@ void FPoincareWin::loop_body() {
 void FPoincareWin::wait_for_display(std::int64_t now) {
     getApp()->flush(true);
     last_wait = getMicroTime();
-    const bool slow = last_wait - now > lead;
+    const bool slow = last_wait - now > longest_lead; // a busy machine's short waits are none
     lead = std::clamp(slow ? lead / 2 : lead * 2, shortest_lead, longest_lead);
 }
 
