@@ -48,7 +48,8 @@ void add_benchmark(const std::string& name, Value value) {
 }
 
 /// The formula as muParser takes it: sqr is not among its functions.
-std::shared_ptr<mu::Parser> mu_parser(const std::string& formula, std::shared_ptr<double> t) {
+std::shared_ptr<mu::Parser> mu_parser(const std::string& formula,
+                                      const std::shared_ptr<double>& t) {
     auto parser = std::make_shared<mu::Parser>();
     parser->DefineVar("t", t.get());
     parser->DefineFun("sqr", [](double x) { return x * x; });
