@@ -43,7 +43,7 @@ public:
         }
     }
 
-    void iterate() override {
+    [[gnu::flatten]] void iterate() override {
         ray::bounce<final_curve<Inlined>> path(curve, convex, inflections, knots);
         if (path.next(phi, alpha) != ray::refusal::none) throw TError("no impact");
     }

@@ -311,7 +311,7 @@ void TBilliard::buildKnots() {
     }
 }
 
-void TBilliard::findit(double& phi, double& alpha) {
+[[gnu::flatten]] void TBilliard::findit(double& phi, double& alpha) {
     using ray::refusal;
     ray::bounce<TRadiusFunction> path(*F, convex, inflections, knots);
     // One line each: the error's line number is all that tells one reason from another.

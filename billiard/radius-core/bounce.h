@@ -15,6 +15,8 @@
 // - The last point looked at is the impact to within rounding, and its slope is the mirror's.
 // - The chain of operations that wait for each other is what a bounce costs. Divisions that do not
 //   wait for each other are free.
+// - Who calls `next` wants all of it inlined ([[gnu::flatten]]): what one step hands to another
+//   then need not go through memory, which is worth 3 to 10 % of a bounce.
 // - Tests are written so that what is no number fails them: it ends in a refusal, not in a loop.
 #pragma once
 
