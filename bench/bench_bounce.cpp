@@ -76,7 +76,7 @@ double points_per_bounce(TRadiusFunction* curve) {
 /// Keeps the curve that a billiard refers to as long as the billiard.
 template<class Curve>
 struct boost_map : textbook_billiard<Curve, boost_search> {
-    boost_map(TRadiusFunction* F, const Curve& inlined, boost_search search = {})
+    boost_map(TRadiusFunction* F, const Curve& inlined, const boost_search& search = {})
         : textbook_billiard<Curve, boost_search>(F, kept, search),
           kept(inlined) {}
     Curve kept;

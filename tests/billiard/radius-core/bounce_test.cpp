@@ -386,8 +386,9 @@ TEST(bounce, takes_a_point_on_the_line_itself_for_an_impact) {
                 billiard.inflections = {-pi, knot, 3 * pi};
                 int found = 0;
                 for (int i = 0; i < 50; ++i) {
-                    double phi = 0.3 + 0.01 * i, alpha = 0;
+                    double phi = 0.3 + 0.01 * i;
                     try {
+                        double alpha = 0;
                         billiard.findit(phi, alpha);
                         found += phi >= 0.3 && phi < 1.4;
                     } catch (const TError&) {
