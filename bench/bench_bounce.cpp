@@ -53,7 +53,8 @@ void read_point(TIterraMap& map) {
 }
 
 template<class AfterBounce>
-void add_benchmark(const std::string& name, std::shared_ptr<TBilliardMap> map, AfterBounce after) {
+void add_benchmark(const std::string& name, const std::shared_ptr<TBilliardMap>& map,
+                   AfterBounce after) {
     benchmark::RegisterBenchmark(name.c_str(), [map, after](benchmark::State& state) {
         for (auto _ : state)
             run_orbits(*map, after);

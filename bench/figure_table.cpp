@@ -72,6 +72,7 @@ int figure_table::run(int argc, char** argv) {
                                       "--benchmark_repetitions=9", "--benchmark_min_time=0.01"};
     flags.insert(flags.end(), argv + std::min(argc, 1), argv + argc);
     std::vector<char*> pointers;
+    pointers.reserve(flags.size() + 1);
     for (std::string& flag : flags)
         pointers.push_back(flag.data());
     int count = static_cast<int>(pointers.size());
