@@ -97,18 +97,18 @@ TEST(FBufferedWindow, WithoutABackupCopyingEndsTheProcess) {
 TEST(FBufferedWindow, AKeyArrivesAsItsCharacterOrItsSymbol) {
     shown<canvas> window(50, 50);
     const struct {
-        int code;
         FXString text;
+        int code;
         int key;
     } cases[] = {
-        {KEY_a, "a", 'a'},
-        {KEY_KP_Add, "+", '+'},                // the character, whatever key has produced it
-        {KEY_Left, FXString("\0", 1), 0xff51}, // the toolkit's text of a key without one
-        {KEY_Left, "", 0xff51},
-        {KEY_Escape, "\x1b", 0xff1b}, // a control character is no character
-        {0x00fc, "\xfc", 0xfc},
-        {0x00fc, "\xc3\xbc", 0xfc}, // the same letter as UTF-8: two bytes, so the symbol
-        {0x20ac, "\xe2\x82\xac", 0x20ac},
+        {"a", KEY_a, 'a'},
+        {"+", KEY_KP_Add, '+'},                // the character, whatever key has produced it
+        {FXString("\0", 1), KEY_Left, 0xff51}, // the toolkit's text of a key without one
+        {"", KEY_Left, 0xff51},
+        {"\x1b", KEY_Escape, 0xff1b}, // a control character is no character
+        {"\xfc", 0x00fc, 0xfc},
+        {"\xc3\xbc", 0x00fc, 0xfc}, // the same letter as UTF-8: two bytes, so the symbol
+        {"\xe2\x82\xac", 0x20ac, 0x20ac},
     };
     for (const auto& c : cases) {
         FXEvent event{};

@@ -27,7 +27,7 @@ public:
 
     /// Draws the axis across the middle, ticks at the ends of its line, after `change`.
     template<class Axis>
-    void draw(Axis& axis, std::vector<int> ticks, const std::vector<const wchar_t*>& labels,
+    void draw(Axis& axis, const std::vector<int>& ticks, const std::vector<const wchar_t*>& labels,
               const wchar_t* title) {
         delete hfont; // the default font, whatever a test before has chosen
         hfont = nullptr;
@@ -39,7 +39,7 @@ public:
         axis.pos = line_pos;
         axis.from = line_from;
         axis.to = line_to;
-        axis.ticks = std::move(ticks);
+        axis.ticks = ticks;
         axis.labels.clear();
         for (const wchar_t* label : labels)
             axis.labels.emplace_back(label);
