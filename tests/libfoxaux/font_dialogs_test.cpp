@@ -196,13 +196,15 @@ TEST(SelectFont, TheButtonsChooseAFontAndAFile) {
 
 TEST(SelectFont, AnyTypedSizeIsTaken) {
     plot a_plot;
-    for (const char* size : {"0", "-7", "1000000000", "99999999999999", "abc", ""})
-        for (const int tab : {0, 2})
+    for (const char* size : {"0", "-7", "1000000000", "99999999999999", "abc", ""}) {
+        for (const int tab : {0, 2}) {
             font_dialog(true, [&](font_widgets& w) {
                 w.book->setCurrent(tab);
                 type_into(w.file, font_file().c_str());
                 type_into(tab == 0 ? w.stroke_size : w.ttf_size, size);
             });
+        }
+    }
     EXPECT_EQ(a_plot.changes, 12);
 }
 

@@ -67,6 +67,7 @@ TEST(diff, takes_other_variables_and_cells_for_constants) {
     const symbolic::ex fixed(&cell, false), free(&other, true), again(&cell, false);
     symbolic::postfix_list both;
     symbolic::ex(symbolic::mul(symbolic::mul(fixed, free), again)).compile(both);
+    stack.resize(static_cast<std::size_t>(both.stacksize()));
     EXPECT_EQ(both.eval_double(stack.data()), 80);
 }
 
