@@ -148,14 +148,6 @@ double next_angle(double phi, double ds, double density, int i) {
     return p < two_pi ? p : two_pi;
 }
 
-// The arc length per radian, with the radius.
-double density_at(const TRadiusFunction& F, double phi, double& r) {
-    double sine, cosine, dr;
-    kit::sincos(phi, sine, cosine);
-    F.value_and_slope(phi, sine, cosine, r, dr);
-    return std::sqrt(r * r + dr * dr);
-}
-
 // Turns lengths into parts of the whole. A boundary whose length is 0 or no number is measured by
 // its angle instead.
 void normalise(std::vector<double>& s, const std::vector<double>& phi) {
@@ -179,7 +171,7 @@ void TBilliard::buildCircumference() {
     double phi = 0;
     double s = 0;
     double r;
-    double density = density_at(*F, phi, r);
+    double density = F->arcDensity(phi, r);
     int i = 0;
     for (;; ++i) {
         if (i == table.size()) table.resize(2 * i);
@@ -190,7 +182,7 @@ void TBilliard::buildCircumference() {
         if (phi >= two_pi) break;
 
         const double p = next_angle(phi, ds, density, i);
-        const double density_there = density_at(*F, p, r);
+        const double density_there = F->arcDensity(p, r);
         const double step = integrator.AdaptiveGauss(phi, density, p, density_there, 1e-12);
         if (std::isfinite(step)) s += step;
         phi = p;

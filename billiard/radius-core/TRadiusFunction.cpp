@@ -46,7 +46,12 @@ void TRadiusFunction::derivatives(double phi, double sin_phi, double cos_phi, do
 }
 
 double TRadiusFunction::arcDensity(double phi) const {
-    double s, c, r, dr;
+    double r;
+    return arcDensity(phi, r);
+}
+
+double TRadiusFunction::arcDensity(double phi, double& r) const {
+    double s, c, dr;
     kit::sincos(phi, s, c);
     value_and_slope(phi, s, c, r, dr);
     return std::sqrt(r * r + dr * dr);

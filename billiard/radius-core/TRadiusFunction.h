@@ -52,6 +52,9 @@ public:
     /// The arc length per radian, sqrt(R^2 + R'^2).
     double arcDensity(double phi) const;
 
+    /// The same with the radius, which is evaluated on the way.
+    double arcDensity(double phi, double& r) const;
+
     /// The area per radian, R^2 / 2.
     double areaDensity(double phi) const;
 
