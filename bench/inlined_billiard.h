@@ -6,9 +6,6 @@
 #include "billiard/radius-core/bounce.h"
 #include "mathkit/TError.h"
 
-#include <cmath>
-#include <vector>
-
 namespace bench {
 
 /// A curve of the program whose operations a compiler can inline, since it is known by its type.
@@ -33,15 +30,9 @@ template<class Inlined>
 class inlined_billiard final : public TBilliardMap {
 public:
     /// `F` is the program's curve, which the billiard takes, `inlined` the same one.
-    inlined_billiard(TRadiusFunction* F, const Inlined& inlined) : TBilliardMap(F), curve(inlined) {
-        if (convex) return;
-        for (const double theta : inflections) {
-            // The benchmarks' curves are smooth, and none of their inflections is missed.
-            ray::inflection_knot knot{theta, std::sin(theta), std::cos(theta), 0, 0, true};
-            curve.value_and_slope(theta, knot.sine, knot.cosine, knot.r, knot.dr);
-            knots.push_back(knot);
-        }
-    }
+    inlined_billiard(TRadiusFunction* F, const Inlined& inlined)
+        : TBilliardMap(F),
+          curve(inlined) {}
 
     [[gnu::flatten]] void iterate() override {
         ray::bounce<final_curve<Inlined>> path(curve, convex, inflections, knots);
@@ -50,7 +41,6 @@ public:
 
 private:
     final_curve<Inlined> curve;
-    std::vector<ray::inflection_knot> knots;
 };
 
 } // namespace bench

@@ -120,12 +120,13 @@ public:
     /// the table each bounce is slower.
     void buildInflections();
 
+protected:
+    std::vector<ray::inflection_knot> knots; ///< what a bounce needs at the inflections
+
 private:
     void prepare();
     void buildCircumference();
     void buildKnots();
-
-    std::vector<ray::inflection_knot> knots; // what a bounce needs at the inflections
 };
 
 /// The billiard as a map of its section (S, P) onto itself.
