@@ -25,7 +25,7 @@ struct TIntegrator::part {
 };
 
 struct TIntegrator::total {
-    double sum = 0, error = 0; // of all parts
+    double sum = 0, error = 0;
 };
 
 namespace {
@@ -77,49 +77,58 @@ TIntegrator::part TIntegrator::measured(double a, double fa, double b, double fb
 double TIntegrator::AdaptiveGauss(double a, double b, double tol, int n) {
     const int parts = std::clamp(n, 1, 1000);
     std::vector<part> open;
-    total whole;
+    total rest;
     double left = a;
     double value_left = f(a);
     for (int i = 1; i <= parts; ++i) {
         const double right = i < parts ? a + (b - a) * i / parts : b;
         const double value_right = f(right);
         const part p = measured(left, value_left, right, value_right, tol / parts);
-        whole.sum += p.value;
-        whole.error += p.error;
-        if (!settled(p.value, p.error, tol / parts)) open.push_back(p);
+        if (settled(p.value, p.error, tol / parts)) {
+            rest.sum += p.value;
+            rest.error += p.error;
+        } else {
+            open.push_back(p);
+        }
         left = right;
         value_left = value_right;
     }
-    halve_worst(open, whole, tol, parts);
-    return whole.sum;
+    return halve_worst(open, rest, tol, parts);
 }
 
 double TIntegrator::AdaptiveGauss(double a, double fa, double b, double fb, double tol) {
     const part p = measured(a, fa, b, fb, tol);
     if (settled(p.value, p.error, tol)) return p.value;
     std::vector<part> open = {p};
-    total whole{p.value, p.error};
-    halve_worst(open, whole, tol, 1);
-    return whole.sum;
+    return halve_worst(open, {}, tol, 1);
 }
 
-void TIntegrator::halve_worst(std::vector<part>& open, total& whole, double tol, int parts) {
+// All parts are added up anew each time: where one large part was halved away, a sum that was kept
+// up to date would hold nothing but its rounding.
+TIntegrator::total TIntegrator::total_of(const std::vector<part>& open, total rest) {
+    for (const part& p : open) {
+        rest.sum += p.value;
+        rest.error += p.error;
+    }
+    return rest;
+}
+
+double TIntegrator::halve_worst(std::vector<part>& open, total rest, double tol, int parts) {
     const auto better = [](const part& p, const part& q) { return p.error < q.error; };
     std::make_heap(open.begin(), open.end(), better);
-    const double least_left = evaluations_left - spent_on_a_part * parts;
-    while (!open.empty() && !settled(whole.sum, whole.error, tol)) {
-        if (evaluations_left < std::max(least_left, 1.0)) break;
+    const long least_left = std::max(evaluations_left - spent_on_a_part * parts, 1L);
+    while (!open.empty() && evaluations_left >= least_left) {
+        const total whole = total_of(open, rest);
+        if (settled(whole.sum, whole.error, tol)) break;
         std::pop_heap(open.begin(), open.end(), better);
         const part worst = open.back();
-        open.pop_back();
         const double middle = worst.a + 0.5 * (worst.b - worst.a);
         if (middle == worst.a || middle == worst.b) break; // neighbouring doubles
+        open.pop_back();
         const double value = f(middle);
         part halves[2] = {measured(worst.a, worst.fa, middle, value, 0),
                           measured(middle, value, worst.b, worst.fb, 0)};
         const double error_of_halves = halves[0].error + halves[1].error;
-        whole.sum += halves[0].value + halves[1].value - worst.value;
-        whole.error += error_of_halves - worst.error;
         const bool noise =
             error_of_halves > 0.9 * worst.error && worst.error < 1e-5 * std::fabs(worst.value);
         const int stuck = noise ? worst.stuck + 1 : 0;
@@ -129,8 +138,9 @@ void TIntegrator::halve_worst(std::vector<part>& open, total& whole, double tol,
                 open.push_back(p);
                 std::push_heap(open.begin(), open.end(), better);
             } else {
-                whole.error -= p.error; // noise, which no halving will reduce
+                rest.sum += p.value; // its error is noise, which no halving will reduce
             }
         }
     }
+    return total_of(open, rest).sum;
 }

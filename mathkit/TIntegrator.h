@@ -30,7 +30,8 @@ private:
     struct part;
     struct total;
     part measured(double a, double fa, double b, double fb, double tol);
-    void halve_worst(std::vector<part>& open, total& whole, double tol, int parts);
+    static total total_of(const std::vector<part>& open, total rest);
+    double halve_worst(std::vector<part>& open, total rest, double tol, int parts);
 
     long evaluations_left = 600000; ///< that may still be spent on halving
 };

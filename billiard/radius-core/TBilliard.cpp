@@ -138,12 +138,12 @@ constexpr int most_rows = 50000;
 // The angle of the row after row i at phi, where ds is the length to cover and `density` the arc
 // length per radian at phi.
 //
-// The step that the density asks for may be no number, or too small to move phi: then a row of an
-// even table takes its place. Where half of all rows is used up, steps shorter than an even spread
-// of the other half are lengthened, and so the table ends.
+// The step that the density asks for may be no number, endless, or too small to move phi: then a
+// row of an even table takes its place. Where half of all rows is used up, steps shorter than an
+// even spread of the other half are lengthened, and so the table ends.
 double next_angle(double phi, double ds, double density, int i) {
     double p = phi + ds / (density + 1e-10);
-    if (!(p > phi)) p = phi + two_pi / usual_rows;
+    if (!(p > phi && std::isfinite(p))) p = phi + two_pi / usual_rows;
     if (i >= most_rows / 2) p = std::max(p, phi + (two_pi - phi) / (most_rows - 1 - i));
     return p < two_pi ? p : two_pi;
 }
@@ -239,10 +239,6 @@ int bend_between(const TBilliard::circumference_class& table, const std::vector<
     }
     return left == right ? 0 : left ? 1 : -1;
 }
-
-} // namespace
-
-namespace {
 
 // A number with the sign of the curvature. Where rounding might decide on the sign, or squares
 // might leave the range of doubles, it is the curvature itself.
