@@ -11,9 +11,10 @@
 
 #include <FXJPGImage.h>
 #include <FXPNGImage.h>
+#include <fcntl.h>
 #include <filesystem>
-#include <fstream>
 #include <new>
+#include <unistd.h>
 
 namespace {
 
@@ -79,9 +80,13 @@ private:
     throw error.setPosition("void FBufferedWindow::save(const char*)", source, line);
 }
 
-/// Whether `path` can be opened for writing; what it holds stays.
+/// Whether `path` can be opened for writing; what it holds stays. A pipe that nobody reads cannot:
+/// it would be waited for without end.
 bool is_writable(const char* path) {
-    return static_cast<bool>(std::ofstream(path, std::ios_base::app));
+    const int file = open(path, O_WRONLY | O_APPEND | O_CREAT | O_NONBLOCK, 0666);
+    if (file < 0) return false;
+    close(file);
+    return true;
 }
 
 /// Closes a stream and tells whether all of it has reached the file. The stream itself takes a full
@@ -114,16 +119,17 @@ void FBufferedWindow::save(const char* path) {
         // The pixels come first: if there is no room for them, no file is touched.
         const client_pixels pixels(image);
         image->restore();
+        if (!is_writable(name)) throw_open_error(path, __LINE__);
         if (!format.write) {
-            if (!is_writable(path)) throw_open_error(path, __LINE__); // the writer is silent
             save_rgba_as_pdf(path, image->getWidth(), image->getHeight(), image->getData());
             return;
         }
         replacement_file target(name.c_str());
         FXFileStream out;
         if (!out.open(target.path(), FXStreamSave, 8192)) throw_open_error(path, __LINE__);
-        format.write(out, image->getData(), image->getWidth(), image->getHeight());
-        if (close_whole(out, target.path())) target.keep();
+        const bool written =
+            format.write(out, image->getData(), image->getWidth(), image->getHeight());
+        if (close_whole(out, target.path()) && written) target.keep();
     } catch (const FXException& failure) {
         throw TError(
             kit::string::format("error read picture for \"%s\": %s", path, failure.what()));
