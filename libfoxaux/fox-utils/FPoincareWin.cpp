@@ -10,7 +10,6 @@
 
 #include <algorithm>
 #include <cmath>
-#include <fxkeys.h>
 
 namespace {
 
@@ -84,8 +83,6 @@ void FPoincareWin::arm_fixed_point() {
 }
 
 void FPoincareWin::left_press(FXEvent* event) {
-    // It may have been started again since: its refreshes would wipe the marks of the drag.
-    if (mode == zoom_armed || mode == circle_armed) stop_loop();
     basic_plotter::left_press(event);
     if (mode == idle) {
         const world_point at = screen_to_world(event->win_x, event->win_y);
@@ -100,29 +97,22 @@ void FPoincareWin::left_press(FXEvent* event) {
 
 void FPoincareWin::mouse_motion(FXEvent* event) {
     basic_plotter::mouse_motion(event);
-    if (mode != circle_dragged || !id()) return;
-    FXDCWindow dc(this);
-    begin_marks(dc);
-    if (end_x == nothing_drawn) {
-        draw_cross(dc);
-    } else {
-        draw_circle(dc);
-    }
+    if (mode != circle_dragged) return;
+    flip_marks();
     // The event's own position, even outside the window: only its distance counts.
     end_x = event->win_x != nothing_drawn ? event->win_x : nothing_drawn - 1;
     end_y = event->win_y;
-    draw_circle(dc);
+    flip_marks();
 }
 
 void FPoincareWin::left_release(FXEvent* event) {
     basic_plotter::left_release(event);
     if (mode != circle_dragged) return;
+    flip_marks();
     mode = idle;
     setDefaultCursor(normal_cursor);
     stop_loop(); // the search wants the map for itself
     if (end_x == nothing_drawn) return;
-    erase_capture();
-    if (drag_length() == 0) return; // a point: there is nothing to search in
 
     const world_point center = screen_to_world(anchor_x, anchor_y);
     double rx = drag_length(), ry = rx;
@@ -130,13 +120,13 @@ void FPoincareWin::left_release(FXEvent* event) {
     find_fixed_point(center.x, center.y, rx, ry);
 }
 
-void FPoincareWin::erase_capture() {
-    if (!id()) return;
-    FXDCWindow dc(this);
-    begin_marks(dc);
-    draw_circle(dc);
-    draw_cross(dc);
-    dc.setFunction(BLT_SRC);
+void FPoincareWin::draw_marks(FXDC& dc) const {
+    if (mode == circle_dragged) {
+        draw_circle(dc);
+        draw_cross(dc);
+    } else {
+        basic_plotter::draw_marks(dc);
+    }
 }
 
 double FPoincareWin::drag_length() const {
@@ -200,6 +190,7 @@ void FPoincareWin::loop_body() {
         if (now - last_sync > sync_distance) {
             sync_companions();
             show_image();
+            flip_marks(); // which that has wiped
             getApp()->flush(false);
             last_sync = now;
         }

@@ -51,8 +51,8 @@ public:
     /// Brings other windows up to date, about once a second while the loop runs.
     virtual void sync_companions() {}
 
-    /// Looks for a fixed point in the ellipse about (x, y) with the half axes rx, ry, both
-    /// positive, all in world units.
+    /// Looks for a fixed point in the ellipse about (x, y) with the half axes rx, ry, all in
+    /// world units; both are 0 where the drag came back to where it began.
     virtual void find_fixed_point(double x, double y, double rx, double ry);
 
     /// Stops the loop and arms the capture of a fixed point if the mouse is idle.
@@ -81,6 +81,9 @@ public:
 protected:
     FPoincareWin() = default;
 
+    /// The circle of a capture and the cross at its centre, or the rubber band.
+    void draw_marks(FXDC& dc) const override;
+
 private:
     void loop_body();
     void wait_for_display(std::int64_t now);
@@ -89,7 +92,6 @@ private:
     double drag_length() const;
     void draw_circle(FXDC& dc) const;
     void draw_cross(FXDC& dc) const;
-    void erase_capture();
 
     std::int64_t last_wait = 0; ///< getMicroTime() when the display had last drawn all there was
     std::int64_t lead = 0;      ///< microseconds until the loop waits for it again

@@ -30,6 +30,7 @@ bool can_show(double from, double to) {
 
 // clang-format off
 FXDEFMAP(basic_plotter) basic_plotter_map[] = {
+    FXMAPFUNC(SEL_PAINT,              0, basic_plotter::onPaint),
     FXMAPFUNC(SEL_ENTER,              0, basic_plotter::onEnter),
     FXMAPFUNC(SEL_LEFTBUTTONPRESS,    0, basic_plotter::onLeftBtnPress),
     FXMAPFUNC(SEL_LEFTBUTTONRELEASE,  0, basic_plotter::onLeftBtnRelease),
@@ -47,6 +48,15 @@ basic_plotter::basic_plotter(FXComposite* parent, FXuint opts, FXint x, FXint y,
       color_manager(this),
       normal_cursor(getDefaultCursor()),
       zoom_cursor(getApp()->getDefaultCursor(DEF_CROSSHAIR_CURSOR)) {}
+
+// Marks are drawn by XOR and would be lost in part: with them on it, the whole window is painted,
+// and they again.
+long basic_plotter::onPaint(FXObject* sender, FXSelector selector, void* ptr) {
+    if (!has_marks()) return FBufferedWindow::onPaint(sender, selector, ptr);
+    FBufferedWindow::onPaint(sender, selector, nullptr);
+    flip_marks();
+    return 1;
+}
 
 long basic_plotter::onEnter(FXObject*, FXSelector, void*) {
     setFocus();
@@ -217,26 +227,19 @@ void basic_plotter::left_press(FXEvent* event) {
 
 void basic_plotter::left_release(FXEvent*) {
     if (mode != band_dragged) return;
+    flip_marks();
     mode = idle;
     setDefaultCursor(normal_cursor);
     if (end_x == nothing_drawn) return; // no motion: there is no band
-    if (id()) {
-        FXDCWindow dc(this);
-        begin_marks(dc);
-        draw_band(dc);
-        dc.setFunction(BLT_SRC);
-    }
-    if (band_has_area()) apply_zoom(); // a mere line counts as no band
+    if (band_has_area()) apply_zoom();  // a mere line counts as no band
 }
 
 void basic_plotter::mouse_motion(FXEvent* event) {
     if (mode == position_shown) draw_position_bar(event);
-    if (mode != band_dragged || !id()) return;
-    FXDCWindow dc(this);
-    begin_marks(dc);
-    if (end_x != nothing_drawn) draw_band(dc);
+    if (mode != band_dragged) return;
+    flip_marks();
     drag_band_to(event);
-    draw_band(dc);
+    flip_marks();
 }
 
 // Inside the window: a grabbed pointer leaves it.
@@ -249,13 +252,20 @@ bool basic_plotter::band_has_area() const {
     return end_x != anchor_x && end_y != anchor_y;
 }
 
-void basic_plotter::begin_marks(FXDC& dc) const {
+bool basic_plotter::has_marks() const {
+    return (mode == band_dragged || mode == circle_dragged) && end_x != nothing_drawn;
+}
+
+void basic_plotter::flip_marks() {
+    if (!has_marks() || !id()) return;
+    FXDCWindow dc(this);
     dc.setForeground(band_color);
     dc.setFunction(BLT_SRC_XOR_DST);
     dc.setLineWidth(mark_width);
+    draw_marks(dc);
 }
 
-void basic_plotter::draw_band(FXDC& dc) const {
+void basic_plotter::draw_marks(FXDC& dc) const {
     dc.drawLine(anchor_x, anchor_y, end_x, anchor_y);
     dc.drawLine(end_x, anchor_y, end_x, end_y);
     dc.drawLine(end_x, end_y, anchor_x, end_y);

@@ -98,6 +98,7 @@ public:
     /// Moves `rect` inside `limit`; what is larger than `limit` becomes as large.
     static void limit_rect(TRect& rect, const TRect& limit);
 
+    long onPaint(FXObject*, FXSelector, void*);
     long onEnter(FXObject*, FXSelector, void*);
     long onLeftBtnPress(FXObject*, FXSelector, void*);
     long onLeftBtnRelease(FXObject*, FXSelector, void*);
@@ -141,10 +142,15 @@ protected:
         return true;
     }
 
-    /// Sets a DC on the window up for marks that vanish when drawn a second time.
-    void begin_marks(FXDC& dc) const;
+    /// Draws the marks of the present drag on the window, or erases them: a second time they
+    /// vanish. Nothing before the first motion.
+    void flip_marks();
+
+    /// Draws the marks, the rubber band here, by a DC that is set up for them.
+    virtual void draw_marks(FXDC& dc) const;
 
 private:
+    bool has_marks() const;
     void set_view(const TRect& wanted);
     void show_view(const TRect& before);
     void zoom_view(double fx, double fy);
@@ -153,6 +159,5 @@ private:
     void isometric_view();
     void drag_band_to(const FXEvent* event);
     bool band_has_area() const;
-    void draw_band(FXDC& dc) const;
     void clear_image(FXDC& dc) const;
 };
