@@ -83,6 +83,7 @@ FMain::FMain(FXApp* app, FXint x, FXint y, FXint w, FXint h)
 }
 
 FMain::~FMain() {
+    delete coordinate_win; // its canvas refers to this window and to the map
     delete function_menu;
 }
 

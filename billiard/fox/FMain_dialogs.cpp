@@ -2,12 +2,14 @@
 // The dialogs of the main window: one for each curve of the menu, and the current position.
 #include "billiard/fox/FMain.h"
 
+#include "billiard/fox/coordinate_space.h"
 #include "billiard/fox/curve_table.h"
 #include "billiard/fox/poincare_billiard.h"
 #include "libfoxaux/fox-utils/dialog_shape.h"
 #include "libfoxaux/fox-utils/label_text.h"
 #include "libfoxaux/fox-utils/page_book.h"
 #include "mathkit/TError.h"
+#include "mathkit/stderr_failed.h"
 
 #include <algorithm>
 #include <numbers>
@@ -25,7 +27,12 @@ double to_radians(double degrees) {
 
 const curve_entry& entry_of(FXuint id) {
     const auto& table = curve_table();
-    return *std::ranges::find(table, id, &curve_entry::id);
+    const auto row = std::ranges::find(table, id, &curve_entry::id);
+    if (row == table.end()) {
+        stderr_assert_failed("row!=table.end()", history_file, __LINE__,
+                             "const curve_entry& entry_of(FXuint)");
+    }
+    return *row;
 }
 
 curve_values first_values(const curve_entry& entry) {
@@ -157,6 +164,7 @@ long FMain::onCmdShowPosition(FXObject*, FXSelector, void*) {
     if (accepted == position_tab::section) map.setPoint(at.S, at.P);
     if (accepted == position_tab::angles) map.setPhiAlpha(to_radians(at.phi), to_radians(at.alpha));
     if (accepted != position_tab::none) {
+        coordinate->begin_path(); // a point on the section's edge is one, but no start
         map.getPoint(at.S, at.P);
         poincare->start_at(at.S, at.P);
     }

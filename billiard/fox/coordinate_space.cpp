@@ -6,10 +6,9 @@
 #include "billiard/fox/poincare_billiard.h"
 #include "billiard/radius-core/TBilliard.h"
 
-#include <fxkeys.h>
-
 #include <algorithm>
 #include <cmath>
+#include <vector>
 
 namespace {
 
@@ -111,6 +110,11 @@ void coordinate_space::redraw_boundary() {
     draw_boundary(true);
     segment_state = 0;
     update();
+}
+
+void coordinate_space::begin_path() {
+    segment_state = 0;
+    add_bounce();
 }
 
 void coordinate_space::draw_boundary(bool clear) {

@@ -5,8 +5,6 @@
 #include "libfoxaux/fox-utils/FBufferedWindow.h"
 #include "mathkit/TMapW2S.h"
 
-#include <vector>
-
 class FMain;
 class TBilliardMap;
 
@@ -47,6 +45,10 @@ public:
 
     /// Draws the bare curve, forgets the path and shows the picture.
     void redraw_boundary();
+
+    /// Takes the map's present impact as the first point of a path. Draws nothing: what was drawn
+    /// stays, and no segment will lead from there to here.
+    void begin_path();
 
     /// Takes the map's present impact as the next point of the path and draws the segment that
     /// leads there. The caller shows the picture by update().

@@ -74,6 +74,7 @@ void poincare_billiard::iterate() {
     } catch (const TError& error) {
         stop_loop();
         map->setPoint(0.5, 0.5);
+        main->coordinate->begin_path();
         show_error(box_owner(), error.text());
     }
 }
