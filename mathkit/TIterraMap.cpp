@@ -16,6 +16,7 @@
 #include <algorithm>
 #include <cmath>
 #include <limits>
+#include <utility>
 #include <vector>
 
 using periodic::effort;
@@ -37,35 +38,75 @@ bool holds(const section& map, const region& where, point p) {
     return where.radii(map.way(where.centre, p)) <= 1 + rounding;
 }
 
-/// The order of the first point in `where` to which one of the starts leads; 0 for none.
-int order_from(section& map, const std::vector<point>& starts, int order, const region& where) {
+/// The points of that order in `where` to which the starts lead.
+std::vector<periodic_point> points_from(section& map, const std::vector<point>& starts, int order,
+                                        const region& where, const effort& limits) {
+    std::vector<periodic_point> found;
     for (const point start : starts) {
-        const auto found = periodic::refine(map, start, order, where, effort{});
-        if (found && holds(map, where, found->at)) return periodic::least_order(map, *found, order);
+        const auto p = periodic::refine(map, start, order, where, limits);
+        if (p && holds(map, where, p->at)) found.push_back(*p);
     }
-    return 0;
+    return found;
 }
 
-/// The least order from `first` to `last` that a lattice of samples shows; 0 for none.
-int short_order(section& map, const region& where, int first, int last) {
+/// What a circle captures: a periodic point, and after how many iterates it is back first.
+struct capture {
+    int order;
+    point at;
+};
+
+/// Of points that are back at `order`, the one that is back soonest; of several the nearest.
+std::optional<capture> soonest(section& map, const std::vector<periodic_point>& points, int order,
+                               const region& where) {
+    std::optional<capture> best;
+    double best_way = 0;
+    for (const periodic_point& p : points) {
+        const int least = periodic::least_order(map, p, order);
+        const double way = where.radii(map.way(where.centre, p.at));
+        if (best && std::pair(best->order, best_way) <= std::pair(least, way)) continue;
+        best = {least, p.at};
+        best_way = way;
+    }
+    return best;
+}
+
+/// The point of the least order from `first` to `last` that a lattice of samples shows.
+std::optional<capture> short_order(section& map, const region& where, int first, int last) {
     const int half = 16;
     const sample_lattice lattice(map, where, half, first, last);
-    for (int order = first; order <= last; ++order)
-        if (const int found = order_from(map, lattice.candidates(order), order, where))
-            return found;
-    return 0;
+    for (int order = first; order <= last; ++order) {
+        const auto points = points_from(map, lattice.candidates(order), order, where, effort{});
+        if (const auto found = soonest(map, points, order, where)) return found;
+    }
+    return {};
 }
 
-/// The least order from `first` to `last` to which the returns of a few samples lead; 0 for none.
-int long_order(section& map, const region& where, int first, int last) {
+/// The point of the least order from `first` to `last` to which the returns of a few samples lead.
+/// The first one must do: long orbits are costly.
+std::optional<capture> long_order(section& map, const region& where, int first, int last) {
     const region inner{where.centre, where.rx / 2, where.ry / 2};
     return_watch watch(map, inner, last);
     for (int order = 1; order <= last; ++order) {
         const std::vector<point> starts = watch.returning(order);
         if (order < first) continue;
-        if (const int found = order_from(map, starts, order, where)) return found;
+        for (const point start : starts) {
+            const auto points = points_from(map, {start}, order, where, effort{});
+            if (const auto found = soonest(map, points, order, where)) return found;
+        }
     }
-    return 0;
+    return {};
+}
+
+/// The point of the least order up to n: cheap searches first.
+std::optional<capture> point_of_least_order(section& map, const region& where, int n) {
+    const int usual = 8;        // most circles are drawn around short orbits; the rest may wait
+    const int lattice = 32;     // some 35,000 iterates of the lattice, far below the budget
+    const int longest = 20'000; // nine samples, each iterated so often: a fifth of the budget
+    if (const auto found = short_order(map, where, 1, std::min(n, usual))) return found;
+    if (n <= usual) return {};
+    if (const auto found = short_order(map, where, usual + 1, std::min(n, lattice))) return found;
+    if (n <= lattice) return {};
+    return long_order(map, where, lattice + 1, std::min(n, longest));
 }
 
 bool is_ellipse(const region& where) {
@@ -86,12 +127,7 @@ std::vector<periodic_point> points_in(section& map, const region& where, int ord
     const sample_lattice lattice(map, where, affordable_half(order), order, order);
     std::vector<point> starts = lattice.candidates(order);
     starts.insert(starts.begin(), where.centre);
-    std::vector<periodic_point> found;
-    for (const point start : starts) {
-        const auto p = periodic::refine(map, start, order, where, limits);
-        if (p && holds(map, where, p->at)) found.push_back(*p);
-    }
-    return found;
+    return points_from(map, starts, order, where, limits);
 }
 
 /// Orders the points by what they are wanted for: those first that are not back any sooner, and
@@ -148,19 +184,12 @@ TRect infinite_box() {
 
 int TIterraMap::getorder(double x, double y, double rx, double ry, int n) {
     const int none = -1;
-    const int usual = 8;        // most circles are drawn around short orbits; the rest may wait
-    const int lattice = 32;     // some 35,000 iterates of the lattice, far below the budget
-    const int longest = 20'000; // nine samples, each iterated so often: a fifth of the budget
     const region where{{x, y}, rx, ry};
     if (!is_ellipse(where) || n < 1) return none;
     section map(*this, search_budget);
     if (!map.accepts(where.centre)) return none;
-    if (const int order = short_order(map, where, 1, std::min(n, usual))) return order;
-    if (n <= usual) return none;
-    if (const int order = short_order(map, where, usual + 1, std::min(n, lattice))) return order;
-    if (n <= lattice) return none;
-    const int order = long_order(map, where, lattice + 1, std::min(n, longest));
-    return order > 0 ? order : none;
+    const auto found = point_of_least_order(map, where, n);
+    return found && map.leave_at(found->at) ? found->order : none;
 }
 
 bool TIterraMap::fixfinder(double& x, double& y, int order, int& iter, TRect& box, double tol) {

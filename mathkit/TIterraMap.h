@@ -37,8 +37,9 @@ public:
     ///
     /// Negative when no order is certain: none was found, the map refuses the centre, a radius is
     /// not positive, or a number is not finite. Ends after about a million iterates. A TError of
-    /// the map ends one sample of the search and never leaves this operation; the current point is
-    /// afterwards what it was before.
+    /// the map ends one sample of the search and never leaves this operation.
+    ///
+    /// The current point is afterwards the periodic point found; without one, what it was before.
     int getorder(double x, double y, double rx, double ry, int n);
 
     /// Refines (x, y) to the nearest periodic point of that order.
