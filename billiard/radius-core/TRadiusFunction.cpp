@@ -341,7 +341,8 @@ TPotatoFunction::TPotatoFunction(const char* text) {
     for (long i = 0; i < count; ++i) {
         double amplitude, phase;
         if (!next_number(amplitude) || *at != ' ') malformed(__LINE__);
-        if (!next_number(phase) || (i != count - 1 && *at != ' ')) malformed(__LINE__);
+        const bool found = next_number(phase);
+        if (i != count - 1 && (!found || *at != ' ')) malformed(__LINE__);
         amplitudes.push_back(amplitude);
         phases.push_back(phase);
     }
