@@ -16,14 +16,14 @@ constexpr double largest_end = 1e300;
 // A range narrower than this has no extent: a scale of pixels per unit would overflow.
 constexpr double smallest_width = 1e-300;
 
-struct Range {
+struct value_range {
     double from, to; // of the first and of the last pixel; from > to mirrors
     double width() const { return to - from; }
 };
 
 // What is really shown for the ends of a world rectangle: always two finite ends apart.
 // No numbers give 0 to 1, equal ends a range of their own size (at least 1) about them.
-Range shown_range(double from, double to) {
+value_range shown_range(double from, double to) {
     if (std::isnan(from) || std::isnan(to)) return {0, 1};
     from = std::clamp(from, -largest_end, largest_end);
     to = std::clamp(to, -largest_end, largest_end);
@@ -50,7 +50,7 @@ void widen(double& from, double& to, double width) {
 }
 
 // The pixel of a value, kept on the screen's pixels `first` to `last`.
-int pixel_of(double value, const Range& range, int first, int last, bool downward) {
+int pixel_of(double value, const value_range& range, int first, int last, bool downward) {
     double part = (value - range.from) / range.width();
     if (downward) part = 1 - part;
     const double pixels = std::max(0.0, static_cast<double>(last) - static_cast<double>(first));
@@ -58,7 +58,7 @@ int pixel_of(double value, const Range& range, int first, int last, bool downwar
     return static_cast<int>(static_cast<std::int64_t>(first) + static_cast<std::int64_t>(offset));
 }
 
-void fill(kit::axis& axis, const Range& range, int first, int last, bool downward) {
+void fill(kit::axis& axis, const value_range& range, int first, int last, bool downward) {
     axis.ticks.clear();
     axis.extra.clear();
     axis.labels.clear();
@@ -100,8 +100,8 @@ void TMapW2S::set_screen(int x1, int y1, int x2, int y2, bool iso) {
 }
 
 void TMapW2S::compute_coefficients() {
-    const Range x = shown_range(world.x1, world.x2);
-    const Range y = shown_range(world.y1, world.y2);
+    const value_range x = shown_range(world.x1, world.x2);
+    const value_range y = shown_range(world.y1, world.y2);
     const double pixels_x = extent(screen.x1, screen.x2);
     const double pixels_y = extent(screen.y1, screen.y2);
     ax = pixels_x / x.width();

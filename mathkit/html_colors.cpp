@@ -12,13 +12,13 @@ namespace html_colors {
 
 namespace {
 
-struct Keyword {
+struct named_color {
     std::string_view name;
     std::uint32_t color; // 0xRRGGBB
 };
 
 // The named colours of CSS Color Level 4, in alphabetical order for the search.
-constexpr Keyword keywords[] = {
+constexpr named_color keywords[] = {
     {"aliceblue", 0xf0f8ff},
     {"antiquewhite", 0xfaebd7},
     {"aqua", 0x00ffff},
@@ -169,7 +169,7 @@ constexpr Keyword keywords[] = {
     {"yellowgreen", 0x9acd32},
 };
 
-constexpr bool before(const Keyword& a, const Keyword& b) {
+constexpr bool before(const named_color& a, const named_color& b) {
     return a.name < b.name;
 }
 static_assert(std::is_sorted(std::begin(keywords), std::end(keywords), before));
@@ -181,8 +181,8 @@ std::uint32_t name2color(const char* name) {
     // Keywords are ASCII, so the locale has no say in their case.
     for (char& c : lower)
         if (c >= 'A' && c <= 'Z') c = static_cast<char>(c - 'A' + 'a');
-    const Keyword* const end = std::end(keywords);
-    const Keyword* const found = std::lower_bound(keywords, end, Keyword{lower, 0}, before);
+    const named_color* const end = std::end(keywords);
+    const named_color* const found = std::lower_bound(keywords, end, named_color{lower, 0}, before);
     if (found == end || found->name != lower)
         throw TError(kit::string::format("unknown colour name \"%s\"", name ? name : ""));
     return found->color;

@@ -22,12 +22,12 @@ constexpr double longest_side = 14400; // points; readers need not show a longer
 constexpr double inset = 0.0001;
 
 /// A PDF file that is written from front to back and remembers where its objects start.
-class PdfFile {
+class pdf_file {
 public:
-    PdfFile() = default;
-    PdfFile(const PdfFile&) = delete;
-    PdfFile& operator=(const PdfFile&) = delete;
-    ~PdfFile() {
+    pdf_file() = default;
+    pdf_file(const pdf_file&) = delete;
+    pdf_file& operator=(const pdf_file&) = delete;
+    ~pdf_file() {
         if (file) std::fclose(file);
     }
 
@@ -83,15 +83,15 @@ private:
 };
 
 /// Deflates into a file, a piece at a time.
-class Deflater {
+class deflater {
 public:
-    explicit Deflater(PdfFile& file) : file(file), packed(1 << 16) {
+    explicit deflater(pdf_file& file) : file(file), packed(1 << 16) {
         // Level 6 packs plots nearly as well as 9 in a third of the time.
         ready = deflateInit(&stream, 6) == Z_OK;
     }
-    Deflater(const Deflater&) = delete;
-    Deflater& operator=(const Deflater&) = delete;
-    ~Deflater() {
+    deflater(const deflater&) = delete;
+    deflater& operator=(const deflater&) = delete;
+    ~deflater() {
         if (ready) deflateEnd(&stream);
     }
 
@@ -109,7 +109,7 @@ public:
     }
 
 private:
-    PdfFile& file;
+    pdf_file& file;
     z_stream stream{};
     std::vector<unsigned char> packed;
     bool ready = false;
@@ -133,7 +133,7 @@ void unpack_row(const std::uint32_t* row, std::vector<unsigned char>& rgb) {
     }
 }
 
-void write_image(PdfFile& file, Deflater& deflater, int w, int h, const std::uint32_t* pixels) {
+void write_image(pdf_file& file, deflater& packer, int w, int h, const std::uint32_t* pixels) {
     file.begin_object(); // 5: its length is not known before its end, so it stands in object 6
     file.text("<< /Type /XObject /Subtype /Image /Width %d /Height %d /ColorSpace /DeviceRGB "
               "/BitsPerComponent 8 /Filter /FlateDecode /Length 6 0 R >>\nstream\n",
@@ -143,7 +143,7 @@ void write_image(PdfFile& file, Deflater& deflater, int w, int h, const std::uin
     std::vector<unsigned char> rgb(columns * 3);
     for (int y = 0; y < h; ++y) {
         unpack_row(pixels + static_cast<std::size_t>(y) * columns, rgb);
-        deflater.write(rgb, y == h - 1);
+        packer.write(rgb, y == h - 1);
     }
     const std::uint64_t length = file.position() - start;
     file.text("\nendstream\n");
@@ -157,9 +157,9 @@ void write_image(PdfFile& file, Deflater& deflater, int w, int h, const std::uin
 
 void save_rgba_as_pdf(const char* path, int w, int h, const std::uint32_t* pixels) {
     if (!path || w < 1 || h < 1 || !pixels) return;
-    PdfFile file;
-    Deflater deflater(file);
-    if (!deflater.is_ready()) return;
+    pdf_file file;
+    deflater packer(file);
+    if (!packer.is_ready()) return;
     replacement_file target(path);
     if (!file.open(target.path())) return;
 
@@ -185,7 +185,7 @@ void save_rgba_as_pdf(const char* path, int w, int h, const std::uint32_t* pixel
     file.begin_object(); // 4
     file.text("<< /Length %zu >>\nstream\n%s\nendstream\n", paint.length(), paint.c_str());
     file.end_object();
-    write_image(file, deflater, w, h, pixels);
+    write_image(file, packer, w, h, pixels);
     file.finish();
     if (file.close()) target.keep();
 }

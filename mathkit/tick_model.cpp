@@ -20,14 +20,14 @@ constexpr double most_steps = 1e18;
 constexpr double narrowest = 1e-300;
 
 /// A step of 1, 2 or 5 times a power of ten.
-struct Step {
+struct decimal_step {
     int mantissa = 1;
     int exponent = 0;
 
     double value() const;
     double times(std::int64_t n) const;
-    Step finer() const;
-    Step coarser() const;
+    decimal_step finer() const;
+    decimal_step coarser() const;
 };
 
 // The double nearest to n * 10^exponent. Read from its decimal form and not multiplied out: three
@@ -42,30 +42,30 @@ double decimal(std::int64_t n, int exponent) {
     return exponent > 0 ? std::copysign(HUGE_VAL, static_cast<double>(n)) : 0;
 }
 
-double Step::value() const {
+double decimal_step::value() const {
     return decimal(mantissa, exponent);
 }
 
-double Step::times(std::int64_t n) const {
+double decimal_step::times(std::int64_t n) const {
     return decimal(n * mantissa, exponent);
 }
 
-Step Step::finer() const {
+decimal_step decimal_step::finer() const {
     if (mantissa == 5) return {2, exponent};
     if (mantissa == 2) return {1, exponent};
     return {5, exponent - 1};
 }
 
-Step Step::coarser() const {
+decimal_step decimal_step::coarser() const {
     if (mantissa == 1) return {2, exponent};
     if (mantissa == 2) return {5, exponent};
     return {1, exponent + 1};
 }
 
 // The finest step of which at most `intervals` fit in `width`.
-Step step_for(double width, double intervals) {
+decimal_step step_for(double width, double intervals) {
     const double wanted = width / intervals;
-    Step step{1, static_cast<int>(std::floor(std::log10(wanted)))};
+    decimal_step step{1, static_cast<int>(std::floor(std::log10(wanted)))};
     // A hair of tolerance: for 0 to 1 in 10 intervals the step is 0.1, whatever the rounding.
     while (step.value() < wanted * (1 - 1e-9))
         step = step.coarser();
@@ -73,7 +73,7 @@ Step step_for(double width, double intervals) {
 }
 
 // The multiples of a step inside the range, each double once.
-std::vector<double> multiples(const Step& step, double low, double high) {
+std::vector<double> multiples(const decimal_step& step, double low, double high) {
     std::vector<double> values;
     const double size = step.value();
     const double first = low / size;
@@ -95,7 +95,7 @@ std::vector<double> multiples(const Step& step, double low, double high) {
 std::vector<double> tick_values(double low, double high, double pixels) {
     if (!(high - low >= narrowest) || !std::isfinite(high - low)) return {low, high};
     const double intervals = std::clamp(pixels / pixels_between_ticks, 2.0, most_intervals);
-    Step step = step_for(high - low, intervals);
+    decimal_step step = step_for(high - low, intervals);
     for (int tries = 0; tries < 4; ++tries, step = step.finer()) {
         std::vector<double> values = multiples(step, low, high);
         if (values.size() >= 2) return values;

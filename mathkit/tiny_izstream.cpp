@@ -17,7 +17,7 @@ tiny_izbuf::~tiny_izbuf() {
 }
 
 void tiny_izbuf::fail(const char* reason) {
-    state = State::failed;
+    state = stage::failed;
     throw TError(kit::string::format("damaged zlib stream: %s", reason));
 }
 
@@ -31,14 +31,14 @@ bool tiny_izbuf::fetch() {
 
 tiny_izbuf::int_type tiny_izbuf::underflow() {
     if (gptr() < egptr()) return traits_type::to_int_type(*gptr());
-    if (state == State::failed) fail("it was found damaged before");
+    if (state == stage::failed) fail("it was found damaged before");
     setg(plain, plain, plain);
     inflater->next_out = reinterpret_cast<Bytef*>(plain);
     inflater->avail_out = chunk;
-    while (state == State::reading && inflater->avail_out == chunk) {
+    while (state == stage::reading && inflater->avail_out == chunk) {
         if (inflater->avail_in == 0 && !fetch()) fail("it is cut short");
         const int result = inflate(inflater.get(), Z_NO_FLUSH);
-        if (result == Z_STREAM_END) state = State::ended;
+        if (result == Z_STREAM_END) state = stage::ended;
         if (result == Z_OK || result == Z_STREAM_END) continue;
         // First give what stands before the damage; the next read meets it again.
         if (inflater->avail_out < chunk) break;

@@ -23,13 +23,13 @@ public:
     tiny_izbuf& operator=(const tiny_izbuf&) = delete;
 
     /// Whether the whole stream was read, up to its end mark, and its checksum is right.
-    bool complete() const { return state == State::ended; }
+    bool complete() const { return state == stage::ended; }
 
 protected:
     int_type underflow() override;
 
 private:
-    enum class State { reading, ended, failed };
+    enum class stage { reading, ended, failed };
 
     bool fetch();
     [[noreturn]] void fail(const char* reason);
@@ -38,7 +38,7 @@ private:
 
     std::streambuf* source;
     std::unique_ptr<z_stream_s> inflater;
-    State state = State::reading;
+    stage state = stage::reading;
     char packed[chunk] = {};
     char plain[chunk] = {};
 };

@@ -7,7 +7,6 @@
 #include "mathkit/stderr_failed.h"
 
 #include <cmath>
-#include <cwchar>
 #include <memory>
 #include <numbers>
 
@@ -102,7 +101,6 @@ void fox_font::evict_oldest() {
 }
 
 void fox_font::setsize(double points) {
-    size = points;
     desc.size = usable_deci_points(points);
     setFont(desc);
 }

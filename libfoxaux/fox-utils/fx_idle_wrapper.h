@@ -9,7 +9,8 @@
 /// A repeated call of `func`: a chore of the application, or a timeout.
 ///
 /// It is stopped or active. The first start decides the mode; a start while active does nothing.
-/// An exception out of `func` passes through and ends the repetition.
+/// An exception out of `func` passes through, and no call follows; it counts as active until
+/// stop().
 class fx_idle_wrapper : public FXObject {
     FXDECLARE(fx_idle_wrapper)
 public:

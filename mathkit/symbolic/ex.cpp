@@ -17,9 +17,8 @@ int nodes_alive = 0; // the program has one thread
 
 class substitution final : public mapping {
 public:
-    substitution(const lst& variables, const lst& expressions, int counter)
-        : mapping(counter),
-          variables(variables),
+    substitution(const lst& variables, const lst& expressions)
+        : variables(variables),
           expressions(expressions) {}
 
 private:
@@ -81,8 +80,8 @@ ex ex::diff(const var& x) const {
     return by(*this);
 }
 
-ex ex::subs(const lst& variables, const lst& expressions, int counter) const {
-    substitution map(variables, expressions, counter);
+ex ex::subs(const lst& variables, const lst& expressions, int /*counter*/) const {
+    substitution map(variables, expressions);
     return map(*this);
 }
 

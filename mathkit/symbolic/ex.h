@@ -56,8 +56,8 @@ public:
     /// them: floor, ceil, round, trunc, signum and heaviside give 0, fabs gives signum.
     ex diff(const var& x) const;
 
-    /// Puts the entry of `expressions` at the same place for each of `variables`. `counter` is the
-    /// number of levels above this expression; max_depth bounds what it grows to.
+    /// Puts the entry of `expressions` at the same place for each of `variables`. `counter` is for
+    /// a caller that counts the levels above this expression: the result does not depend on it.
     ex subs(const lst& variables, const lst& expressions, int counter) const;
 
     /// Compiles into `list`, which loses what it held. Throws TError if a variable is left.

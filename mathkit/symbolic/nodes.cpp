@@ -29,7 +29,7 @@ bool number::constant(double& result) const {
 }
 
 unresolved_call::unresolved_call(std::string name, int column, std::vector<ex> arguments)
-    : node(greatest_depth(arguments) + 1),
+    : basic(greatest_depth(arguments) + 1),
       name(std::move(name)),
       column(column),
       arguments(std::move(arguments)) {}
@@ -54,7 +54,10 @@ bool minus::constant(double& result) const {
     return true;
 }
 
-binary::binary(const ex& a, const ex& b) : node(std::max(a->depth(), b->depth()) + 1), a(a), b(b) {}
+binary::binary(const ex& a, const ex& b)
+    : basic(std::max(a->depth(), b->depth()) + 1),
+      a(a),
+      b(b) {}
 
 bool binary::constant(double& result) const {
     const double* x = a->number_value();

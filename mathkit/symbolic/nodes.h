@@ -10,21 +10,10 @@
 
 namespace symbolic {
 
-/// What each node class states again; written once so that the classes below read as a list.
-class node : public basic {
-public:
-    ex diff(derivation& by, const ex& self) const override = 0;
-    void compile(postfix_compiler& to) const override = 0;
-    ex rebuild(mapping& map, const ex& self) const override = 0;
-
-protected:
-    using basic::basic;
-};
-
 /// A number.
-class number final : public node {
+class number final : public basic {
 public:
-    explicit number(double value) : node(1), value(value) {}
+    explicit number(double value) : basic(1), value(value) {}
     ex diff(derivation& by, const ex& self) const override;
     void compile(postfix_compiler& to) const override;
     ex rebuild(mapping&, const ex& self) const override { return self; }
@@ -36,9 +25,9 @@ public:
 
 /// The content of a memory cell at the time of evaluation. By itself a constant for ex::diff, which
 /// derives by variables.
-class cell final : public node {
+class cell final : public basic {
 public:
-    cell(double* address, bool variable) : node(1), address(address), variable(variable) {}
+    cell(double* address, bool variable) : basic(1), address(address), variable(variable) {}
     ex diff(derivation& by, const ex& self) const override;
     void compile(postfix_compiler& to) const override;
     ex rebuild(mapping&, const ex& self) const override { return self; }
@@ -48,9 +37,9 @@ public:
 };
 
 /// A variable; two of them are the same if their names are.
-class var final : public node {
+class var final : public basic {
 public:
-    explicit var(const char* name) : node(1), name(name) {}
+    explicit var(const char* name) : basic(1), name(name) {}
     ex diff(derivation& by, const ex& self) const override;
     void compile(postfix_compiler& to) const override;
     ex rebuild(mapping&, const ex& self) const override { return self; }
@@ -59,10 +48,10 @@ public:
 };
 
 /// A name in a scanned formula that eval has not given its meaning yet.
-class unresolved_name final : public node {
+class unresolved_name final : public basic {
 public:
     unresolved_name(std::string name, int column)
-        : node(1),
+        : basic(1),
           name(std::move(name)),
           column(column) {}
     ex diff(derivation& by, const ex& self) const override;
@@ -74,7 +63,7 @@ public:
 };
 
 /// A name with arguments in a scanned formula, before eval.
-class unresolved_call final : public node {
+class unresolved_call final : public basic {
 public:
     unresolved_call(std::string name, int column, std::vector<ex> arguments);
     ex diff(derivation& by, const ex& self) const override;
@@ -87,9 +76,9 @@ public:
 };
 
 /// A function as such, without arguments: what a name before a bracket means.
-class function_symbol final : public node {
+class function_symbol final : public basic {
 public:
-    explicit function_symbol(const function_entry& entry) : node(1), entry(entry) {}
+    explicit function_symbol(const function_entry& entry) : basic(1), entry(entry) {}
     ex diff(derivation& by, const ex& self) const override;
     void compile(postfix_compiler& to) const override;
     ex rebuild(mapping&, const ex& self) const override { return self; }
@@ -98,9 +87,9 @@ public:
 };
 
 /// -a
-class minus final : public node {
+class minus final : public basic {
 public:
-    explicit minus(const ex& a) : node(a->depth() + 1), a(a) {}
+    explicit minus(const ex& a) : basic(a->depth() + 1), a(a) {}
     ex diff(derivation& by, const ex& self) const override;
     void compile(postfix_compiler& to) const override;
     ex rebuild(mapping& map, const ex& self) const override;
@@ -111,7 +100,7 @@ public:
 };
 
 /// What the operations with two operands share.
-class binary : public node {
+class binary : public basic {
 public:
     bool constant(double& result) const final;
 
@@ -194,9 +183,9 @@ private:
 };
 
 /// A function of one argument.
-class function final : public node {
+class function final : public basic {
 public:
-    function(function_id id, const ex& a) : node(a->depth() + 1), id(id), a(a) {}
+    function(function_id id, const ex& a) : basic(a->depth() + 1), id(id), a(a) {}
     ex diff(derivation& by, const ex& self) const override;
     void compile(postfix_compiler& to) const override;
     ex rebuild(mapping& map, const ex& self) const override;
