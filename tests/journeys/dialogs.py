@@ -94,7 +94,7 @@ def journey(program, model):
         program.close_box(title)  # the focus is on "Close"
     program.keys("space")  # and the keys go to the plot again
     until(program.plotted, "points by a key after the dialogs")
-    check(program.close() == 1, "the exit status is not 1")
+    program.close_well()
     lines = settings(os.environ["HOME"])
     check("[SETTINGS]" not in lines, f"settings that nobody made: {lines}")
 

@@ -13,26 +13,37 @@ import tempfile
 import threading
 import time
 
-from journey import Failure, Picture, Program, check, output_of, until, xdotool
-
-NOBODY = 65534
+from journey import (MAIN, PATH, Failure, Picture, Program, as_nobody, check, output_of, until,
+                     xdotool)
 
 
 class Bare(Program):
     """The program on a display of any depth: nothing is read from its pictures' pixels."""
 
     def look(self):
-        try:
-            self.main = self.window("Billiard: Phase Space(Poincare Section)")
-        except Failure:
-            self.end()
-            raise
+        self.main = self.window(MAIN)
         self.focus(self.main)
 
     def colors(self):
         """How many colours the main window shows."""
         return int(output_of("sh", "-c", f"import -window {self.main} png:- | "
                                          "identify -format %k -") or 0)
+
+
+class Unmanaged(Bare):
+    """The program on a display without a window manager, who would list its windows."""
+
+    def look(self):
+        def found():
+            return output_of("xdotool", "search", "--onlyvisible", "--name", "^Billiard: Phase")
+        self.main = int(until(found, "the main window"))
+
+
+class Second(Bare):
+    """A copy beside another: which main window is its own shows when the other has ended."""
+
+    def look(self):
+        until(lambda: len(list(self.clients())) >= 3, "the window of the second copy")
 
 
 def environment(**changes):
@@ -49,29 +60,16 @@ def use(program):
     """A few bounces, the second window, the dialog of the fonts, a view."""
     program.keys("space", "z", "space", "asterisk", "slash")
     program.press("Show Billiard")
-    program.window("Billiard: Coordinate Space")
+    program.window(PATH)
     program.focus(program.main)
     program.keys("F10")
-    program.dialog("Select Global Fonts")
-    program.keys("Escape")
-    program.gone("Select Global Fonts")
-
-
-def end(program, expected=None):
-    """Closes the program: every line on standard error must hold what is expected there."""
-    status = program.close()
-    check(status == 1, f"the exit status is {status}, not 1")
-    for line in program.stderr().splitlines():
-        check(expected and expected in line, f"on standard error: {line}")
+    program.cancel("Select Global Fonts")
 
 
 def use_and_end(**options):
-    program = started(**options)
-    try:
+    with started(**options) as program:
         use(program)
-        end(program, b"foxrc")
-    finally:
-        program.end()
+        program.close_well(b"foxrc")
 
 
 def no_home():
@@ -85,22 +83,14 @@ def missing_home():
 def unwritable_home():
     with tempfile.TemporaryDirectory() as home:
         os.chmod(home, 0o555)
-        options = {"env": environment(HOME=home), "cwd": "/"}
-        if os.geteuid() == 0:  # to root everything is writable
-            options.update(user=NOBODY, group=NOBODY, extra_groups=[])
-        use_and_end(**options)
+        use_and_end(env=environment(HOME=home), cwd="/", **as_nobody())
 
 
 def with_settings(home):
-    program = started(env=environment(HOME=home))
-    try:
+    with started(env=environment(HOME=home)) as program:
         program.keys("space", "F10")
-        program.dialog("Select Global Fonts")
-        program.keys("Escape")
-        program.gone("Select Global Fonts")
-        end(program, b"foxrc")  # the toolkit names the lines that it can't read
-    finally:
-        program.end()
+        program.cancel("Select Global Fonts")
+        program.close_well(b"foxrc")  # the toolkit names the lines that it can't read
 
 
 def garbage_settings():
@@ -134,13 +124,10 @@ def garbage_settings():
 
 def shallow_display():
     """On a display of few colours the picture still has axes and points."""
-    program = started()
-    try:
+    with started() as program:
         until(lambda: program.colors() > 2, "a picture")
         use(program)
-        end(program)
-    finally:
-        program.end()
+        program.close_well()
 
 
 def ends_with_message(message, **options):
@@ -155,22 +142,14 @@ def ends_with_message(message, **options):
 
 def few_colors():
     """On a display of 8 bits, which the window manager refuses, the picture still has points."""
-    process = subprocess.Popen([sys.argv[1]], stdin=subprocess.DEVNULL, stderr=subprocess.PIPE)
-    try:
-        window = until(lambda: output_of("xdotool", "search", "--onlyvisible", "--name",
-                                         "^Billiard: Phase").decode().strip(), "the main window")
-        def colors():
-            return int(output_of("sh", "-c", f"import -window {window} png:- | "
-                                             "identify -format %k -") or 0)
-        until(lambda: colors() > 2, "a picture")
+    with Unmanaged(sys.argv[1]) as program:
+        until(lambda: program.colors() > 2, "a picture")
         for _ in range(3):
-            xdotool("mousemove", "--window", window, 300, 300, "click", 1, "key", "space")
+            program.click(300, 300)
+            program.keys("space")
         time.sleep(0.5)
-        check(process.poll() is None, "the program has ended")
-    finally:
-        process.terminate()
-        errors = process.communicate()[1]
-    check(errors == b"", f"on standard error: {errors}")
+        check(program.process.poll() is None, "the program has ended")
+        program.no_report()
 
 
 def no_display():
@@ -214,32 +193,22 @@ def signals():
     """A signal ends the program at once, in its loop too."""
     for number in (signal.SIGTERM, signal.SIGHUP, signal.SIGINT):
         for keys in ([], ["l"], ["F9"]):
-            program = started()
-            try:
-                if keys:
-                    program.keys(*keys)
+            with started() as program:
+                program.keys(*keys)
                 program.process.send_signal(number)
                 status = program.process.wait(20)
                 check(status in (1, -number), f"{number.name} after {keys}: the status is {status}")
-                check(program.stderr() == b"", f"on standard error: {program.stderr()}")
-            finally:
-                program.end()
+                program.no_report()
 
 
 def killed_while_saving():
     """A signal while an old picture is overwritten: the old one is still there, and whole."""
     for name, number in (("orbit.png", signal.SIGTERM), ("orbit.pdf", signal.SIGHUP)):
-        program = started()
-        place = program.folder.name
-        path = os.path.join(place, name)
-        try:
+        with started() as program:
+            place = program.folder.name
+            path = os.path.join(place, name)
             program.keys("F9")
-            program.dialog("Resize Hack")
-            for key in ("Tab", "alt+a"):  # large enough to be met half-way
-                program.keys("ctrl+a")
-                program.type("3000")
-                program.keys(key)
-            program.gone("Resize Hack")
+            program.fill_in("Resize Hack", "3000", "3000")  # large enough to be met half-way
             program.keys("s")
             program.dialog("Save Poincare-Section as Picture")
             program.type(path)
@@ -248,15 +217,12 @@ def killed_while_saving():
             program.keys("Return")
             program.dialog("Warning")
             xdotool("key", "alt+y")
-            deadline = time.monotonic() + 20
-            while os.listdir(place) == [name] and os.path.getsize(path) == 3:
-                check(time.monotonic() < deadline, "nothing is written")
+            until(lambda: os.listdir(place) != [name] or os.path.getsize(path) != 3,
+                  "a file being written", pause=0)
             program.process.send_signal(number)
             program.process.wait(20)
             with open(path, "rb") as file:
                 check(file.read() == b"old", f"{name} is lost by {number.name}")
-        finally:
-            program.end()
 
 
 class SlowDisplay:
@@ -298,8 +264,7 @@ def numbers(program):
 
 def slow_display():
     """Over a slow network the loop does not draw ahead so far that keys wait for their answer."""
-    program = started(env=environment(DISPLAY=SlowDisplay(200000).name))
-    try:
+    with started(env=environment(DISPLAY=SlowDisplay(200000).name)) as program:
         use(program)
         program.keys("l")
         for key in ("asterisk", "slash", "asterisk"):
@@ -307,15 +272,12 @@ def slow_display():
             before = numbers(program)
             program.keys(key)
             until(lambda: numbers(program) != before, "an answer to " + key)
-        end(program)
-    finally:
-        program.end()
+        program.close_well()
 
 
 def sizes():
     """Both windows, 100 times from small to large, with an orbit running."""
-    program = started()
-    try:
+    with started() as program:
         use(program)
         program.keys("l")
         windows = program.main, program.path_window()
@@ -326,32 +288,20 @@ def sizes():
         for window in windows:
             until(lambda: program.geometry(window)[2:] == [399, 250], "the last size")
         until(lambda: program.colors() > 2, "a picture at the last size")
-        end(program)
-    finally:
-        program.end()
+        program.close_well()
 
 
 def two_copies():
     """Two copies on one display with one HOME: each has its own orbit and its own end."""
-    first = started()
-    try:
+    with started() as first:
         use(first)
-        second = subprocess.Popen([sys.argv[1]], stdin=subprocess.DEVNULL, stderr=subprocess.PIPE)
-        def both():
-            text = output_of("xprop", "-root", "_NET_CLIENT_LIST").decode()
-            return text.count("0x") >= 3
-        until(both, "the window of the second copy")
-        time.sleep(0.5)
-        end(first)
-        until(lambda: first.find("Billiard: Phase Space(Poincare Section)"), "the second copy")
-        other = first.find("Billiard: Phase Space(Poincare Section)")
-        xdotool("windowactivate", "--sync", other, "key", "space", "key", "alt+F4")
-        errors = second.communicate(timeout=20)[1]
-        check(second.returncode == 1 and errors == b"", f"{second.returncode}: {errors}")
-    finally:
-        first.end()
-        second.kill()
-        second.wait()
+        with Second(sys.argv[1]) as second:
+            time.sleep(0.5)
+            first.close_well()
+            second.main = second.window(MAIN)
+            second.focus(second.main)
+            second.keys("space")
+            second.close_well()
 
 
 CASES = {case.__name__: case for case in (

@@ -72,16 +72,14 @@ class Soak:
 
     def change_curve(self, place):
         self.program.choose_curve(place)
-        self.program.dialog("Boundary Curve")
-        self.program.accept("Boundary Curve")
+        self.program.fill_in("Boundary Curve")  # as it stands
 
     def show_path(self, wanted):
         shown = self.program.path_window() is not None
         if wanted and not shown:
             self.program.show_path()
         elif shown and not wanted:
-            self.program.press("Show Billiard")
-            self.program.gone("Billiard: Coordinate Space")
+            self.program.hide_path()
 
     def let_it_run(self):
         self.close_error()
@@ -155,8 +153,7 @@ class Soak:
         if self.program.loop_checked():
             self.program.keys("l")
         self.close_error()
-        check(self.program.close() == 1, "the exit status is not 1")
-        check(self.program.stderr() == b"", f"on standard error: {self.program.stderr()}")
+        self.program.close_well()
 
 
 def grows(values, noise):
