@@ -20,11 +20,9 @@ const double SOMEWHERE_S = 0.123, SOMEWHERE_P = 0.456; ///< where the map stands
 class billiards {
 public:
     TBilliardMap& of(const data_row& row) {
-        const std::string wanted = row.text("kind") + " " + row.text("params");
-        if (wanted != curve)
-            map = std::make_unique<TBilliardMap>(
-                new_reference_curve(row.text("kind"), row.text("params")));
-        curve = wanted;
+        if (row.curve() != curve)
+            map = std::make_unique<TBilliardMap>(new_reference_curve(row.curve()));
+        curve = row.curve();
         map->setPoint(SOMEWHERE_S, SOMEWHERE_P);
         return *map;
     }
@@ -126,7 +124,7 @@ TEST(BilliardPeriodicPoints, KnownPointsAreFoundFromNearbyAtAnyDepthOfZoom) {
 TEST(BilliardPeriodicPoints, CurvesThatAreNoTablesEndWithoutAnAnswer) {
     for (const char* formula : hostile_formulas) {
         SCOPED_TRACE(formula);
-        TBilliardMap map(new_reference_curve("Formula", formula));
+        TBilliardMap map(new_reference_curve(std::string("Formula ") + formula));
         map.setPoint(SOMEWHERE_S, SOMEWHERE_P);
         double S, P;
         map.getPoint(S, P);

@@ -38,10 +38,9 @@ Value next(std::istream& words) {
 }
 
 void set_curve(std::istream& words) {
-    const auto kind = next<std::string>(words);
-    std::string parameters;
-    std::getline(words >> std::ws, parameters);
-    map.setF(new_reference_curve(kind, parameters));
+    std::string curve;
+    std::getline(words >> std::ws, curve);
+    map.setF(new_reference_curve(curve));
 }
 
 int pixel(double value) {
