@@ -13,6 +13,7 @@
 #include "mathkit/TRootSolver.h"
 #include "mathkit/bsearch.h"
 #include "mathkit/fast_trig.h"
+#include "mathkit/sincos.h"
 
 namespace {
 
@@ -239,6 +240,38 @@ TEST(fast_trig, is_as_exact_as_a_bounce_can_use) {
             EXPECT_TRUE(std::isnan(want) ? std::isnan(got) : std::fabs(got - want) < 1e-15)
                 << y << " " << x;
         }
+    }
+}
+
+void expect_as_library(double x) {
+    constexpr double two_units = 2.3e-16; // in the last place of 1, the library's error included
+    double s, c;
+    kit::sincos(x, s, c);
+    ASSERT_NEAR(s, std::sin(x), two_units) << x;
+    ASSERT_NEAR(c, std::cos(x), two_units) << x;
+    ASSERT_NEAR(kit::sin(x), std::sin(x), two_units) << x;
+    ASSERT_NEAR(kit::cos(x), std::cos(x), two_units) << x;
+}
+
+TEST(sincos, agrees_with_the_library) {
+    std::mt19937_64 random(7);
+    for (const double range : {1e-9, 1.0, 7.0, 100.0, kit::sincos_limit, 1e12}) {
+        for (int i = 0; i < 100'000; ++i)
+            expect_as_library(range * (static_cast<double>(random()) * 0x1p-63 - 1));
+    }
+    // Next to the multiples of pi/4, where the quadrant and the reduction are decided.
+    for (int n = -8000; n <= 8000; ++n) {
+        const double x = n * 0.78539816339744830962;
+        for (const double near : {x, std::nextafter(x, 1e9), std::nextafter(x, -1e9)})
+            expect_as_library(near);
+        // Above 1 an inverse function would give no number.
+        ASSERT_LE(std::fmax(std::fabs(kit::sin(x)), std::fabs(kit::cos(x))), 1) << n;
+    }
+    EXPECT_TRUE(kit::sin(0.0) == 0 && kit::cos(0.0) == 1);
+    for (const double x : {infinity, -infinity, nan}) {
+        double s, c;
+        kit::sincos(x, s, c);
+        EXPECT_TRUE(std::isnan(s + kit::sin(x)) && std::isnan(c + kit::cos(x)));
     }
 }
 

@@ -7,6 +7,7 @@
 
 #include "mathkit/TError.h"
 
+#include "tests/folder.h"
 #include "tests/ink_box.h"
 
 #include <gtest/gtest.h>
@@ -15,17 +16,12 @@
 #include FT_FREETYPE_H
 
 #include <cmath>
-#include <filesystem>
-#include <fstream>
-#include <iterator>
 #include <map>
 #include <numbers>
 #include <string>
 #include <sys/stat.h>
 
 namespace {
-
-namespace fs = std::filesystem;
 
 constexpr double quarter = std::numbers::pi / 2;
 const std::string font_path = std::string(TEST_DATA_DIR) + "/plain.ttf";
@@ -77,48 +73,25 @@ std::string error_of(const char* path) {
     return "";
 }
 
-std::string bytes_of(const std::string& path) {
-    std::ifstream in(path, std::ios::binary);
-    return {std::istreambuf_iterator<char>(in), {}};
-}
-
-/// A folder that goes with the test.
-class ttf_font_files : public testing::Test {
-protected:
-    ttf_font_files() {
-        std::string name = testing::TempDir() + "ttf_font_files.XXXXXX";
-        folder = mkdtemp(name.data());
-    }
-    ~ttf_font_files() override { fs::remove_all(folder); }
-
-    std::string write(const char* name, const std::string& bytes, std::uintmax_t size = 0) const {
-        std::string path = folder + "/" + name;
-        std::ofstream(path, std::ios::binary) << bytes;
-        if (size) fs::resize_file(path, size);
-        return path;
-    }
-
-    std::string folder;
-};
-
 } // namespace
 
-TEST_F(ttf_font_files, that_are_no_fonts_are_refused_with_their_name_and_a_reason) {
-    const std::string pipe = folder + "/pipe.ttf";
+TEST(ttf_font_files, that_are_no_fonts_are_refused_with_their_name_and_a_reason) {
+    const folder place;
+    const std::string pipe = place / "pipe.ttf";
     ASSERT_EQ(mkfifo(pipe.c_str(), 0600), 0);
     const std::pair<std::string, const char*> cases[] = {
-        {write("text.ttf", std::string(5000, 'x')), "is no font file"},
-        {write("empty.ttf", ""), "the file is empty"},
-        {folder + "/missing.ttf", "No such file or directory"},
-        {folder, "is a directory"},
-        {write("zeros.ttf", "", 100 << 20), "the file is too large for a font"},
-        {write("some_zeros.ttf", "", 20 << 20), "is no font file"},
+        {put_file(place / "text.ttf", std::string(5000, 'x')), "is no font file"},
+        {put_file(place / "empty.ttf", ""), "the file is empty"},
+        {place / "missing.ttf", "No such file or directory"},
+        {place.path, "is a directory"},
+        {put_file(place / "zeros.ttf", "", 100 << 20), "the file is too large for a font"},
+        {put_file(place / "some_zeros.ttf", "", 20 << 20), "is no font file"},
         {pipe, "is not a regular file"},
         {"/dev/zero", "is not a regular file"},
-        {write("bitmaps.bdf",
-               "STARTFONT 2.1\nFONT x\nSIZE 8 75 75\nFONTBOUNDINGBOX 8 8 0 0\nCHARS 1\n"
-               "STARTCHAR A\nENCODING 65\nSWIDTH 500 0\nDWIDTH 8 0\nBBX 8 1 0 0\nBITMAP\n"
-               "FF\nENDCHAR\nENDFONT\n"),
+        {put_file(place / "bitmaps.bdf",
+                  "STARTFONT 2.1\nFONT x\nSIZE 8 75 75\nFONTBOUNDINGBOX 8 8 0 0\nCHARS 1\n"
+                  "STARTCHAR A\nENCODING 65\nSWIDTH 500 0\nDWIDTH 8 0\nBBX 8 1 0 0\nBITMAP\n"
+                  "FF\nENDCHAR\nENDFONT\n"),
          "is no scalable font"},
     };
     for (const auto& [path, reason] : cases)
@@ -127,11 +100,12 @@ TEST_F(ttf_font_files, that_are_no_fonts_are_refused_with_their_name_and_a_reaso
     EXPECT_EQ(error_of(nullptr), "No font file given.");
 }
 
-TEST_F(ttf_font_files, cut_short_or_damaged_are_refused_or_drawn_but_never_fatal) {
-    const std::string whole = bytes_of(font_path);
+TEST(ttf_font_files, cut_short_or_damaged_are_refused_or_drawn_but_never_fatal) {
+    const folder place;
+    const std::string whole = content_of(font_path);
     ASSERT_GT(whole.size(), 500U);
     const auto opens = [&](const std::string& bytes) {
-        const std::string path = write("damaged.ttf", bytes);
+        const std::string path = put_file(place / "damaged.ttf", bytes);
         try {
             recording_font font(path.c_str());
             font.draw(L"HAV p?", 12);
@@ -153,8 +127,9 @@ TEST_F(ttf_font_files, cut_short_or_damaged_are_refused_or_drawn_but_never_fatal
     }
 }
 
-TEST_F(ttf_font_files, may_vanish_while_the_font_is_in_use) {
-    const std::string path = write("copy.ttf", bytes_of(font_path));
+TEST(ttf_font_files, may_vanish_while_the_font_is_in_use) {
+    const folder place;
+    const std::string path = put_file(place / "copy.ttf", content_of(font_path));
     recording_font font(path.c_str());
     std::filesystem::resize_file(path, 10);
     std::filesystem::remove(path);
