@@ -30,12 +30,14 @@ public:
     explicit formula_map(image_of image) : image(std::move(image)) {}
 
     bool setPoint(double a, double b) override {
+        if (!placeable) throw TError("no place");
         if (!(a > 0 && a < 1 && b > -1 && b < 1)) return false;
         x = a;
         y = b;
         return true;
     }
     void getPoint(double& a, double& b) override {
+        if (!readable) throw TError("no point");
         a = x;
         b = y;
     }
@@ -46,6 +48,7 @@ public:
 
     double x = 0.3, y = 0.2;
     long iterates = 0;
+    bool placeable = true, readable = true;
 
 private:
     image_of image;
@@ -194,9 +197,7 @@ TEST(PeriodicPoints, HostileMapsEndWithoutAnAnswerAndArePutBack) {
 }
 
 TEST(PeriodicPoints, ArgumentsThatAreNoCircleAreRefused) {
-    struct {
-        double x, y, rx, ry;
-    } const circles[] = {
+    const double circles[][4] = {
         {0, 0.3, 0.02, 0.06},         {1, 0.3, 0.02, 0.06},        {-0.1, 0.1, 0.02, 0.06},
         {0.5, 1, 0.02, 0.06},         {0.5, -1.25, 0.02, 0.06},    {0.5, 0, 0, 0.06},
         {0.5, 0, 0.02, -0.06},        {0.5, 0, NONE, 0.06},        {NONE, 0, 0.02, 0.06},
@@ -204,8 +205,8 @@ TEST(PeriodicPoints, ArgumentsThatAreNoCircleAreRefused) {
         {HUGE_NUMBER, 0, 0.02, 0.06},
     };
     formula_map map(kicked(0.9)); // (0.5, 0) has order 1
-    for (const auto& c : circles)
-        EXPECT_LT(map.getorder(c.x, c.y, c.rx, c.ry, 10000), 0) << c.x << ' ' << c.y;
+    for (const auto& [x, y, rx, ry] : circles)
+        EXPECT_LT(map.getorder(x, y, rx, ry, 10000), 0) << x << ' ' << y;
     EXPECT_EQ(map.getorder(0.5, 0, 0.4, 0.9, 10000), 1) << "a circle as large as the section";
     EXPECT_EQ(map.getorder(0.5, 0, 1e300, 1e300, 10000), 1) << "and larger";
 
@@ -226,24 +227,10 @@ TEST(PeriodicPoints, ArgumentsThatAreNoCircleAreRefused) {
     expect_honest(map, x, y, 2, box);
 }
 
-/// A map that throws where it is placed or where it is read.
-class throwing_map : public formula_map {
-public:
-    throwing_map(bool placed, bool read) : formula_map(kicked(0.9)), placed(placed), read(read) {}
-    bool setPoint(double a, double b) override {
-        if (placed) throw TError("no place");
-        return formula_map::setPoint(a, b);
-    }
-    void getPoint(double& a, double& b) override {
-        if (read) throw TError("no point");
-        formula_map::getPoint(a, b);
-    }
-    const bool placed, read;
-};
-
 TEST(PeriodicPoints, ErrorsOfTheMapNeverLeaveASearch) {
     for (const bool placed : {true, false}) {
-        throwing_map map(placed, !placed);
+        formula_map map(kicked(0.9));
+        (placed ? map.readable : map.placeable) = false;
         EXPECT_LT(map.getorder(0.5, 0, 0.05, 0.05, 100), 0);
         double x = 0.5, y = 0;
         int iter = 30;

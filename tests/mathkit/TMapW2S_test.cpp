@@ -74,18 +74,18 @@ TEST(TMapW2S, EdgesOfTheScreenAreNotInsideTheWorld) {
 TEST(TMapW2S, IsoWidensOneSideAboutItsCentre) {
     const struct {
         TRect world;
-        int width, height;
+        int width;
         TRect expected;
-    } cases[] = {{{0, 0, 1, 1}, 200, 100, {-0.5, 0, 1.5, 1}},
-                 {{-1, -2, 1, 2}, 100, 100, {-2, -2, 2, 2}},
-                 {{0, 0, 4, 2}, 100, 100, {0, -1, 4, 3}},
-                 {{3, 0, 3, 1}, 100, 100, {2.5, 0, 3.5, 1}}};
+    } cases[] = {{{0, 0, 1, 1}, 200, {-0.5, 0, 1.5, 1}},
+                 {{-1, -2, 1, 2}, 100, {-2, -2, 2, 2}},
+                 {{0, 0, 4, 2}, 100, {0, -1, 4, 3}},
+                 {{3, 0, 3, 1}, 100, {2.5, 0, 3.5, 1}}};
     for (const auto& c : cases) {
         TMapW2S map;
         map.world = c.world;
         map.makeIso(); // no screen yet: nothing to fit to
         expect_rect(map.world, c.world);
-        map.set_screen(0, 0, c.width, c.height, true);
+        map.set_screen(0, 0, c.width, 100, true);
         expect_rect(map.world, c.expected);
         EXPECT_NEAR(map.ax, -map.ay, 1e-9);
     }
@@ -201,9 +201,7 @@ TEST(TMapW2S, LabelsAreShortAtOrdinaryZooms) {
 TEST(TickModel, WithoutDecimalsTheEndsAreTheTicks) {
     for (const double end : {1e308, 1e-320, inf}) {
         const std::vector<kit::tick> ticks = kit::nice_ticks(-end, end, 500);
-        ASSERT_EQ(ticks.size(), 2u);
-        EXPECT_EQ(ticks[0].value, -end);
-        EXPECT_EQ(ticks[1].value, end);
+        EXPECT_TRUE(ticks.size() == 2 && ticks[0].value == -end && ticks[1].value == end) << end;
     }
 }
 

@@ -46,6 +46,12 @@ inline double tree_value(const symbolic::ex& e, double t) {
     return value ? *value : std::numeric_limits<double>::quiet_NaN();
 }
 
+/// The value of a compiled list.
+inline double value_of(const symbolic::postfix_list& list) {
+    std::vector<double> stack(static_cast<std::size_t>(list.stacksize()));
+    return list.eval_double(stack.data());
+}
+
 /// A compiled expression with its variable and its stacks.
 class compiled {
 public:
@@ -58,8 +64,7 @@ public:
 
     double value(double t) {
         cell = t;
-        std::vector<double> stack(static_cast<std::size_t>(list.stacksize()), 0.0);
-        return list.eval_double(stack.data());
+        return value_of(list);
     }
     symbolic::diffarithm both(double t) {
         cell = t;
