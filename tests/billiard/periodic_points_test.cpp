@@ -64,7 +64,7 @@ bool stands_on(const TBilliardMap& map, const data_row& row) {
 
 TEST(BilliardPeriodicPoints, CirclesHaveTheirOrder) {
     billiards made;
-    std::map<std::string, int> missed, asked;
+    std::map<std::string, int> asked, missed;
     for (const data_row& row : read_data_table("getorder.csv")) {
         SCOPED_TRACE(row.text("id"));
         TBilliardMap& map = made.of(row);

@@ -68,6 +68,7 @@ TEST_P(each_curve, derivatives_together_agree_with_each_alone) {
         const double scale = curve->R(phi) + std::fabs(curve->dR(phi));
         EXPECT_NEAR(r, curve->R(phi), 4e-14 * scale) << phi;
         EXPECT_NEAR(dr, curve->dR(phi), 2e-12 * scale) << phi;
+        EXPECT_NEAR(curve->R(phi + 2 * pi), curve->R(phi), 1e-13 * scale) << phi;
         double r3, dr3, ddr3;
         curve->derivatives(phi, std::sin(phi), std::cos(phi), r3, dr3, ddr3);
         EXPECT_TRUE(r3 == r && dr3 == dr) << phi;
@@ -85,13 +86,6 @@ TEST_P(each_curve, curvature_has_one_meaning) {
         const double q = r * r + dr * dr;
         EXPECT_NEAR(curve->curvature(phi) * q * std::sqrt(q), n, 1e-13 * scale) << phi;
         EXPECT_NEAR(curve->arcDensity(phi), std::sqrt(q), 1e-12 * std::sqrt(q)) << phi;
-    });
-}
-
-TEST_P(each_curve, repeats_after_a_turn) {
-    at_many_angles([&](double phi) {
-        const double scale = curve->R(phi) + std::fabs(curve->dR(phi));
-        EXPECT_NEAR(curve->R(phi + 2 * pi), curve->R(phi), 1e-13 * scale) << phi;
     });
 }
 
@@ -119,10 +113,7 @@ INSTANTIATE_TEST_SUITE_P(all, each_curve, testing::ValuesIn(all_curves));
 
 TEST(TRadiusFunction, a_point_on_the_curve_is_not_inside) {
     const TEllipseFunction circle(0);
-    EXPECT_FALSE(circle.isInside(1, 0));
-    EXPECT_FALSE(circle.isInside(0, -1));
-    EXPECT_TRUE(circle.isInside(0, 0));
-    EXPECT_DOUBLE_EQ(circle.curvature(0.7), 1);
+    EXPECT_TRUE(circle.isInside(0, 0) && !circle.isInside(1, 0) && !circle.isInside(0, -1));
 }
 
 TEST(TRadiusFunction, setters_refuse_what_is_no_curve) {
@@ -178,13 +169,11 @@ TEST(TStadiumFunction, stays_a_number_at_the_joints_of_any_length) {
         const TStadiumFunction stadium(z);
         for (const double corner :
              {stadium.corner1, stadium.corner2, stadium.corner3, stadium.corner4}) {
-            double phi = corner * (1 - 1e-14);
+            double phi = corner * (1 - 1e-14), r, dr;
             for (int i = 0; i < 200; ++i, phi = std::nextafter(phi, 10)) {
-                double r, dr;
                 stadium.value_and_slope(phi, std::sin(phi), std::cos(phi), r, dr);
-                ASSERT_TRUE(stadium.R(phi) > 0 && std::isfinite(stadium.dR(phi)) && r > 0 &&
-                            std::isfinite(dr))
-                    << z << " at " << phi;
+                ASSERT_TRUE(r > 0 && stadium.R(phi) > 0) << z << " at " << phi;
+                ASSERT_TRUE(std::isfinite(dr + stadium.dR(phi))) << z << " at " << phi;
             }
         }
     }
@@ -196,7 +185,7 @@ TEST(TTriangleFunction, stands_as_described) {
     EXPECT_NEAR(t.R(0), 0.877382675301662, 1e-14);
     EXPECT_NEAR(t.corner1, 2 * pi / 3, 1e-14);
     EXPECT_NEAR(t.corner2, 4 * pi / 3, 1e-14);
-    EXPECT_TRUE(t.setDegrees(90, 45));
+    EXPECT_TRUE(t.setDegrees(90, 45) && !TTriangleFunction().setDegrees(100, 90));
     EXPECT_NEAR(t.gamma, pi / 4, 1e-14);
     EXPECT_NEAR(t.rin, std::sqrt(2.0) - 1, 1e-14);
     EXPECT_NEAR(t.R(t.corner2), std::sqrt(2.0) * t.rin, 1e-14);
@@ -205,7 +194,6 @@ TEST(TTriangleFunction, stands_as_described) {
         EXPECT_FALSE(t.set(alpha, beta));
         EXPECT_TRUE(t.alpha == 1.0 && t.beta == 1.08 && t.gamma == 1.061592653589793);
     }
-    EXPECT_FALSE(t.setDegrees(100, 90));
     EXPECT_STREQ(t.instanceText(), "Triangle with angles alpha=57.2958\xb0 and beta=61.8794\xb0");
 }
 
@@ -215,19 +203,17 @@ TEST(TTriangleFunction, gives_the_seam_to_the_side_that_is_told) {
     const TTriangleFunction t;
     const double first = t.dR(0);
     ASSERT_LT(first, -1);
-    const struct {
-        double phi;
-        bool on_first;
-    } cases[] = {{-1e-17, false}, {-4e-16, false},  {-1e-12, false},
-                 {1e-17, true},   {2 * pi, true},   {4 * pi, true},
-                 {-2 * pi, true}, {-4 * pi, true},  {std::nextafter(2 * pi, 0), false},
-                 {20 * pi, true}, {-1e-300, false}, {std::nextafter(4 * pi, 0), false}};
-    for (const auto& c : cases) {
+    const auto expect_slope = [&](double phi, double slope) {
         double r, dr;
-        t.value_and_slope(c.phi, std::sin(c.phi), std::cos(c.phi), r, dr);
-        EXPECT_NEAR(t.dR(c.phi), c.on_first ? first : -first, 1e-9) << c.phi;
-        EXPECT_NEAR(dr, t.dR(c.phi), 1e-9) << c.phi;
-    }
+        t.value_and_slope(phi, std::sin(phi), std::cos(phi), r, dr);
+        EXPECT_NEAR(t.dR(phi), slope, 1e-9) << phi;
+        EXPECT_NEAR(dr, slope, 1e-9) << phi;
+    };
+    for (const double phi : {1e-17, 2 * pi, 4 * pi, 20 * pi, -2 * pi, -4 * pi})
+        expect_slope(phi, first);
+    for (const double phi :
+         {-1e-300, -1e-17, -4e-16, -1e-12, std::nextafter(2 * pi, 0), std::nextafter(4 * pi, 0)})
+        expect_slope(phi, -first);
 }
 
 TEST(TRadiusFunction, texts_name_family_and_curve) {
