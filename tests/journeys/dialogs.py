@@ -30,9 +30,7 @@ def save_pictures(program):
     for answer in ("Escape", "alt+y"):
         check(content(path) == b"old", "overwritten before " + answer)
         save(program, "orbit.png")
-        program.dialog("Warning")
-        program.keys(answer)
-        program.gone("Warning")
+        program.close_box("Warning", answer)
     until(lambda: content(path).startswith(b"\x89PNG"), "the picture over the old file")
     save(program, "100%s%n" + 250 * "x" + '".png')  # a name that no file can have
     program.close_box("Error")

@@ -171,10 +171,9 @@ def lost_display():
     server = subprocess.Popen(["timeout", "60", "Xvfb", "-displayfd", str(writer), "-nolisten",
                                "tcp"], pass_fds=[writer], stderr=subprocess.DEVNULL)
     try:
-        number = os.read(reader, 20).decode().strip()
-        program = subprocess.Popen([sys.argv[1]], env=environment(DISPLAY=":" + number),
-                                   stdin=subprocess.DEVNULL, stderr=subprocess.PIPE)
-        display = environment(DISPLAY=":" + number)
+        display = environment(DISPLAY=":" + os.read(reader, 20).decode().strip())
+        program = subprocess.Popen([sys.argv[1]], env=display, stdin=subprocess.DEVNULL,
+                                   stderr=subprocess.PIPE)
         until(lambda: b"Billiard" in subprocess.run(
             ["xwininfo", "-root", "-tree"], env=display, stdout=subprocess.PIPE, check=False).stdout,
             "the window")

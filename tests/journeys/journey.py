@@ -164,9 +164,6 @@ class Program:
         xdotool("windowsize", self.main, width, height)
         until(lambda: self.geometry(self.main)[2:] == [width, height], "the window's new size")
 
-    def move_window(self, window, x, y):
-        xdotool("windowmove", window, x, y)
-
     def canvas_size(self):
         _, _, width, height = self.geometry(self.main)
         return width - PANEL, height
@@ -228,7 +225,7 @@ class Program:
         """Opens the path window beside the main one, which must have left room; gives it."""
         self.press("Show Billiard")
         self.path = self.window(PATH)
-        self.move_window(self.path, x, y)
+        xdotool("windowmove", self.path, x, y)
         until(lambda: abs(self.geometry(self.path)[0] - x) < 30, "the path window moved")
         self.focus(self.main)
         return self.path
@@ -264,8 +261,7 @@ class Program:
 
     def accept(self, title):
         """Presses "&Accept" of a dialog by its hot key."""
-        self.keys("alt+a")
-        self.gone(title)
+        self.close_box(title, "alt+a")
 
     def fill_in(self, title, *values):
         """Types the values into a dialog's fields, one after another, and accepts it."""
@@ -275,16 +271,14 @@ class Program:
             self.keys("Tab")
         self.accept(title)
 
-    def cancel(self, title):
+    def close_box(self, title, key="Return"):
+        """Waits for a message box or a dialog, and for its end by a key."""
         self.dialog(title)
-        self.keys("Escape")
+        self.keys(key)
         self.gone(title)
 
-    def close_box(self, title):
-        """Closes a message box by Enter."""
-        self.dialog(title)
-        self.keys("Return")
-        self.gone(title)
+    def cancel(self, title):
+        self.close_box(title, "Escape")
 
     # Pictures.
 

@@ -70,10 +70,6 @@ class Soak:
             self.program.close_box("Error")
             self.boxes += 1
 
-    def change_curve(self, place):
-        self.program.choose_curve(place)
-        self.program.fill_in("Boundary Curve")  # as it stands
-
     def show_path(self, wanted):
         shown = self.program.path_window() is not None
         if wanted and not shown:
@@ -132,7 +128,8 @@ class Soak:
         self.close_error()
         self.curve, self.path_shown = number % CURVES, number % 2 == 1
         self.show_path(self.path_shown)
-        self.change_curve(self.curve)
+        self.program.choose_curve(self.curve)
+        self.program.fill_in("Boundary Curve")  # as it stands
         self.program.click(200, 150)
         while time.monotonic() < end:
             self.let_it_run()
