@@ -244,6 +244,12 @@ TEST(bounce, needs_no_table) {
     billiard.F = new TGenOvalFunction(2, 3);
     billiard.buildInflections();
     expect_first_impact(billiard, 1.0, 1.1);
+    // Nor is anything believed that was known of another list.
+    TBilliard moved(new TGenOvalFunction(2, 3));
+    for (double& angle : moved.inflections)
+        angle += 1e-3;
+    for (double alpha = 0.1; alpha < 3.1; alpha += 0.1)
+        expect_first_impact(moved, 1.0, alpha);
 }
 
 TEST(bounce, runs_backwards_as_it_came) {
