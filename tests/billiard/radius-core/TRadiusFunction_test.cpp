@@ -16,17 +16,12 @@ namespace {
 constexpr double pi = 3.14159265358979324;
 
 const char* const all_curves[] = {
-    "Ellipse 0",       "Ellipse 0.5",
-    "Ellipse 10",      "OvalA 5",
-    "OvalA 1.0625",    "OvalB 0.3",
-    "OvalB -0.9",      "OvalC 5 0",
-    "OvalC 2 3",       "OvalC 1.5 32",
-    "OvalC 1.5 33",    "Stadium 0",
-    "Stadium 1",       "Stadium 10",
-    "Triangle 60 60",  "Triangle 12 120",
-    "Triangle 90 45",  "Fourier 3 5 0 0 0 1 0.5",
+    // smooth
+    "Ellipse 0", "Ellipse 0.5", "Ellipse 10", "OvalA 5", "OvalA 1.0625", "OvalB 0.3", "OvalB -0.9",
+    "OvalC 5 0", "OvalC 2 3", "OvalC 1.5 32", "OvalC 1.5 33", "Fourier 3 5 0 0 0 1 0.5",
     "Fourier 1 2.5 7", "Fourier 5 4 0 0.25 1 0.25 -0.5 0.125 2 0.0625 0.75",
-};
+    // with corners or joints
+    "Stadium 0", "Stadium 1", "Stadium 10", "Triangle 60 60", "Triangle 12 120", "Triangle 90 45"};
 
 // Angles on three turns that hit no corner of the curves above.
 template<class Check>
