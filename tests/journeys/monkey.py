@@ -13,6 +13,7 @@ names or leaves; and as root it starts the program as nobody, who can write nowh
 import argparse
 import os
 import random
+import shutil
 import subprocess
 import sys
 import tempfile
@@ -229,7 +230,8 @@ class Monkey:
         subprocess.run(["import", "-window", "root", picture], check=False, timeout=60)
         with open(f"/proc/{self.program.process.pid}/stat", encoding="ascii") as stat:
             fields = stat.read().rpartition(")")[2].split()
-        stack = output_of("gdb", "-batch", "-p", str(self.program.process.pid), "-ex", "backtrace")
+        debugger = ["gdb", "-batch", "-p", str(self.program.process.pid), "-ex", "backtrace"]
+        stack = output_of(*debugger) if shutil.which("gdb") else b""
         return (f"The screen: {picture}; the windows, from the bottom: {self.clients()}; the "
                 f"program is in state {fields[0]} after {fields[11]} ticks of work\n"
                 f"{stack.decode(errors='replace')[-8000:]}")
