@@ -8,7 +8,7 @@ using namespace window_test;
 
 namespace {
 
-constexpr FXColor white = 0xffffffff, red = 0xff0000ff, blue = 0xffff0000;
+constexpr FXColor blue = 0xffff0000;
 
 /// Counts what the base class asks of it; its picture is white.
 class canvas : public FBufferedWindow {

@@ -14,8 +14,6 @@ using namespace window_test;
 
 namespace {
 
-constexpr FXColor white = 0xffffffff, black = 0xff000000, red = 0xff0000ff;
-
 /// A map that visits given points in turn, in the unit square, one unit 100 pixels wide.
 class toy_map : public FPoincareWin {
 public:

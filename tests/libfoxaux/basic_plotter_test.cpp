@@ -13,7 +13,6 @@ using namespace window_test;
 
 namespace {
 
-constexpr FXColor white = 0xffffffff, black = 0xff000000, grey = 0xff808080;
 constexpr double closer = 0.6666666666666666;
 
 /// A plot of a frame of axes that counts its renderings; limited to `limit` where asked.

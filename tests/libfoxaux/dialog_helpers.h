@@ -1,5 +1,5 @@
 // SPDX-License-Identifier: MIT
-// What the tests of services and dialogs share: message boxes, file dialogs, files, other programs.
+// What the tests of services and dialogs share: file dialogs, files, other programs.
 #pragma once
 
 #include "libfoxaux/fox-utils/display_text.h"
@@ -69,16 +69,6 @@ inline std::string quoted(const std::string& text) {
     return result + "'";
 }
 
-/// Presses a button of a message box: FXMessageBox::ID_CLICKED_...
-inline void click_box(FXTopWindow* box, FXuint id) {
-    box->handle(box, FXSEL(SEL_COMMAND, id), nullptr);
-}
-
-/// Closes a window as the window manager does.
-inline void close_by_manager(FXTopWindow* window) {
-    window->handle(window, FXSEL(SEL_CLOSE, 0), nullptr);
-}
-
 /// The text windows that exist now.
 inline std::vector<display_text*> text_windows() {
     std::vector<display_text*> found;
@@ -106,21 +96,6 @@ inline dialog_driver::script choose_file(const std::string& path) {
         EXPECT_EQ(files->getFilename().text(), path);
         close_dialog(dialog, true);
     };
-}
-
-/// A script for a message box that expects its caption and text, then presses a button.
-inline dialog_driver::script answer_box(const std::string& title, const std::string& message,
-                                        FXuint id) {
-    return [=](FXTopWindow* box) {
-        EXPECT_EQ(box->getTitle().text(), title);
-        EXPECT_EQ(texts_of<FXLabel>(box).back(), message);
-        click_box(box, id);
-    };
-}
-
-/// The same for an error box.
-inline dialog_driver::script error_box(const std::string& message) {
-    return answer_box("Error", message, FXMessageBox::ID_CLICKED_OK);
 }
 
 } // namespace window_test

@@ -109,12 +109,13 @@ TEST(DisplayText, SaveAsksForAFileAndReportsWhatFails) {
     const std::string question = "File \"a&b\" exists.\nOverwrite it?";
     put_file(place / "a&b", "old");
     with_dialogs(save, {choose_file(place / "a&b"),
-                        answer_box("Warning", question, FXMessageBox::ID_CLICKED_CANCEL)});
+                        message_box("Warning", question, FXMessageBox::ID_CLICKED_CANCEL)});
     EXPECT_EQ(content_of(place / "a&b"), "old");
 
     const std::string path = place / "no/t";
-    with_dialogs(save, {choose_file(path),
-                        error_box("File not saved.\ncould not open file \"" + path + "\"")});
+    with_dialogs(save,
+                 {choose_file(path),
+                  message_box("Error", "File not saved.\ncould not open file \"" + path + "\"")});
     with_dialogs(save, {[&](FXTopWindow* dialog) {
                      EXPECT_STREQ(dialog->getTitle().text(), "Save File");
                      close_dialog(dialog, false);

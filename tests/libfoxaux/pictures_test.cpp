@@ -183,7 +183,8 @@ TEST(Pictures, OnlyAFailedOpenIsReported) {
 
     const std::string path = place / "no/100%s \"x\".png";
     with_dialogs([&] { window->save_dialog("Save"); },
-                 {choose_file(path), error_box("Picture not saved.\nerror open \"" + path + "\"")});
+                 {choose_file(path),
+                  message_box("Error", "Picture not saved.\nerror open \"" + path + "\"")});
 }
 
 TEST(Pictures, AFullDiskLeavesTheOldFile) {
@@ -215,7 +216,7 @@ TEST(Pictures, TheQuestionIsAskedAboutTheNameThatIsWritten) {
         const auto chosen = choose_file(place / name);
         put_file(place / "orbit.png", "old");
 
-        const auto answer = [&](FXuint id) { return answer_box("Warning", question, id); };
+        const auto answer = [&](FXuint id) { return message_box("Warning", question, id); };
 
         with_dialogs(save, {chosen, answer(FXMessageBox::ID_CLICKED_CANCEL)});
         with_dialogs(save, {chosen, close_by_manager});
@@ -285,7 +286,7 @@ TEST(ForcedSize, AcceptsWhatThePictureCanBeAndRefusesTheRest) {
     for (const auto& c : cases) {
         shown<canvas> window(200, 150);
         std::vector<dialog_driver::script> box;
-        if (!c.w) box.push_back(error_box("Parameters Wrong"));
+        if (!c.w) box.push_back(message_box("Error", "Parameters Wrong"));
         force_size(*window, c.width, c.height, box);
         const auto wanted = c.w ? std::pair(c.w, c.h) : std::pair(200, 150);
         EXPECT_EQ(std::pair(window->getWidth(), window->getHeight()), wanted) << c.width;

@@ -18,6 +18,8 @@
 
 namespace window_test {
 
+constexpr FXColor black = 0xff000000, white = 0xffffffff, red = 0xff0000ff;
+
 /// The application of the process, connected to the display; made at first use, never deleted.
 inline FXApp& app() {
     static FXApp* application = [] {
@@ -99,19 +101,27 @@ inline long send_mouse(FXWindow* window, FXuint type, int x, int y) {
 }
 
 /// Presses a key that carries a text, or one that has only a code.
-inline long send_key(FXWindow* window, FXint code, const char* text = "") {
+inline long send_key(FXWindow* window, FXint code, const FXString& text = "") {
     FXEvent event{};
     event.code = code;
     event.text = text;
     return send(window, SEL_KEYPRESS, event);
 }
 
-/// Types characters into a canvas, one after another; gives the answer to the last.
+/// Presses a key and lets it go, which is when a button acts.
+inline void strike_key(FXWindow* window, FXint code) {
+    FXEvent event{};
+    event.code = code;
+    send(window, SEL_KEYPRESS, event);
+    send(window, SEL_KEYRELEASE, event);
+}
+
+/// Types characters one after another, "\r" by the Enter key; gives the answer to the last.
 inline long type_keys(FXWindow* window, const char* characters) {
     long answer = 0;
     for (; *characters; ++characters) {
-        const char text[2] = {*characters, 0};
-        answer = send_key(window, static_cast<unsigned char>(*characters), text);
+        const FXint code = *characters == '\r' ? FXint{KEY_Return} : FXuchar(*characters);
+        answer = send_key(window, code, FXString(characters, 1));
     }
     return answer;
 }
@@ -152,22 +162,17 @@ inline pixels screen_of(FXWindow* window) {
     return pixels(&copy);
 }
 
-/// A top-level window with one child that fills it, made by `make(parent)` and shown.
+/// A top-level window with one child that fills it, shown.
 template<class Canvas>
 class shown {
 public:
-    template<class Make>
-    shown(int w, int h, Make make)
+    shown(int w, int h)
         : shell(new FXMainWindow(&app(), "test", nullptr, nullptr, DECOR_NONE, 20, 20, w, h)),
-          canvas(make(shell.get())) {
+          canvas(fill(shell.get())) {
         shell->create();
         shell->show();
         pump();
     }
-    shown(int w, int h)
-        : shown(w, h, [](FXComposite* parent) {
-              return new Canvas(parent, LAYOUT_FILL_X | LAYOUT_FILL_Y, 0, 0, 0, 0);
-          }) {}
 
     Canvas* operator->() const { return canvas; }
     Canvas& operator*() const { return *canvas; }
@@ -180,7 +185,12 @@ public:
     }
 
     std::unique_ptr<FXMainWindow> shell;
-    Canvas* canvas;
+    Canvas* canvas; ///< owned by the shell
+
+private:
+    static Canvas* fill(FXComposite* parent) {
+        return new Canvas(parent, LAYOUT_FILL_X | LAYOUT_FILL_Y, 0, 0, 0, 0);
+    }
 };
 
 /// Drives the modal dialogs that an action opens: each script is called once, in order, when
@@ -261,6 +271,11 @@ inline void close_dialog(FXTopWindow* dialog, bool accept) {
                    nullptr);
 }
 
+/// Closes a window as the window manager does.
+inline void close_by_manager(FXTopWindow* window) {
+    window->handle(window, FXSEL(SEL_CLOSE, 0), nullptr);
+}
+
 /// All widgets of a class below `top`, in the order of their construction.
 template<class Widget>
 std::vector<Widget*> all_of(FXWindow* top) {
@@ -283,6 +298,17 @@ std::vector<std::string> texts_of(FXWindow* top) {
     return texts;
 }
 
+/// A script for a message box with that caption and that text in it: presses a button.
+inline dialog_driver::script message_box(const std::string& title, const std::string& text,
+                                         FXuint button = FXMessageBox::ID_CLICKED_OK) {
+    return [=](FXTopWindow* box) {
+        EXPECT_EQ(box->getTitle().text(), title);
+        const std::string said = texts_of<FXLabel>(box).back();
+        EXPECT_NE(said.find(text), std::string::npos) << "the box says: " << said;
+        box->handle(box, FXSEL(SEL_COMMAND, button), nullptr);
+    };
+}
+
 /// The widget within a window that has the focus.
 inline FXWindow* focus_of(FXWindow* top) {
     while (top->getFocus())
@@ -297,12 +323,7 @@ inline void type_into(FXTextField* field, const char* text) {
     send_key(field, KEY_End);
     for (FXint letters = field->getText().count(); letters > 0; --letters)
         send_key(field, KEY_BackSpace);
-    for (; *text; ++text) {
-        if (*text == '\r')
-            send_key(field, KEY_Return);
-        else
-            send_key(field, static_cast<unsigned char>(*text), std::string(1, *text).c_str());
-    }
+    type_keys(field, text);
 }
 
 /// The part of a field's text that is selected.
@@ -312,13 +333,6 @@ inline std::string selected_text(const FXTextField* field) {
     for (FXint i = 0; i < text.length(); ++i)
         if (field->isPosSelected(i)) selected += text[i];
     return selected;
-}
-
-/// Runs every test of the process on one application: the body of main().
-inline int run_all(int argc, char** argv) {
-    ::testing::InitGoogleTest(&argc, argv);
-    app();
-    return RUN_ALL_TESTS();
 }
 
 } // namespace window_test

@@ -1,7 +1,9 @@
 // SPDX-License-Identifier: MIT
-// The main function of the test programs that open windows.
+// Runs every window test of a process on one application.
 #include "tests/libfoxaux/window_fixture.h"
 
 int main(int argc, char** argv) {
-    return window_test::run_all(argc, argv);
+    ::testing::InitGoogleTest(&argc, argv);
+    window_test::app();
+    return RUN_ALL_TESTS();
 }

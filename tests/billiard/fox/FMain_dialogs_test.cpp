@@ -122,7 +122,7 @@ TEST_F(FMain_dialogs_test, refused_values_change_nothing_and_are_remembered) {
     for (const auto& row : cases) {
         for (const auto& typed : row.typed) {
             SCOPED_TRACE(typed.front());
-            choose(row.id, {fill_in(typed), expect_box("Error", row.message)});
+            choose(row.id, {fill_in(typed), message_box("Error", row.message)});
             EXPECT_EQ(map().F, curve);
             EXPECT_STREQ(history(row.line).front().c_str(), typed.front().c_str());
             EXPECT_TRUE(pixels(section().image) == before && pixels(plane().image) == path);
@@ -243,7 +243,7 @@ TEST_F(FMain_dialogs_test, angles_that_are_no_directions_fail_in_the_bounce) {
                        all_of<FXTabBook>(dialog).front()->setCurrent(1);
                        fill_in({"", "", angle, angle})(dialog);
                    }});
-            choose(FMain::ID_ITERATE, {expect_box("Error", "")});
+            choose(FMain::ID_ITERATE, {message_box("Error", "")});
             EXPECT_TRUE(std::isfinite(map().phi));
             EXPECT_TRUE(std::isfinite(map().alpha));
         }

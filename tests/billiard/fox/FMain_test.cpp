@@ -99,7 +99,3 @@ TEST_F(FMain_test, a_new_curve_wipes_the_pictures_and_keeps_the_rest) {
     EXPECT_NEAR(plane().full_view.x2, 2.04, 1e-3);
     EXPECT_NEAR(plane().full_view.y2, 1.02, 1e-3);
 }
-
-int main(int argc, char** argv) {
-    return run_all(argc, argv);
-}

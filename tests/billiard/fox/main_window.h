@@ -12,7 +12,6 @@
 
 namespace window_test {
 
-constexpr FXColor black = 0xFF000000, white = 0xFFFFFFFF, red = 0xFF0000FF;
 constexpr FXColor path_color = 0xFFFF7267;
 
 /// The main window, shown; a process holds one, so each test starts by reset().
@@ -72,16 +71,6 @@ inline FXPoint pixel_of(double S, double P) {
 inline void click(int x, int y) {
     send_mouse(&section(), SEL_LEFTBUTTONPRESS, x, y);
     send_mouse(&section(), SEL_LEFTBUTTONRELEASE, x, y);
-}
-
-/// Closes a message box after looking at its title and text.
-inline dialog_driver::script expect_box(const std::string& title, const std::string& text) {
-    return [=](FXTopWindow* box) {
-        EXPECT_EQ(title, box->getTitle().text());
-        EXPECT_NE(texts_of<FXLabel>(box).back().find(text), std::string::npos)
-            << "the box says: " << texts_of<FXLabel>(box).back();
-        box->handle(box, FXSEL(SEL_COMMAND, FXMessageBox::ID_CLICKED_OK), nullptr);
-    };
 }
 
 /// S and P of the present point.

@@ -85,7 +85,7 @@ TEST_F(poincare_billiard_test, a_failed_bounce_ends_the_loop_with_one_box) {
             EXPECT_TRUE(pump_until([] { return !section().loop_idle.is_active(); }));
             pump();
         };
-        with_dialogs(until_stopped, {expect_box("Error", "The root solver is confused.")});
+        with_dialogs(until_stopped, {message_box("Error", "The root solver is confused.")});
 
         EXPECT_FALSE(window().loop_check->getCheck());
         EXPECT_NEAR(point().first, 0.5, 1e-12);
@@ -99,7 +99,7 @@ TEST_F(poincare_billiard_test, a_circle_about_a_periodic_point_finds_it_and_star
     section().foreground = red;
     // The ball that runs to and fro along the long axis, from (0, 1), which is S = 1/4, to (0, -1).
     with_dialogs([] { section().find_fixed_point(0.252, 0.004, 0.02, 0.02); },
-                 {expect_box("Information", "Found fixpoint of order 2 at (0.25,")});
+                 {message_box("Information", "Found fixpoint of order 2 at (0.25,")});
     EXPECT_NEAR(point().first, 0.25, 1e-6);
     EXPECT_NEAR(point().second, 0, 1e-6);
     EXPECT_EQ(pixels_of(section().image, red).size(), 1u);
@@ -113,12 +113,12 @@ TEST_F(poincare_billiard_test, a_search_without_a_find_changes_nothing) {
     const pixels image(section().image), backup(section().backup);
     for (const double x : {-0.2, 1.5, double(NAN)})
         with_dialogs([x] { section().find_fixed_point(x, 0.1, 0.01, 0.01); },
-                     {expect_box("Error", "could not get order of fixpoint")});
+                     {message_box("Error", "could not get order of fixpoint")});
     EXPECT_NEAR(map().phi, phi, 1e-9);
     EXPECT_TRUE(pixels(section().image) == image && pixels(section().backup) == backup);
     map().setF(new failing_curve);
     window().curve_changed();
     static_cast<failing_curve*>(map().F)->left = 0;
     with_dialogs([] { section().find_fixed_point(0.5, 0.1, 0.05, 0.05); },
-                 {expect_box("Error", "could not get order of fixpoint")});
+                 {message_box("Error", "could not get order of fixpoint")});
 }
