@@ -2,7 +2,6 @@
 // Tests of saved pictures, judged by other programs, and of the forced size.
 #include "libfoxaux/fox-utils/FBufferedWindow.h"
 #include "libfoxaux/fox-utils/display_text.h"
-#include "libfoxaux/fox-utils/history_manager.h"
 #include "mathkit/TError.h"
 #include "tests/libfoxaux/dialog_helpers.h"
 
@@ -18,8 +17,7 @@ namespace {
 /// Shows smooth colours, thin lines and single points.
 class canvas : public FBufferedWindow {
 public:
-    canvas(FXComposite* parent, FXuint opts, FXint x, FXint y, FXint w, FXint h)
-        : FBufferedWindow(parent, opts, x, y, w, h) {}
+    using FBufferedWindow::FBufferedWindow;
 
     void render() override {
         const int w = image->getWidth(), h = image->getHeight();
@@ -36,24 +34,12 @@ public:
     }
 };
 
-std::string rgb_of(const pixels& picture) {
-    std::string bytes;
-    for (int y = 0; y < picture.height(); ++y) {
-        for (int x = 0; x < picture.width(); ++x) {
-            const FXColor color = picture.at(x, y);
-            bytes += {static_cast<char>(FXREDVAL(color)), static_cast<char>(FXGREENVAL(color)),
-                      static_cast<char>(FXBLUEVAL(color))};
-        }
-    }
-    return bytes;
-}
-
 /// Size and pixels of a picture file as another program reads them.
-std::string rgb_of_file(const std::string& path, int w, int h) {
+std::string bytes_of_file(const std::string& path, int w, int h) {
     const std::string file = quoted(path);
     EXPECT_EQ(output_of("identify -format '%w %h' " + file),
               std::to_string(w) + ' ' + std::to_string(h));
-    return output_of("convert " + file + " -depth 8 rgb:-");
+    return output_of("convert " + file + " -alpha set -depth 8 rgba:-");
 }
 
 double mean_distance(const std::string& a, const std::string& b) {
@@ -92,12 +78,14 @@ std::string error_of(canvas& window, const std::string& path) {
     try {
         window.save(path.c_str());
     } catch (const TError& error) {
-        EXPECT_STREQ(error.function.c_str(), "void FBufferedWindow::save(const char*)");
-        EXPECT_STREQ(error.file.c_str(), "libfoxaux/fox-utils/FBufferedWindow");
-        EXPECT_GT(error.line, 0);
         return error.text().c_str();
     }
     return "";
+}
+
+/// Saves by the dialog, which the scripts drive.
+void save_by_dialog(canvas& window, const std::vector<dialog_driver::script>& scripts) {
+    with_dialogs([&] { window.save_dialog("Save"); }, scripts);
 }
 
 TEST(Pictures, TheNameDecidesTheFormatAndWhatIsAppended) {
@@ -105,7 +93,6 @@ TEST(Pictures, TheNameDecidesTheFormatAndWhatIsAppended) {
     const struct {
         const char *name, *appended, *type;
     } cases[] = {
-        {"a.png", "", "png"},
         {"a.PNG", "", "png"},
         {"a.Bmp", "", "bmp"},
         {"a.jpg", "", "jpeg"},
@@ -113,7 +100,6 @@ TEST(Pictures, TheNameDecidesTheFormatAndWhatIsAppended) {
         {"A.PDF", "", "pdf"},
         {"orbit", ".png", "png"},
         {"orbit.", "png", "png"},
-        {"orbit..", "png", "png"},
         {"orbit.gif", ".png", "png"},
         {"png", ".png", "png"},
         {".png", "", "png"},
@@ -140,18 +126,18 @@ TEST(Pictures, OtherProgramsReadTheCanvasFromTheFile) {
         shown<canvas> window(200, 150);
         window->resize(w, h);
         pump();
-        const std::string seen = rgb_of(screen_of(window.canvas));
+        const std::string seen = screen_of(window.canvas).bytes();
         for (const char* name : {"a.png", "a.bmp", "a.jpg", "a.pdf"})
             window->save((place / name).c_str());
 
-        EXPECT_TRUE(rgb_of_file(place / "a.png", w, h) == seen);
-        EXPECT_TRUE(rgb_of_file(place / "a.bmp", w, h) == seen);
-        EXPECT_LT(mean_distance(rgb_of_file(place / "a.jpg", w, h), seen), 3) << w;
+        EXPECT_TRUE(bytes_of_file(place / "a.png", w, h) == seen);
+        EXPECT_TRUE(bytes_of_file(place / "a.bmp", w, h) == seen);
+        EXPECT_LT(mean_distance(bytes_of_file(place / "a.jpg", w, h), seen), 2) << w;
         EXPECT_EQ(output_of("identify -format %Q " + place / "a.jpg"), "75");
 
         output_of("qpdf --check " + place / "a.pdf");
         output_of("pdftoppm -r 72 -singlefile " + place / "a.pdf" + " " + place / "page");
-        EXPECT_TRUE(rgb_of_file(place / "page.ppm", w, h) == seen);
+        EXPECT_TRUE(bytes_of_file(place / "page.ppm", w, h) == seen);
     }
 }
 
@@ -166,25 +152,14 @@ TEST(Pictures, OnlyAFailedOpenIsReported) {
     for (const char* name : {"folder.png", "folder.pdf", "file/a.png", "file/a.pdf", "file/a",
                              "missing/100%s.jpg", "missing/a b\"c.bmp"})
         EXPECT_EQ(error_of(*window, place / name), "error open \"" + place / name + "\"");
-    EXPECT_EQ(window->image->getData(), nullptr) << "client pixels are released";
-    for (const char* name : {"full.png", "full.pdf"}) {
+    for (const char* name : {"full.png", "full.pdf"})
         EXPECT_EQ(error_of(*window, place / name), "");
-        EXPECT_EQ(window->image->getData(), nullptr) << "client pixels are released";
-    }
+    EXPECT_EQ(window->image->getData(), nullptr) << "client pixels are released";
     EXPECT_EQ(content_of(place / "file"), "old");
-    const fs::path before = fs::current_path();
-    fs::current_path(place.path);
-    EXPECT_EQ(error_of(*window, ""), "");
-    fs::current_path(before);
-    EXPECT_TRUE(fs::exists(place / ".png")) << "the name of a file without one";
-    window->image->restore();
-    window->save((place / "a.bmp").c_str());
-    EXPECT_NE(window->image->getData(), nullptr) << "pixels that were there before stay";
-
     const std::string path = place / "no/100%s \"x\".png";
-    with_dialogs([&] { window->save_dialog("Save"); },
-                 {choose_file(path),
-                  message_box("Error", "Picture not saved.\nerror open \"" + path + "\"")});
+    save_by_dialog(*window,
+                   {choose_file(path),
+                    message_box("Error", "Picture not saved.\nerror open \"" + path + "\"")});
 }
 
 TEST(Pictures, AFullDiskLeavesTheOldFile) {
@@ -209,26 +184,26 @@ TEST(Pictures, AFullDiskLeavesTheOldFile) {
 
 TEST(Pictures, TheQuestionIsAskedAboutTheNameThatIsWritten) {
     const folder place;
-    const std::string question = "File \"orbit.png\" exists.\nOverwrite it?";
+    const std::string picture = place / "orbit.png";
     shown<canvas> window(60, 40);
-    const auto save = [&] { window->save_dialog("Save"); };
+    const auto answer = [](FXuint button) {
+        return message_box("Warning", "File \"orbit.png\" exists.\nOverwrite it?", button);
+    };
     for (const char* name : {"orbit", "orbit.", "orbit.png"}) {
+        put_file(picture, "old");
         const auto chosen = choose_file(place / name);
-        put_file(place / "orbit.png", "old");
-
-        const auto answer = [&](FXuint id) { return message_box("Warning", question, id); };
-
-        with_dialogs(save, {chosen, answer(FXMessageBox::ID_CLICKED_CANCEL)});
-        with_dialogs(save, {chosen, close_by_manager});
-        with_dialogs(save, {chosen, answer(FXMessageBox::ID_CLICKED_NO), [&](FXTopWindow* dialog) {
-                                auto* files = dynamic_cast<FXFileDialog*>(dialog);
-                                EXPECT_EQ(files->getFilename().text(), place / name);
-                                EXPECT_EQ(files->getDirectory().text(), place.path.string());
-                                close_dialog(dialog, false);
-                            }});
-        EXPECT_EQ(content_of(place / "orbit.png"), "old");
-        with_dialogs(save, {chosen, answer(FXMessageBox::ID_CLICKED_YES)});
-        EXPECT_NE(content_of(place / "orbit.png"), "old");
+        save_by_dialog(*window, {chosen, answer(FXMessageBox::ID_CLICKED_CANCEL)});
+        save_by_dialog(*window, {chosen, close_by_manager});
+        save_by_dialog(*window,
+                       {chosen, answer(FXMessageBox::ID_CLICKED_NO), [&](FXTopWindow* dialog) {
+                            auto* files = dynamic_cast<FXFileDialog*>(dialog);
+                            EXPECT_EQ(files->getFilename().text(), place / name);
+                            EXPECT_EQ(files->getDirectory().text(), place.path.string());
+                            close_dialog(dialog, false);
+                        }});
+        EXPECT_EQ(content_of(picture), "old");
+        save_by_dialog(*window, {chosen, answer(FXMessageBox::ID_CLICKED_YES)});
+        EXPECT_NE(content_of(picture), "old");
         EXPECT_EQ(names_in(place), std::vector<std::string>{"orbit.png"});
     }
 }
@@ -237,25 +212,29 @@ TEST(Pictures, TheDirectoryIsRememberedByWhatWasSavedOnly) {
     const folder first, second;
     shown<canvas> window(60, 40);
     put_file(second / "old.png", "old");
-    const auto save = [&] { window->save_dialog("Save"); };
-    const auto expect_directory = [](const folder& place) {
-        return [&place](FXTopWindow* dialog) {
+    const auto expect_directory = [&](const folder& place) {
+        save_by_dialog(*window, {[&](FXTopWindow* dialog) {
             EXPECT_EQ(dynamic_cast<FXFileDialog*>(dialog)->getDirectory().text(),
                       place.path.string());
             close_dialog(dialog, false);
-        };
+        }});
     };
-    with_dialogs(save, {choose_file(first / "a.png")});
-    with_dialogs(save, {expect_directory(first)});
-    with_dialogs(save, {choose_file(second / "old.png"), close_by_manager});
-    with_dialogs(save, {expect_directory(first)});
-    with_dialogs(save, {choose_file(second / "new.png")});
-    with_dialogs(save, {expect_directory(second)});
+    save_by_dialog(*window, {choose_file(first / "a.png")});
+    expect_directory(first);
+    save_by_dialog(*window, {choose_file(second / "old.png"), close_by_manager});
+    expect_directory(first);
+    save_by_dialog(*window, {choose_file(second / "new.png")});
+    expect_directory(second);
 }
 
+std::pair<int, int> size_of(const FXDrawable* drawable) {
+    return {drawable->getWidth(), drawable->getHeight()};
+}
+
+/// Types a size into the dialog and accepts it.
 void force_size(canvas& window, const char* width, const char* height,
-                std::vector<dialog_driver::script> box) {
-    box.insert(box.begin(), [=](FXTopWindow* dialog) {
+                std::vector<dialog_driver::script> boxes = {}) {
+    boxes.insert(boxes.begin(), [=](FXTopWindow* dialog) {
         EXPECT_STREQ(dialog->getTitle().text(), "Resize Hack");
         const auto fields = all_of<FXTextField>(dialog);
         ASSERT_EQ(fields.size(), 2U);
@@ -263,57 +242,48 @@ void force_size(canvas& window, const char* width, const char* height,
         type_into(fields[1], height);
         close_dialog(dialog, true);
     });
-    with_dialogs([&] { window.resize_hack_dialog(); }, box);
+    with_dialogs([&] { window.resize_hack_dialog(); }, boxes);
     pump();
 }
 
 TEST(ForcedSize, AcceptsWhatThePictureCanBeAndRefusesTheRest) {
+    const std::pair<int, int> usual(200, 150);
     const struct {
         const char *width, *height;
-        int w, h; // 0 where they are refused
-    } cases[] = {{"321", "123", 321, 123},
-                 {"1", "1", 1, 1},
-                 {"16384", "2", 16384, 2},
-                 {"2", "16384", 2, 16384},
-                 {"0", "100", 0, 0},
-                 {"100", "-5", 0, 0},
-                 {"16385", "100", 0, 0},
-                 {"100", "16385", 0, 0},
-                 {"2147483647", "5", 0, 0},
-                 {"-2147483648", "5", 0, 0},
-                 {"99999999999999999999", "9", 0, 0},
-                 {"abc", "100", 0, 0}};
+        bool accepted;
+    } cases[] = {
+        {"1", "1", true},        {"16384", "2", true},        {"2", "16384", true},
+        {"0", "100", false},     {"100", "-5", false},        {"16385", "100", false},
+        {"100", "16385", false}, {"-2147483648", "5", false}, {"99999999999999999999", "9", false},
+        {"abc", "100", false}};
     for (const auto& c : cases) {
-        shown<canvas> window(200, 150);
-        std::vector<dialog_driver::script> box;
-        if (!c.w) box.push_back(message_box("Error", "Parameters Wrong"));
-        force_size(*window, c.width, c.height, box);
-        const auto wanted = c.w ? std::pair(c.w, c.h) : std::pair(200, 150);
-        EXPECT_EQ(std::pair(window->getWidth(), window->getHeight()), wanted) << c.width;
-        EXPECT_EQ(std::pair(window->image->getWidth(), window->image->getHeight()), wanted);
+        shown<canvas> window(usual.first, usual.second);
+        std::vector<dialog_driver::script> boxes;
+        if (!c.accepted) boxes.push_back(message_box("Error", "Parameters Wrong"));
+        force_size(*window, c.width, c.height, boxes);
+        const auto wanted = c.accepted ? std::pair(std::stoi(c.width), std::stoi(c.height)) : usual;
+        EXPECT_EQ(size_of(window.canvas), wanted) << c.width;
+        EXPECT_EQ(size_of(window->image), wanted) << c.width;
     }
 }
 
 TEST(ForcedSize, IsTheSizeOfTheSavedPictureUntilCancelGivesTheLayoutBack) {
     const folder place;
     shown<canvas> window(200, 150);
-    force_size(*window, "640", "33", {});
+    force_size(*window, "640", "33");
     window->save((place / "a.png").c_str());
-    EXPECT_TRUE(rgb_of_file(place / "a.png", 640, 33) == rgb_of(pixels(window->image)));
+    EXPECT_TRUE(bytes_of_file(place / "a.png", 640, 33) == pixels(window->image).bytes());
 
-    with_dialogs(
-        [&] { window->resize_hack_dialog(); }, {[](FXTopWindow* dialog) {
-            EXPECT_EQ(texts_of<FXTextField>(dialog), (std::vector<std::string>{"640", "33"}));
-            type_into(all_of<FXTextField>(dialog)[0], "77");
-            close_dialog(dialog, false);
-        }});
-    pump();
-    EXPECT_EQ(std::pair(window->image->getWidth(), window->image->getHeight()),
-              std::pair(200, 150));
-    with_dialogs([&] { window->resize_hack_dialog(); }, {[](FXTopWindow* dialog) {
-                     EXPECT_EQ(texts_of<FXTextField>(dialog)[0], "640");
-                     close_dialog(dialog, false);
-                 }});
+    for (int opening = 0; opening < 2; ++opening) { // what is typed before a cancel is forgotten
+        with_dialogs(
+            [&] { window->resize_hack_dialog(); }, {[](FXTopWindow* dialog) {
+                EXPECT_EQ(texts_of<FXTextField>(dialog), (std::vector<std::string>{"640", "33"}));
+                type_into(all_of<FXTextField>(dialog)[0], "77");
+                close_dialog(dialog, false);
+            }});
+        pump();
+        EXPECT_EQ(size_of(window->image), std::pair(200, 150));
+    }
 }
 
 } // namespace

@@ -139,6 +139,11 @@ public:
     int width() const { return w; }
     int height() const { return h; }
 
+    /// Red, green, blue, alpha of each pixel.
+    std::string bytes() const {
+        return {reinterpret_cast<const char*>(values.data()), 4 * values.size()};
+    }
+
     /// How many pixels have the colour.
     int count(FXColor color) const {
         return static_cast<int>(std::count(values.begin(), values.end(), color));
