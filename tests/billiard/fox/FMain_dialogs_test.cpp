@@ -5,7 +5,6 @@
 #include "billiard/fox/curve_table.h"
 #include "libfoxaux/fox-utils/history_manager.h"
 
-#include <limits>
 #include <numbers>
 
 using namespace window_test;
@@ -37,14 +36,22 @@ std::vector<FXTextField*> fields_of(FXTopWindow* dialog) {
     return all_of<FXTextField>(dialog);
 }
 
-// Types the texts into the fields, an empty one leaves its field alone, and ends the dialog.
-dialog_driver::script fill_in(const std::vector<std::string>& texts, bool accept = true) {
+// Types the texts into the fields, an empty one leaves its field alone, and accepts the dialog.
+dialog_driver::script fill_in(const std::vector<std::string>& texts) {
     return [=](FXTopWindow* dialog) {
         const auto fields = fields_of(dialog);
         ASSERT_GE(fields.size(), texts.size());
         for (std::size_t i = 0; i < texts.size(); ++i)
             if (!texts[i].empty()) type_into(fields[i], texts[i].c_str());
-        close_dialog(dialog, accept);
+        close_dialog(dialog, true);
+    };
+}
+
+// The same with the second tab of the position in front, that of the angles.
+dialog_driver::script fill_in_angles(const std::vector<std::string>& texts) {
+    return [=](FXTopWindow* dialog) {
+        all_of<FXTabBook>(dialog).front()->setCurrent(1);
+        fill_in(texts)(dialog);
     };
 }
 
@@ -52,7 +59,15 @@ void choose(FXuint id, const std::vector<dialog_driver::script>& scripts) {
     with_dialogs([id] { command(id); }, scripts);
 }
 
-// The bottom edge of the lowest widget and the right one of the widest, in pixels of `top`.
+// One point of the section is plotted, in red.
+void expect_only_point(double S, double P) {
+    const FXPoint at = pixel_of(S, P);
+    const pixels picture(section().image);
+    EXPECT_EQ(picture.at(at.x, at.y), red);
+    EXPECT_EQ(picture.count(red), 1);
+}
+
+// No widget is cut off, nor the text of a label.
 void expect_inside(FXWindow* top, FXWindow* part) {
     for (FXWindow* child = part->getFirst(); child; child = child->getNext()) {
         if (!child->shown()) continue;
@@ -110,10 +125,7 @@ TEST_F(FMain_dialogs_test, refused_values_change_nothing_and_are_remembered) {
         {FMain::ID_OVAL_A, 147, "parameter wrong", {{"0.5"}, {"1"}, {"nan"}, {"-inf"}}},
         {FMain::ID_OVAL_B, 201, "parameter wrong", {{"1.0"}, {"-1e999"}, {"nan"}}},
         {FMain::ID_OVAL_C, 348, "parameter wrong", {{"1", "2"}}},
-        {FMain::ID_TRIANGLE,
-         469,
-         "Parameters Wrong",
-         {{"100", "90"}, {"nan", "60"}, {"inf", "60"}, {"-5", "60"}}},
+        {FMain::ID_TRIANGLE, 469, "Parameters Wrong", {{"100", "90"}, {"nan", "60"}, {"-5", "60"}}},
         {FMain::ID_USER_FORMULA, 411, "column", {{"5+sn(t)"}, {"5+("}, {"5&t"}}},
     };
     section().iterate();
@@ -131,21 +143,17 @@ TEST_F(FMain_dialogs_test, refused_values_change_nothing_and_are_remembered) {
 }
 
 TEST_F(FMain_dialogs_test, any_number_ends_in_a_curve_or_a_box_and_the_program_goes_on) {
-    const char* const numbers[] = {"nan",   "inf",    "-inf",
-                                   "1e999", "1e300",  "-2147483648",
-                                   "0",     "1e-320", "99999999999999999999",
-                                   "abc",   "-0"};
-    const auto close_box = [](FXTopWindow* box) {
-        box->handle(box, FXSEL(SEL_COMMAND, FXMessageBox::ID_CLICKED_OK), nullptr);
-    };
+    const char* const numbers[] = {"nan", "-inf",   "1e999",       "1e300", "99999999999999999999",
+                                   "0",   "1e-320", "-2147483648", "abc",   "-0"};
     for (const curve_entry& entry : curve_table()) {
         if (entry.id == FMain::ID_USER_FORMULA) continue;
         for (const char* number : numbers) {
             SCOPED_TRACE(std::string(entry.name) + " " + number);
             // How many boxes come up, a refusal's and that of a failed bounce, is the curve's.
+            const auto box = message_box("Error", "");
             dialog_driver driver(
-                {fill_in(std::vector<std::string>(entry.parameters.size(), number)), close_box,
-                 close_box, close_box});
+                {fill_in(std::vector<std::string>(entry.parameters.size(), number)), box, box,
+                 box});
             for (const FXuint id :
                  {entry.id, FXuint{FMain::ID_ITERATE}, FXuint{FMain::ID_SHOW_BILLIARD},
                   FXuint{FMain::ID_ITERATE}, FXuint{FMain::ID_SHOW_BILLIARD}})
@@ -167,25 +175,17 @@ TEST_F(FMain_dialogs_test, position_tabs_show_the_orbit_in_their_units) {
                EXPECT_STREQ(fields[2]->getText().text(), "45");
                EXPECT_NEAR(std::stod(fields[3]->getText().text()), 60, 1e-12);
                expect_inside(dialog, dialog);
-               const auto labels = all_of<FXLabel>(dialog);
-               EXPECT_STREQ(labels.front()->getText().text(), "R(phi)=5+cos(2*phi)");
+               EXPECT_EQ(texts_of<FXLabel>(dialog).front(), "R(phi)=5+cos(2*phi)");
                close_dialog(dialog, false);
            }});
 }
 
 TEST_F(FMain_dialogs_test, accepted_positions_start_a_new_orbit) {
     section().foreground = red;
-    const auto tab = [](FXTopWindow* dialog, int index) {
-        all_of<FXTabBook>(dialog).front()->setCurrent(index);
-    };
-    const auto points = [] { return pixels(section().image).count(red); };
-
-    const auto expect_start = [&](double S, double P) {
+    const auto expect_start = [](double S, double P) {
         EXPECT_NEAR(point().first, S, 1e-9);
         EXPECT_NEAR(point().second, P, 1e-9);
-        const FXPoint at = pixel_of(point().first, point().second);
-        EXPECT_EQ(pixels(section().image).at(at.x, at.y), red);
-        EXPECT_EQ(points(), 1);
+        expect_only_point(point().first, point().second);
     };
 
     // Unchanged: a start at the same point, and undo comes back to this moment.
@@ -202,34 +202,26 @@ TEST_F(FMain_dialogs_test, accepted_positions_start_a_new_orbit) {
     expect_start(0.25, -0.4);
 
     section().redraw();
-    choose(FMain::ID_SHOW_POSITION, {[&](FXTopWindow* dialog) {
-               tab(dialog, 1);
-               fill_in({"0.7", "0.7", "180", "45"})(dialog);
-           }});
+    choose(FMain::ID_SHOW_POSITION, {fill_in_angles({"0.7", "0.7", "180", "45"})});
     expect_start(0.5, std::sqrt(0.5));
 
     // Angles on the section's edge are stored and plot nothing.
     section().redraw();
-    choose(FMain::ID_SHOW_POSITION, {[&](FXTopWindow* dialog) {
-               tab(dialog, 1);
-               fill_in({"", "", "0", "45"})(dialog);
-           }});
+    choose(FMain::ID_SHOW_POSITION, {fill_in_angles({"", "", "0", "45"})});
     EXPECT_EQ(map().phi, 0);
     EXPECT_NEAR(map().alpha, std::numbers::pi / 4, 1e-15);
-    EXPECT_EQ(points(), 0);
+    EXPECT_EQ(pixels(section().image).count(red), 0);
 }
 
 TEST_F(FMain_dialogs_test, refused_positions_plot_the_old_point_again) {
     section().foreground = red;
-    const FXPoint old = pixel_of(0.5, 0.5);
     for (const char* S : {"0", "1", "-3", "nan", "inf", "1e999", "abc"}) {
         SCOPED_TRACE(S);
         map().setPoint(0.5, 0.5);
         section().redraw();
         choose(FMain::ID_SHOW_POSITION, {fill_in({S, "0.1"})});
         EXPECT_NEAR(map().alpha, std::acos(0.5), 1e-12);
-        EXPECT_EQ(pixels(section().image).at(old.x, old.y), red);
-        EXPECT_EQ(pixels(section().image).count(red), 1);
+        expect_only_point(0.5, 0.5);
     }
 }
 
@@ -239,10 +231,7 @@ TEST_F(FMain_dialogs_test, angles_that_are_no_directions_fail_in_the_bounce) {
             SCOPED_TRACE(angle);
             reset();
             if (path_shown) command(FMain::ID_SHOW_BILLIARD);
-            choose(FMain::ID_SHOW_POSITION, {[&](FXTopWindow* dialog) {
-                       all_of<FXTabBook>(dialog).front()->setCurrent(1);
-                       fill_in({"", "", angle, angle})(dialog);
-                   }});
+            choose(FMain::ID_SHOW_POSITION, {fill_in_angles({"", "", angle, angle})});
             choose(FMain::ID_ITERATE, {message_box("Error", "")});
             EXPECT_TRUE(std::isfinite(map().phi));
             EXPECT_TRUE(std::isfinite(map().alpha));

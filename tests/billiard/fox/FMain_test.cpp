@@ -35,11 +35,6 @@ TEST_F(FMain_test, loop_button_follows_the_loop_and_drives_it) {
         command(FMain::ID_LOOP);
         EXPECT_EQ(section().loop_idle.is_active(), runs);
     }
-    window().set_loop_check(1);
-    window().set_loop_check(2);
-    EXPECT_EQ(window().loop_check->getCheck(), TRUE);
-    window().set_loop_check(0);
-    EXPECT_EQ(window().loop_check->getCheck(), FALSE);
 }
 
 TEST_F(FMain_test, color_well_and_plot_color_follow_each_other) {

@@ -1,5 +1,5 @@
 // SPDX-License-Identifier: MIT
-// The path canvas: the boundary's pixels, the path's colours, and curves that are none.
+// The path canvas: other sizes, and curves and points that are none. A journey sees its pixels.
 #include "tests/billiard/fox/main_window.h"
 
 #include <limits>
@@ -32,24 +32,6 @@ private:
     double value, from, to;
 };
 
-FXPoint plane_pixel(double x, double y) {
-    const TMapW2S& w2s = plane().w2s;
-    return {static_cast<FXshort>(std::rint(x * w2s.ax + w2s.bx)),
-            static_cast<FXshort>(std::rint(y * w2s.ay + w2s.by))};
-}
-
-FXColor color_at(double x, double y) {
-    const FXPoint at = plane_pixel(x, y);
-    return pixels(plane().image).at(at.x, at.y);
-}
-
-// The colour in the middle of a segment of the path.
-FXColor color_between(const std::vector<std::pair<double, double>>& bounces, std::size_t i) {
-    const auto [x1, y1] = bounces[i];
-    const auto [x2, y2] = bounces[i + 1];
-    return color_at((x1 + x2) / 2, (y1 + y2) / 2);
-}
-
 // Gives the window another size and waits until the picture has followed. The window is raised
 // first: one that lies wholly behind another is not asked to paint.
 void resize_to(int w, int h) {
@@ -59,42 +41,7 @@ void resize_to(int w, int h) {
     EXPECT_EQ(plane().image->getHeight(), h);
 }
 
-std::pair<double, double> impact() {
-    double x, y;
-    map().getXY(x, y);
-    return {x, y};
-}
-
 } // namespace
-
-TEST_F(coordinate_space_test, a_path_is_blue_and_its_newest_segment_red) {
-    map().setPoint(0.1, 0.3);
-    plane().redraw_boundary();
-    std::vector<std::pair<double, double>> bounces;
-    for (int i = 0; i < 4; ++i) {
-        plane().add_bounce();
-        bounces.push_back(impact());
-        map().iterate();
-    }
-    EXPECT_EQ(color_between(bounces, 0), path_color);
-    EXPECT_EQ(color_between(bounces, 1), path_color);
-    EXPECT_EQ(color_between(bounces, 2), red);
-
-    EXPECT_EQ(type_keys(&plane(), "l"), 1);
-    EXPECT_EQ(color_between(bounces, 2), path_color);
-
-    EXPECT_EQ(type_keys(&plane(), "d"), 1); // wipes, and keeps the two bounces
-    EXPECT_EQ(color_between(bounces, 0), white);
-    plane().add_bounce();
-    bounces.push_back(impact());
-    EXPECT_EQ(color_between(bounces, 2), path_color);
-    EXPECT_EQ(color_between(bounces, 3), red);
-
-    const int covered = pixels(plane().image).count(black);
-    EXPECT_EQ(type_keys(&plane(), "b"), 1); // the curve over the path's ends, the path stays
-    EXPECT_GT(pixels(plane().image).count(black), covered);
-    EXPECT_EQ(color_between(bounces, 3), red);
-}
 
 TEST_F(coordinate_space_test, a_resize_keeps_the_shape_and_goes_on_with_the_path) {
     plane().add_bounce();

@@ -60,22 +60,11 @@ TEST_F(poincare_billiard_test, clicks_off_the_open_section_change_nothing) {
     EXPECT_EQ(plane().segment_state, state);
 }
 
-TEST_F(poincare_billiard_test, a_start_begins_a_path_even_in_the_hidden_window) {
-    plane().segment_state = 2;
-    click(200, 200);
-    EXPECT_EQ(plane().segment_state, 1);
-    double x, y;
-    map().getXY(x, y);
-    EXPECT_EQ(plane().prev_x, x);
-    EXPECT_EQ(plane().prev_y, y);
-}
-
 TEST_F(poincare_billiard_test, a_failed_bounce_ends_the_loop_with_one_box) {
     for (const bool path_shown : {false, true}) {
         reset();
         section().foreground = red;
-        map().setF(new failing_curve);
-        window().curve_changed();
+        take_curve(new failing_curve);
         if (path_shown) command(FMain::ID_SHOW_BILLIARD);
         map().setPoint(0.31, 0.437); // an orbit that doesn't close
         static_cast<failing_curve*>(map().F)->left = 300;
@@ -116,8 +105,7 @@ TEST_F(poincare_billiard_test, a_search_without_a_find_changes_nothing) {
                      {message_box("Error", "could not get order of fixpoint")});
     EXPECT_NEAR(map().phi, phi, 1e-9);
     EXPECT_TRUE(pixels(section().image) == image && pixels(section().backup) == backup);
-    map().setF(new failing_curve);
-    window().curve_changed();
+    take_curve(new failing_curve);
     static_cast<failing_curve*>(map().F)->left = 0;
     with_dialogs([] { section().find_fixed_point(0.5, 0.1, 0.05, 0.05); },
                  {message_box("Error", "could not get order of fixpoint")});
