@@ -5,7 +5,8 @@ usage: soak.py PROGRAM SECONDS, on a display with a window manager.
 
 One round is one curve, with the path window shown or hidden, and keys that change the view while
 the loop runs; a turn is a round of each kind. The first turn warms up. It fails if a figure rises
-through all quarters of the others, if an answer takes more than a second, or if the program ends.
+through all quarters of the others, if an answer takes more than a second
+beside waiting for a processor, or if the program ends.
 """
 import os
 import statistics
@@ -21,7 +22,7 @@ from journey import MARGIN, Failure, Program, check, until
 CURVES = 7
 TURN = 2 * CURVES  # rounds: every curve with the path window and without
 LOOK = 0.001  # seconds between two looks for an answer
-SLOWEST = 1.0  # seconds until an answer
+SLOWEST = 1.0  # seconds until an answer, less those that the program waited for a processor
 NOISE = {"memory in kB": 100, "pixmaps in kB": 100}  # what a quarter may rise by; counts: by none
 
 
@@ -59,7 +60,7 @@ class Soak:
         self.program.resize(640, 480)  # the path window stands beside it
         until(self.program.axes_drawn, "the axes after the resize")
         self.server = Server(self.program.main)
-        self.turns, self.answers, self.polls, self.boxes = [], [], [], 0
+        self.turns, self.answers, self.own, self.polls, self.boxes = [], [], [], [], 0
         self.curve, self.path_shown = 0, False
 
     # One round.
@@ -103,6 +104,7 @@ class Soak:
         idle = self.waited() - idle
         gaps = [b - a for a, b in zip(looks, looks[1:])]
         self.answers.append(took)
+        self.own.append(took - idle)
         self.polls += gaps
         if took > SLOWEST / 4:
             print(f"slow: {took:.3f} s to {key}, {idle:.3f} s of them without a processor, looked "
@@ -175,8 +177,8 @@ def report(soak):
           f" slowest {max(soak.answers) * 1e3:.1f} ms; looked every"
           f" {statistics.median(soak.polls) * 1e3:.1f} ms, at the longest"
           f" {max(soak.polls) * 1e3:.1f} ms; {soak.boxes} orbits ended in a corner")
-    if max(soak.answers) > SLOWEST:
-        wrong.append(f"an answer took {max(soak.answers):.3f} s")
+    if max(soak.own) > SLOWEST:
+        wrong.append(f"an answer took {max(soak.own):.3f} s with a processor")
     return wrong
 
 

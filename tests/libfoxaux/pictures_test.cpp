@@ -6,6 +6,7 @@
 #include "tests/libfoxaux/dialog_helpers.h"
 
 #include <sys/resource.h>
+#include <sys/stat.h>
 
 #include <cmath>
 #include <csignal>
@@ -146,11 +147,13 @@ TEST(Pictures, OnlyAFailedOpenIsReported) {
     fs::create_directory(place.path / "folder.png");
     fs::create_directory(place.path / "folder.pdf");
     put_file(place / "file", "old");
+    for (const char* pipe : {"pipe.png", "pipe.pdf"}) // nobody reads them
+        ASSERT_EQ(mkfifo((place / pipe).c_str(), 0600), 0);
     fs::create_symlink("/dev/full", place / "full.png");
     fs::create_symlink("/dev/full", place / "full.pdf");
     shown<canvas> window(300, 200);
     for (const char* name : {"folder.png", "folder.pdf", "file/a.png", "file/a.pdf", "file/a",
-                             "missing/100%s.jpg", "missing/a b\"c.bmp"})
+                             "pipe.png", "pipe.pdf", "missing/100%s.jpg", "missing/a b\"c.bmp"})
         EXPECT_EQ(error_of(*window, place / name), "error open \"" + place / name + "\"");
     for (const char* name : {"full.png", "full.pdf"})
         EXPECT_EQ(error_of(*window, place / name), "");

@@ -121,8 +121,11 @@ TEST(PeriodicPoints, KnownOrbitsAreFoundWithTheirOrder) {
         SCOPED_TRACE(o.what);
         formula_map map(o.image);
         EXPECT_EQ(map.getorder(o.x, o.y, o.rx, o.ry, 10000), o.order);
-        EXPECT_EQ(std::pair(map.x, map.y), std::pair(0.3, 0.2)) << "not put back";
-        if (o.order < 0) continue;
+        if (o.order < 0) {
+            EXPECT_EQ(std::pair(map.x, map.y), std::pair(0.3, 0.2)) << "not put back";
+            continue;
+        }
+        EXPECT_LE(std::hypot(turn_distance(map.x, o.x) / o.rx, (map.y - o.y) / o.ry), 1 + 1e-6);
 
         double x = o.x, y = o.y;
         int iter = 30;
@@ -243,7 +246,7 @@ TEST(PeriodicPoints, PointOnTheEdgeIsPutBackBesideIt) {
     formula_map map(kicked(0.9));
     map.x = 0; // iterates reach the edge, setPoint refuses it
     map.y = 1;
-    EXPECT_EQ(map.getorder(0.5, 0, 0.05, 0.05, 100), 1);
+    EXPECT_LT(map.getorder(0.3, 0.2, 0.001, 0.001, 1), 0);
     EXPECT_NEAR(map.x, 0, 1e-12);
     EXPECT_NEAR(map.y, 1, 1e-12);
 }

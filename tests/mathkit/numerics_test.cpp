@@ -145,6 +145,8 @@ TEST(TIntegrator, meets_its_tolerance) {
          2 * std::atan(1e5), 1e-11, 4000},
         {"400 kinks, more than are paid for", [](double x) { return std::fabs(std::sin(200 * x)); },
          0, 2 * pi, 36, 4, 1e-7, 115000},
+        {"pole beside the start", [](double x) { return 1 / ((x + 1e-8) * (x + 1e-8)); }, 0, 1, 36,
+         99999999.00000001, 1e-6, 115000},
         {"long", [](double x) { return 1e9 * (2 + std::cos(x)); }, 0, 2 * pi, 36, 4e9 * pi, 1e-5,
          20000},
     };

@@ -80,6 +80,7 @@ TEST_F(poincare_billiard_test, a_failed_bounce_ends_the_loop_with_one_box) {
         EXPECT_NEAR(point().first, 0.5, 1e-12);
         EXPECT_NEAR(point().second, 0.5, 1e-12);
         EXPECT_GT(pixels_of(section().image, red).size(), 5u) << "the points before it are gone";
+        EXPECT_EQ(plane().segment_state, 1) << "a chord would lead from the old point to the new";
     }
 }
 
@@ -94,6 +95,12 @@ TEST_F(poincare_billiard_test, a_circle_about_a_periodic_point_finds_it_and_star
     EXPECT_EQ(pixels_of(section().image, red).size(), 1u);
     section().undo();
     EXPECT_EQ(pixels_of(section().image, red).size(), 0u);
+
+    // In a chaotic sea: the order comes from a point in the circle, others lie all around.
+    take_curve(new TGenOvalFunction(2, 3));
+    with_dialogs([] { section().find_fixed_point(0.8204, 0.4819, 0.005, 0.01); },
+                 {message_box("Information", "Found fixpoint of order ")});
+    EXPECT_LE(std::hypot((point().first - 0.8204) / 0.005, (point().second - 0.4819) / 0.01), 1);
 }
 
 TEST_F(poincare_billiard_test, a_search_without_a_find_changes_nothing) {

