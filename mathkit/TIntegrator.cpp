@@ -31,6 +31,7 @@ struct TIntegrator::total {
 namespace {
 
 constexpr long spent_on_a_part = 3000;
+constexpr long share_of_an_integral = 32; // of what is left: one hard integral among easy ones
 constexpr int most_stuck = 3;
 
 // A value that is infinite or no number has an error that is no number, and halving cannot help.
@@ -116,7 +117,8 @@ TIntegrator::total TIntegrator::total_of(const std::vector<part>& open, total re
 double TIntegrator::halve_worst(std::vector<part>& open, total rest, double tol, int parts) {
     const auto better = [](const part& p, const part& q) { return p.error < q.error; };
     std::make_heap(open.begin(), open.end(), better);
-    const long least_left = std::max(evaluations_left - spent_on_a_part * parts, 1L);
+    const long allowed = std::max(spent_on_a_part * parts, evaluations_left / share_of_an_integral);
+    const long least_left = std::max(evaluations_left - allowed, 1L);
     while (!open.empty() && evaluations_left >= least_left) {
         const total whole = total_of(open, rest);
         if (settled(whole.sum, whole.error, tol)) break;

@@ -17,9 +17,9 @@ public:
     /// halved until the sum of the estimated errors is small enough.
     ///
     /// Ends for every f. A value that is no number makes the result none. Parts whose halves are
-    /// no better stay whole. One integral spends at most some 3000 evaluations for each of the n
-    /// parts, and all integrals that one object computes share a further limit; once that is
-    /// spent, each part costs five, and the result is what they give.
+    /// no better stay whole. All integrals that one object computes share a limit; one of them
+    /// spends at most a 32nd part of what is left, or some 3000 evaluations for each of the n
+    /// parts. Once all is spent, each part costs five, and the result is what they give.
     double AdaptiveGauss(double a, double b, double tol, int n);
 
     /// The same for one part, fa = f(a) and fb = f(b): a caller that walks from part to part has
@@ -33,5 +33,5 @@ private:
     static total total_of(const std::vector<part>& open, total rest);
     double halve_worst(std::vector<part>& open, total rest, double tol, int parts);
 
-    long evaluations_left = 600000; ///< that may still be spent on halving
+    long evaluations_left = 1500000; ///< that may still be spent on halving
 };

@@ -145,6 +145,8 @@ TEST(TIntegrator, meets_its_tolerance) {
          2 * std::atan(1e5), 1e-11, 4000},
         {"400 kinks, more than are paid for", [](double x) { return std::fabs(std::sin(200 * x)); },
          0, 2 * pi, 36, 4, 1e-7, 115000},
+        {"60 kinks in one step", [](double x) { return std::fabs(std::sin(100 * x)); }, 0, 0.6 * pi,
+         1, 1.2, 1e-12, 47000},
         {"pole beside the start", [](double x) { return 1 / ((x + 1e-8) * (x + 1e-8)); }, 0, 1, 36,
          99999999.00000001, 1e-6, 115000},
         {"long", [](double x) { return 1e9 * (2 + std::cos(x)); }, 0, 2 * pi, 36, 4e9 * pi, 1e-5,
@@ -175,7 +177,7 @@ TEST(TIntegrator, ends_for_every_integrand) {
             i.AdaptiveGauss(k * 0.003, (k + 1) * 0.003, 1e-12, 1);
         i.AdaptiveGauss(0, 2 * pi, 1e-12, 36);
         i.AdaptiveGauss(0, 2 * pi, 1e-12, 1 << 30);
-        EXPECT_LE(i.calls, 800000);
+        EXPECT_LE(i.calls, 1700000);
     }
 }
 
