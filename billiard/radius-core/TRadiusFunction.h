@@ -40,7 +40,7 @@ public:
     ///
     /// `sin_phi` and `cos_phi` belong to `phi` to rounding. The results are those of `R` and `dR`
     /// to rounding. A curve replaces it to share work between the two: the bounce asks for
-    /// nothing else.
+    /// little else.
     virtual void value_and_slope(double phi, double sin_phi, double cos_phi, double& r,
                                  double& dr) const;
 

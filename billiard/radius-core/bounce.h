@@ -24,6 +24,7 @@
 #include <cstddef>
 #include <iterator>
 #include <numbers>
+#include <optional>
 #include <type_traits>
 #include <vector>
 
@@ -149,6 +150,9 @@ private:
     // 1 / (-R^2 W')
     double inverse_at(const spot& p) const { return 1 / (p.r * p.r * p.o - c * p.dr); }
     spot first_guess(const spot& inside, const spot& outside) const;
+    static spot arrived(const spot& p, const sample& last, double step);
+    bool may_leave_between(const spot& u, const spot& e, int bends) const;
+    std::optional<spot> stationary_between(const spot& u, const spot& e);
     double angle_to(std::ptrdiff_t entry) const {
         return inflections[static_cast<std::size_t>(entry)] - phi;
     }
@@ -427,6 +431,18 @@ typename bounce<Curve>::spot bounce<Curve>::first_guess(const spot& inside,
     return place(inside.x + 0.5 * (outside.x - inside.x));
 }
 
+// The end of the search: the last point, moved by the last step. Where the line runs along a side
+// all points are near, and a step is but rounding.
+template<class Curve>
+typename bounce<Curve>::spot bounce<Curve>::arrived(const spot& p, const sample& last,
+                                                    double step) {
+    const double move = std::fabs(step) < 1e-7 ? step : 0;
+    spot impact = turned(p, move, move, 1);
+    impact.r = p.r + p.dr * move;
+    impact.dr = p.dr + bend_near(p.dr - last.dr, p.x - last.x, p.r) * move;
+    return impact;
+}
+
 // The root between a point inside, h >= 0, and one outside, h <= 0; the second lies in the
 // direction of the path. Comes with radius and slope of the curve there.
 template<class Curve>
@@ -463,11 +479,7 @@ refusal bounce<Curve>::search(const spot& inside, const spot& outside, spot& imp
         const double near = i > 0 ? near_after : near_first;
         const bool at_rest = size <= near + 1e-15 * std::fabs(now.inverse_slope);
         if (at_rest && std::fabs(p.h) <= near_line * std::fabs(c)) {
-            // Where the line runs along a side all points are near, and a step is but rounding.
-            const double move = size < 1e-7 ? step : 0;
-            impact = turned(p, move, move, 1);
-            impact.r = p.r + p.dr * move;
-            impact.dr = p.dr + bend_near(p.dr - last.dr, p.x - last.x, p.r) * move;
+            impact = arrived(p, last, step);
             return refusal::none;
         }
         if (std::fabs(out - in) <= 1e-15) {
@@ -520,31 +532,42 @@ refusal bounce<Curve>::first_in_pieces(spot& impact) {
         if (e.h < 0) return search(u, e, impact);
         if (!(e.h > 0)) return refusal::no_number;
 
-        // Both ends inside. Seen from the origin the boundary lies beyond the line there, and
-        // where it bends left it comes no nearer in between. Where it bends right the path may
-        // have left the table and come back, around a point where g is stationary.
-        const int bends = bends_of(dir > 0 ? entry - 1 : entry);
-        const bool may_leave = bends <= 0 && slope_of_g(u) * slope_of_g(e) <= 0 &&
-                               !(bends < 0 && arc_stays_inside(u, e));
-        if (may_leave) {
-            TFindExt extremum(&curve, c, phi + w);
-            double a = phi + u.x;
-            double b = phi + e.x;
-            const double theta = extremum.safe_newton(a, b, 1e-14);
-            if (theta == theta) { // else the signs were those of rounding
-                spot x = place(theta - phi);
-                look(x);
-                if (!(x.h == x.h)) return refusal::stationary_point;
-                if (x.h == 0) {
-                    impact = x;
+        if (may_leave_between(u, e, bends_of(dir > 0 ? entry - 1 : entry))) {
+            if (const std::optional<spot> x = stationary_between(u, e)) {
+                if (!(x->h == x->h)) return refusal::stationary_point;
+                if (x->h == 0) {
+                    impact = *x;
                     return refusal::none;
                 }
-                if (x.h < 0) return search(u, x, impact);
+                if (x->h < 0) return search(u, *x, impact);
             }
         }
         if (last) return refusal::no_number; // not reached: the far end is outside
         u = e;
     }
+}
+
+// Both ends are inside. Seen from the origin the boundary lies beyond the line there, and where it
+// bends left it comes no nearer in between. Where it bends right the path may have left the table
+// and come back, around a point where g is stationary.
+template<class Curve>
+bool bounce<Curve>::may_leave_between(const spot& u, const spot& e, int bends) const {
+    if (bends > 0 || !(slope_of_g(u) * slope_of_g(e) <= 0)) return false;
+    return !(bends < 0 && arc_stays_inside(u, e));
+}
+
+// The point where g is stationary; none where its slopes had the signs of rounding.
+template<class Curve>
+std::optional<typename bounce<Curve>::spot> bounce<Curve>::stationary_between(const spot& u,
+                                                                              const spot& e) {
+    TFindExt extremum(&curve, c, phi + w);
+    double a = phi + u.x;
+    double b = phi + e.x;
+    const double theta = extremum.safe_newton(a, b, 1e-14);
+    if (theta != theta) return {};
+    spot x = place(theta - phi);
+    look(x);
+    return x;
 }
 
 // Radius and slope at the inflections are constants of the curve, and so the ends of the pieces

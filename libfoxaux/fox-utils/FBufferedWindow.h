@@ -54,12 +54,12 @@ public:
     /// Takes the keyboard focus within its top-level window.
     void take_focus();
 
-    /// Asks for a file and saves `image` there; a failure is reported in a box.
+    /// Asks for a file and saves `image` there. What save() throws is reported in a box.
     void save_dialog(const char* title);
 
     /// Saves `image` as PNG, BMP, JPEG or PDF, by the ending of `path`; a path with no such ending
-    /// gets ".png". Throws TError if the file cannot be opened. An old file of the name stays until
-    /// the new one is whole.
+    /// gets ".png". Throws TError if the file cannot be opened, or the picture not be read. An old
+    /// file of the name stays until the new one is whole: on a full disk it stays, without a word.
     void save(const char* path);
     using FXWindow::save; // the toolkit's own, to a stream
 

@@ -37,6 +37,7 @@ struct font_row {
 
 constexpr font_row normal_row = {"Normal Font", "normalfont", 511};
 constexpr font_row fixed_row = {"Fixed Font", "fixedfont", 524};
+constexpr int mode_line = 535; // as in the rows, of the font_mode
 
 /// Fills `font` with what was accepted last in this run, at first with what the registry names,
 /// and adds its row to the matrix.
@@ -55,7 +56,7 @@ void add_font_row(FXComposite* matrix, const font_row& row, FXRegistry& registry
 }
 
 int mode_at_opening() {
-    history_object accepted(source, 535, nullptr);
+    history_object accepted(source, mode_line, nullptr);
     if (accepted.is_new) accepted.set_int(automatic_fonts);
     return accepted.get_int();
 }
@@ -97,7 +98,7 @@ void FBufferedWindow::global_fonts_dialog() {
     if (dialog.run(PLACEMENT_CURSOR)) {
         store_font(registry, normal_row, mode, normal);
         store_font(registry, fixed_row, mode, fixed);
-        history_object(source, 535, nullptr).set_int(mode);
+        history_object(source, mode_line, nullptr).set_int(mode);
     }
     registry.write();
 }

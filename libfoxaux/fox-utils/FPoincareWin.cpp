@@ -17,6 +17,7 @@ constexpr std::int64_t sync_distance = 1000000; // microseconds between refreshe
 constexpr std::int64_t shortest_lead = 500;     // microseconds of drawing before the display's
 constexpr std::int64_t longest_lead = 20000;
 constexpr FXint full_circle = 360 * 64; // in the units of FXDC::drawArc
+constexpr int colors_line = 372;        // by which a wrong colour name is known in reports
 constexpr int cross_reach = 5;          // pixels from the anchor to the ends of the cross
 
 constexpr const char* cycle_names[] = {
@@ -247,7 +248,7 @@ void FPoincareWin::init_cycle_color() {
             cycle_colors.push_back(FXRGB(rgb >> 16 & 0xff, rgb >> 8 & 0xff, rgb & 0xff));
         }
     } catch (const TError& error) {
-        stderr_fatal_error(error.text(), "libfoxaux/fox-utils/FPoincareWin", 372,
+        stderr_fatal_error(error.text(), "libfoxaux/fox-utils/FPoincareWin", colors_line,
                            "void FPoincareWin::init_cycle_color()");
     }
     cycle_index = 0;

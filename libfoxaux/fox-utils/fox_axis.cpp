@@ -31,7 +31,7 @@ void put_text(const fox_axis& axis, double rot, int x, int y, unsigned align,
     hfont->drawText(x, y, text.c_str(), -1);
 }
 
-// Horizontal axes: texts hang by their tops from the height g.
+// Horizontal axes: texts hang by their tops from one height.
 
 int text_top(const fox_axis& axis) {
     return axis.pos + label_gap + axis.tick_len;
@@ -55,7 +55,7 @@ bool draw_x_end_labels(const fox_axis& axis) {
     return true;
 }
 
-// Vertical axes: texts stand on the line x = g and read upward.
+// Vertical axes: texts stand on one line and read upward.
 
 int text_base(const fox_axis& axis) {
     return axis.pos - axis.tick_len - label_gap;

@@ -12,7 +12,7 @@
 ///
 /// A list is named by the place in the source that asks (file and line) and, where the value
 /// belongs to one window, by a context pointer; null stands for the whole program. A list that is
-/// absent is made empty. Lists and their strings keep their addresses until the process ends.
+/// absent is made empty. Lists keep their addresses until the process ends.
 class history_manager {
 public:
     using history = std::list<kit::string>;
