@@ -19,7 +19,8 @@ import sys
 import tempfile
 import time
 
-from journey import (MAIN, NOBODY, PANEL_WIDGETS, PATH, Failure, Program, as_nobody, check, until,
+from journey import (MAIN, NOBODY, PANEL_WIDGETS, PATH, Failure, Program, as_nobody, check,
+                     output_of, until,
                      xdotool)
 
 FILE_DIALOGS = ("Save", "Open", "Load", "Select", "Choose")  # how their titles begin
@@ -60,13 +61,16 @@ class Monkey:
         return list(self.program.clients("_NET_CLIENT_LIST_STACKING"))
 
     def top(self):
-        """Id, title and size of the uppermost window."""
-        for window, title in reversed(self.clients()):
+        """Id, title and size of the uppermost window. One that has closed is waited for until the
+        window manager knows: it may keep the pointer for good if its frame is clicked before."""
+        def uppermost():
+            self.alive()
             try:
-                return (window, title, *self.program.geometry(window)[2:])
+                window, title = self.clients()[-1]
+                return window, title, *self.program.geometry(window)[2:]
             except IndexError:
-                continue  # it has closed meanwhile
-        return (self.program.main, MAIN, 100, 100)
+                return None
+        return until(uppermost, "a window that stays")
 
     def alive(self):
         check(self.program.process.poll() is None,
