@@ -162,9 +162,11 @@ long FMain::onCmdShowPosition(FXObject*, FXSelector, void*) {
 
     const position_tab accepted = ask_position(this, at);
     if (accepted == position_tab::section) map.setPoint(at.S, at.P);
-    if (accepted == position_tab::angles) map.setPhiAlpha(to_radians(at.phi), to_radians(at.alpha));
+    if (accepted == position_tab::angles) {
+        map.setPhiAlpha(to_radians(at.phi), to_radians(at.alpha));
+        coordinate->begin_path(); // the map has moved, also to a point that is no start
+    }
     if (accepted != position_tab::none) {
-        coordinate->begin_path(); // a point on the section's edge is one, but no start
         map.getPoint(at.S, at.P);
         poincare->start_at(at.S, at.P);
     }

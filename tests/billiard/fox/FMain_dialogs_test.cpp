@@ -205,12 +205,14 @@ TEST_F(FMain_dialogs_test, accepted_positions_start_a_new_orbit) {
     choose(FMain::ID_SHOW_POSITION, {fill_in_angles({"0.7", "0.7", "180", "45"})});
     expect_start(0.5, std::sqrt(0.5));
 
-    // Angles on the section's edge are stored and plot nothing.
+    // Angles on the section's edge are stored and plot nothing; no chord of a path leads there.
     section().redraw();
+    plane().add_bounce();
     choose(FMain::ID_SHOW_POSITION, {fill_in_angles({"", "", "0", "45"})});
     EXPECT_EQ(map().phi, 0);
     EXPECT_NEAR(map().alpha, std::numbers::pi / 4, 1e-15);
     EXPECT_EQ(pixels(section().image).count(red), 0);
+    EXPECT_EQ(plane().segment_state, 1);
 }
 
 TEST_F(FMain_dialogs_test, refused_positions_plot_the_old_point_again) {
