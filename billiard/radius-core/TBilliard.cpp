@@ -240,9 +240,15 @@ int bend_between(const TBilliard::circumference_class& table, const std::vector<
     return left == right ? 0 : left ? 1 : -1;
 }
 
-// A number with the sign of the curvature. Where rounding might decide on the sign, or squares
-// might leave the range of doubles, it is the curvature itself.
-double signed_as_curvature(const TRadiusFunction& F, double phi) {
+// The curve at an angle, as the scan for inflections sees it.
+struct scanned {
+    double phi, r, dr;
+    double bend; // has the sign of the curvature
+};
+
+// Where rounding might decide on the sign, or squares might leave the range of doubles, the bend is
+// the curvature itself.
+scanned scan(const TRadiusFunction& F, double phi) {
     double sine, cosine, r, dr, ddr;
     kit::sincos(phi, sine, cosine);
     F.derivatives(phi, sine, cosine, r, dr, ddr);
@@ -250,26 +256,62 @@ double signed_as_curvature(const TRadiusFunction& F, double phi) {
     const double bend = r * ddr;
     const double size = arc + std::fabs(bend);
     const bool plain = size > 1e-100 && size < 1e100 && std::fabs(arc - bend) > 1e-9 * size;
-    return plain ? std::copysign(1.0, arc - bend) : F.curvature(phi);
+    return {phi, r, dr, plain ? std::copysign(1.0, arc - bend) : F.curvature(phi)};
+}
+
+// Tells by its sign whether the tangent turns left from a to b, an angle further whose sine and
+// cosine are given: the cross product of both tangents, per radian.
+double turn_between(const scanned& a, const scanned& b, double sine, double cosine) {
+    return a.dr * (b.dr * sine + b.r * cosine) - a.r * (b.dr * cosine - b.r * sine);
+}
+
+// Whether the tangent turns against the curvature that both ends have, by more than rounding.
+bool turns_against_bend(const scanned& a, const scanned& b, double sine, double cosine) {
+    if (!(a.bend * b.bend > 0)) return false;
+    const double turn = turn_between(a, b, sine, cosine) * (a.bend > 0 ? 1 : -1);
+    const double sizes = a.r * a.r + a.dr * a.dr + b.r * b.r + b.dr * b.dr;
+    return turn < -1e-9 * sizes;
+}
+
+// Narrows the interval, in which the tangent turns against the curvature, down to the corner.
+void narrow_to_corner(const TRadiusFunction& F, scanned& a, scanned& b) {
+    while (b.phi - a.phi > 1e-14) {
+        const scanned middle = scan(F, 0.5 * (a.phi + b.phi));
+        double sine, cosine;
+        kit::sincos(0.5 * (b.phi - a.phi), sine, cosine);
+        const double left = turn_between(a, middle, sine, cosine);
+        const double right = turn_between(middle, b, sine, cosine);
+        const bool is_left = a.bend > 0 ? left < right : left > right;
+        (is_left ? b : a) = middle;
+    }
 }
 
 } // namespace
 
 void TBilliard::buildInflections() {
     constexpr double step = 0.0031415926535897933; // pi/1000
+    const double sine = std::sin(step);
+    const double cosine = std::cos(step);
     curvature_root root(F);
     inflections.clear();
     inflections.reserve(2000);
     inflections.push_back(-pi);
-    double before = signed_as_curvature(*F, -pi);
+    scanned before = scan(*F, -pi);
     for (double x = -pi + step; x <= 3 * pi; x += step) {
-        const double here = signed_as_curvature(*F, x);
-        if (before * here < 0) {
+        const scanned here = scan(*F, x);
+        if (before.bend * here.bend < 0) {
             double a = x - step;
             double b = x;
             // Where the curvature changes sign by rounding alone, its numerator may not.
             const double theta = root.brent1(a, b, 1e-14);
             inflections.push_back(theta == theta ? theta : x);
+        } else if (turns_against_bend(before, here, sine, cosine)) {
+            // On a corner the slope is one for each side, and so each side is an entry.
+            scanned a = before;
+            scanned b = here;
+            narrow_to_corner(*F, a, b);
+            inflections.push_back(a.phi);
+            inflections.push_back(b.phi);
         }
         before = here;
     }
@@ -279,8 +321,8 @@ void TBilliard::buildInflections() {
 }
 
 // Evaluates the curve at the inflections, and proves by the table how the pieces between them
-// bend: any three rows of a piece turn in the same sense, unless it holds a corner that points the
-// other way, or two inflections that the scan has missed.
+// bend: any three rows of a piece turn in the same sense, unless it holds two inflections or a
+// corner that the scan has missed.
 void TBilliard::buildKnots() {
     knots.clear();
     if (circumference.size() < 2) return; // no table to prove anything by

@@ -94,6 +94,9 @@ public:
 
     /// The polar angles where the curvature changes sign, ascending over two turns between the
     /// first entry -pi and the last 3 pi. Read only when `convex` is false.
+    ///
+    /// A corner that points against the curvature beside it changes the sign twice: it has two
+    /// entries, one on each side.
     std::vector<double> inflections;
 
     TBilliard();
@@ -116,8 +119,9 @@ public:
     void findit(double& phi, double& alpha);
 
     /// Lists the sign changes of the curvature in `inflections`, and sets `convex` if there are
-    /// none. Changes closer together than pi/1000 may go unseen. Needs the curve alone; without
-    /// the table each bounce is slower.
+    /// none. Changes closer together than pi/1000 may go unseen, and so may a corner that turns the
+    /// tangent by less than the curve does within that angle. Needs the curve alone; without the
+    /// table each bounce is slower.
     void buildInflections();
 
 protected:

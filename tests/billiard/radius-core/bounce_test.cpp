@@ -231,11 +231,21 @@ TEST(bounce, leads_to_the_first_point_on_its_line) {
     }
 }
 
-TEST(bounce, stops_at_a_corner_that_points_inward) {
-    // Both sides bend as a convex table does, and so nothing but the corner is in the way.
-    TBilliardMap map(new_reference_curve("Formula 1+0.8*fabs(sin(t))+0.15*cos(4*t)"));
-    for (int i = 0; i < 400; ++i)
-        expect_first_impact(map, 0.3 + 0.006 * i, 0.05 + 0.0075 * i);
+TEST(bounce, stops_at_corners_that_point_against_the_curvature) {
+    // Nothing but the corners is in the way: most of these curves have no other inflections.
+    std::mt19937_64 random(22);
+    std::uniform_real_distribution<double> angle(0, 2 * pi);
+    for (const char* c : {"1+0.8*fabs(sin(t))+0.15*cos(4*t)", "1+0.5*fabs(sin(3*t))",
+                          "(fabs(cos(t))^(2/3)+fabs(sin(t))^(2/3))^(-1.5)",
+                          "2+0.4*fabs(fabs(sin(2*t))-0.5)*cos(t)", "1e60*(1+fabs(cos(t-1)))"}) {
+        SCOPED_TRACE(c);
+        TBilliardMap map(new_reference_curve(std::string("Formula ") + c));
+        EXPECT_FALSE(map.convex);
+        for (int i = 0; i < 1000; ++i)
+            expect_first_impact(map, angle(random), start_angle(random));
+    }
+    // One that points outward is in nobody's way.
+    EXPECT_TRUE(TBilliardMap(new_reference_curve("Formula 2-0.2*fabs(sin(t))")).convex);
 }
 
 TEST(bounce, needs_no_table) {
