@@ -4,13 +4,12 @@
 
 #include "libfoxaux/fox-utils/display_text.h"
 #include "libfoxaux/fox-utils/fxmain_base.h"
+#include "tests/folder.h"
 #include "tests/libfoxaux/window_fixture.h"
 
 #include <array>
 #include <cstdio>
 #include <filesystem>
-#include <fstream>
-#include <iterator>
 #include <stdexcept>
 
 namespace window_test {
@@ -22,31 +21,6 @@ inline main_base& services() {
     app();
     static auto* object = new fxmain_base;
     return *object;
-}
-
-/// A folder of its own for each test, removed behind it.
-class folder {
-public:
-    folder() {
-        std::string name = (fs::temp_directory_path() / "billiard-XXXXXX").string();
-        if (!mkdtemp(name.data())) throw std::runtime_error("mkdtemp");
-        path = name;
-    }
-    folder(const folder&) = delete;
-    folder& operator=(const folder&) = delete;
-    ~folder() { fs::remove_all(path); }
-
-    std::string operator/(const std::string& name) const { return (path / name).string(); }
-    fs::path path;
-};
-
-inline std::string content_of(const std::string& path) {
-    std::ifstream in(path, std::ios::binary);
-    return {std::istreambuf_iterator<char>(in), {}};
-}
-
-inline void put_file(const std::string& path, const std::string& content) {
-    std::ofstream(path, std::ios::binary) << content;
 }
 
 /// What a command of the shell writes to its standard output.
