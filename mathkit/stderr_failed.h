@@ -11,6 +11,12 @@
 [[noreturn]] void stderr_assert_failed(const char* expression, const char* file, int line,
                                        const char* function);
 
+/// Ends the process by stderr_assert_failed unless the rule holds. The line is the caller's.
+inline void stderr_assert(bool holds, const char* expression, const char* file,
+                          const char* function, int line = __builtin_LINE()) {
+    if (!holds) stderr_assert_failed(expression, file, line, function);
+}
+
 /// Reports what the program cannot go on from and ends the process (by abort). `message` may be
 /// null; the other arguments are those of stderr_assert_failed.
 [[noreturn]] void stderr_fatal_error(const char* message, const char* file, int line,

@@ -28,10 +28,8 @@ double to_radians(double degrees) {
 const curve_entry& entry_of(FXuint id) {
     const auto& table = curve_table();
     const auto row = std::ranges::find(table, id, &curve_entry::id);
-    if (row == table.end()) {
-        stderr_assert_failed("row!=table.end()", history_file, __LINE__,
-                             "const curve_entry& entry_of(FXuint)");
-    }
+    stderr_assert(row != table.end(), "row!=table.end()", history_file,
+                  "const curve_entry& entry_of(FXuint)");
     return *row;
 }
 

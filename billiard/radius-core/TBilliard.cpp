@@ -73,10 +73,8 @@ void TBilliard::circumference_class::resize(int n) {
 }
 
 void TBilliard::circumference_class::get(int i, double& x, double& y) const {
-    if (!(i >= 0 && i < size())) {
-        stderr_assert_failed("i>=0 && i<size()", "billiard/radius-core/TBilliard", __LINE__,
-                             "void TBilliard::circumference_class::get(int, double&, double&)");
-    }
+    stderr_assert(i >= 0 && i < size(), "i>=0 && i<size()", "billiard/radius-core/TBilliard",
+                  "void TBilliard::circumference_class::get(int, double&, double&)");
     const auto row = static_cast<std::size_t>(i);
     double sine, cosine;
     kit::sincos(phi[row], sine, cosine);
@@ -85,20 +83,16 @@ void TBilliard::circumference_class::get(int i, double& x, double& y) const {
 }
 
 void TBilliard::circumference_class::getR(double angle, double& x, double& y) const {
-    if (!(size() > 1)) {
-        stderr_assert_failed("size()>1", "billiard/radius-core/TBilliard", __LINE__,
-                             "void TBilliard::circumference_class::getR(double, double&, double&)");
-    }
+    stderr_assert(size() > 1, "size()>1", "billiard/radius-core/TBilliard",
+                  "void TBilliard::circumference_class::getR(double, double&, double&)");
     const double radius = bsearch_list_lookup(size(), angle, phi.data(), r.data());
     x = radius * std::cos(angle);
     y = radius * std::sin(angle);
 }
 
 void TBilliard::circumference_class::getborder(TRect& rect) const {
-    if (!(size() > 0)) {
-        stderr_assert_failed("size()>0", "billiard/radius-core/TBilliard", __LINE__,
-                             "void TBilliard::circumference_class::getborder(TRect&)");
-    }
+    stderr_assert(size() > 0, "size()>0", "billiard/radius-core/TBilliard",
+                  "void TBilliard::circumference_class::getborder(TRect&)");
     double x, y;
     get(0, x, y);
     rect.set(x, y);
@@ -368,10 +362,8 @@ void TBilliard::buildKnots() {
 }
 
 bool TBilliardMap::setPoint(double S, double P) {
-    if (!(circumference.size() > 1)) {
-        stderr_assert_failed("circumference.size()>1", "billiard/radius-core/TBilliard", __LINE__,
-                             "bool TBilliardMap::setPoint(double, double)");
-    }
+    stderr_assert(circumference.size() > 1, "circumference.size()>1",
+                  "billiard/radius-core/TBilliard", "bool TBilliardMap::setPoint(double, double)");
     if (!(S > 0 && S < 1)) return false;
     if (!(P > -1 && P < 1)) return false;
     phi = bsearch_list_lookup(circumference.size(), S, circumference.s.data(),
@@ -381,20 +373,17 @@ bool TBilliardMap::setPoint(double S, double P) {
 }
 
 void TBilliardMap::getPoint(double& S, double& P) {
-    if (!(circumference.size() > 1)) {
-        stderr_assert_failed("circumference.size()>1", "billiard/radius-core/TBilliard", __LINE__,
-                             "void TBilliardMap::getPoint(double&, double&)");
-    }
+    stderr_assert(circumference.size() > 1, "circumference.size()>1",
+                  "billiard/radius-core/TBilliard",
+                  "void TBilliardMap::getPoint(double&, double&)");
     S = bsearch_list_lookup(circumference.size(), phi, circumference.phi.data(),
                             circumference.s.data());
     P = std::cos(alpha);
 }
 
 void TBilliardMap::iterate() {
-    if (!(F != nullptr)) {
-        stderr_assert_failed("F!=0", "billiard/radius-core/TBilliard", __LINE__,
-                             "void TBilliardMap::iterate()");
-    }
+    stderr_assert(F != nullptr, "F!=0", "billiard/radius-core/TBilliard",
+                  "void TBilliardMap::iterate()");
     findit(phi, alpha);
 }
 

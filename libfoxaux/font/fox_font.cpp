@@ -87,13 +87,9 @@ FXFont* fox_font::make_font() {
 void fox_font::evict_oldest() {
     const char* const function = "void fox_font::setFont(FX::FXFontDesc&)";
     const auto i1 = allocated.begin();
-    if (!(i1 != allocated.end())) {
-        stderr_assert_failed("i1!=allocated.end()", source, __LINE__, function);
-    }
+    stderr_assert(i1 != allocated.end(), "i1!=allocated.end()", source, function);
     const auto zw = font_map.find(*i1);
-    if (!(zw != font_map.end())) {
-        stderr_assert_failed("zw!=font_map.end()", source, __LINE__, function);
-    }
+    stderr_assert(zw != font_map.end(), "zw!=font_map.end()", source, function);
     allocated.erase(i1);
     delete zw->second;
     font_map.erase(zw);

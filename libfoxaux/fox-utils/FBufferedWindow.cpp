@@ -118,18 +118,14 @@ void FBufferedWindow::ensure_backup() {
 }
 
 void FBufferedWindow::backup_eq_image() {
-    if (!(image != nullptr && backup != nullptr)) {
-        stderr_assert_failed("image!=0 && backup!=0", "libfoxaux/fox-utils/FBufferedWindow",
-                             __LINE__, "void FBufferedWindow::backup_eq_image()");
-    }
+    stderr_assert(image != nullptr && backup != nullptr, "image!=0 && backup!=0",
+                  "libfoxaux/fox-utils/FBufferedWindow", "void FBufferedWindow::backup_eq_image()");
     copy_image(backup, image);
 }
 
 void FBufferedWindow::image_eq_backup() {
-    if (!(image != nullptr && backup != nullptr)) {
-        stderr_assert_failed("image!=0 && backup!=0", "libfoxaux/fox-utils/FBufferedWindow",
-                             __LINE__, "void FBufferedWindow::image_eq_backup()");
-    }
+    stderr_assert(image != nullptr && backup != nullptr, "image!=0 && backup!=0",
+                  "libfoxaux/fox-utils/FBufferedWindow", "void FBufferedWindow::image_eq_backup()");
     copy_image(image, backup);
 }
 

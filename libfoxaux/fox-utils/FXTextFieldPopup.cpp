@@ -83,28 +83,22 @@ void FXComboBoxPopup::fill(bool set_text) {
 }
 
 void FXComboBoxPopup::load_history(const char* file, int line, void* context, bool set_text) {
-    if (!(history == nullptr)) {
-        stderr_assert_failed("history==0", source_name, __LINE__,
-                             "void FXComboBoxPopup::load_history(const char*, int, void*, bool)");
-    }
+    stderr_assert(history == nullptr, "history==0", source_name,
+                  "void FXComboBoxPopup::load_history(const char*, int, void*, bool)");
     history = &history_manager::instance()->lookup(file, line, context);
     fill(set_text);
 }
 
 void FXComboBoxPopup::load_history_key(const char* key, void* context, bool set_text) {
-    if (!(history == nullptr)) {
-        stderr_assert_failed("history==0", source_name, __LINE__,
-                             "void FXComboBoxPopup::load_history_key(const char*, void*, bool)");
-    }
+    stderr_assert(history == nullptr, "history==0", source_name,
+                  "void FXComboBoxPopup::load_history_key(const char*, void*, bool)");
     history = &history_manager::instance()->lookup_key(key, context);
     fill(set_text);
 }
 
 void FXComboBoxPopup::save_history() {
-    if (!(history != nullptr)) {
-        stderr_assert_failed("history!=0", source_name, __LINE__,
-                             "void FXComboBoxPopup::save_history()");
-    }
+    stderr_assert(history != nullptr, "history!=0", source_name,
+                  "void FXComboBoxPopup::save_history()");
     history->clear();
     for (FXint i = 0; i < getNumItems(); ++i)
         history->emplace_back(getItemText(i).text());

@@ -30,10 +30,8 @@ color_manager::~color_manager() {
 }
 
 void color_manager::get_fx_owner() {
-    if (!(FXApp::instance() != nullptr)) {
-        stderr_assert_failed("FXApp::instance()!=0", "libfoxaux/fox-utils/color_manager", __LINE__,
-                             "void color_manager::get_fx_owner()");
-    }
+    stderr_assert(FXApp::instance() != nullptr, "FXApp::instance()!=0",
+                  "libfoxaux/fox-utils/color_manager", "void color_manager::get_fx_owner()");
     if (!owner) owner = FXApp::instance()->getRootWindow();
 }
 

@@ -90,9 +90,8 @@ FXFont* make_fixed_font() {
 } // namespace
 
 main_base::main_base() {
-    if (!(_main == nullptr))
-        stderr_assert_failed("_main==0", "libfoxaux/fox-utils/fxmain_base", __LINE__,
-                             "main_base::main_base()");
+    stderr_assert(_main == nullptr, "_main==0", "libfoxaux/fox-utils/fxmain_base",
+                  "main_base::main_base()");
     _main = this;
     main_icon = new FXICOIcon(FXApp::instance(), icons::main_ico);
     help_icon = new FXICOIcon(FXApp::instance(), icons::help_ico);

@@ -26,9 +26,8 @@ public:
 
     /// The one object; asking before it exists ends the process by an assertion.
     static main_base* instance() {
-        if (!(_main != nullptr))
-            stderr_assert_failed("_main!=0", "libfoxaux/fox-utils/fxmain_base", __LINE__,
-                                 "static main_base* main_base::instance()");
+        stderr_assert(_main != nullptr, "_main!=0", "libfoxaux/fox-utils/fxmain_base",
+                      "static main_base* main_base::instance()");
         return _main;
     }
 

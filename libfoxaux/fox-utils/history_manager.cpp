@@ -31,17 +31,13 @@ history_object::history_object(const char* file, int line, void* context) {
 }
 
 int history_object::get_int() {
-    if (!(_S != nullptr)) {
-        stderr_assert_failed("_S!=0", "libfoxaux/fox-utils/history_manager", __LINE__,
-                             "int history_object::get_int()");
-    }
+    stderr_assert(_S != nullptr, "_S!=0", "libfoxaux/fox-utils/history_manager",
+                  "int history_object::get_int()");
     return static_cast<int>(std::strtol(_S->c_str(), nullptr, 10));
 }
 
 void history_object::set_int(int value) {
-    if (!(_S != nullptr)) {
-        stderr_assert_failed("_S!=0", "libfoxaux/fox-utils/history_manager", __LINE__,
-                             "void history_object::set_int(int)");
-    }
+    stderr_assert(_S != nullptr, "_S!=0", "libfoxaux/fox-utils/history_manager",
+                  "void history_object::set_int(int)");
     _S->sprintf("%d", value);
 }

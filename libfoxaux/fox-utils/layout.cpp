@@ -8,10 +8,8 @@
 
 layout_root::layout_root() {
     const FXApp* app = FXApp::instance();
-    if (!app) {
-        stderr_assert_failed("FXApp::instance()!=0", "libfoxaux/fox-utils/layout", __LINE__,
-                             "layout_root::layout_root()");
-    }
+    stderr_assert(app != nullptr, "FXApp::instance()!=0", "libfoxaux/fox-utils/layout",
+                  "layout_root::layout_root()");
 
     const FXWindow* root = app->getRootWindow();
     set(root->getX(), root->getY(), root->getX() + root->getWidth(),
