@@ -2,21 +2,22 @@
 // The billiard: its curve, the table of its arc length, and the map from impact to impact.
 #include "billiard/radius-core/TBilliard.h"
 
-#include <algorithm>
-#include <cmath>
-#include <numbers>
-
 #include "billiard/radius-core/TRadiusFunction.h"
 #include "billiard/radius-core/bounce.h"
 #include "mathkit/TError.h"
 #include "mathkit/bsearch.h"
 #include "mathkit/sincos.h"
 #include "mathkit/stderr_failed.h"
+#include "mathkit/turn.h"
+
+#include <algorithm>
+#include <cmath>
+#include <numbers>
 
 namespace {
 
+using kit::two_pi;
 using std::numbers::pi;
-constexpr double two_pi = 2 * pi;
 
 [[noreturn]] void confused(int line) {
     throw TError("The root solver is confused.\n"
@@ -32,34 +33,50 @@ double TCircumferenceIntegrator::f(double x) {
     return F->arcDensity(x);
 }
 
+namespace {
+
+// The line at the angle x = psi - theta from its direction: its distance from the origin along the
+// ray, with the derivatives to theta.
+struct line_spot {
+    double r, dr, ddr;
+};
+
+line_spot line_at(double c, double x) {
+    double sine, cosine;
+    kit::sincos(x, sine, cosine);
+    const double r = c / sine;
+    const double cotangent = cosine / sine;
+    return {r, r * cotangent, r * (1 + 2 * cotangent * cotangent)};
+}
+
+} // namespace
+
 double TFindRoot::f(double theta) {
-    return F->R(theta) - c / std::sin(psi - theta);
+    return F->R(theta) - line_at(c, psi - theta).r;
 }
 
 void TFindRoot::fdf(double theta, double& value, double& slope) {
-    value = f(theta);
-    slope = df(theta);
+    const line_spot line = line_at(c, psi - theta);
+    value = F->R(theta) - line.r;
+    slope = F->dR(theta) - line.dr;
 }
 
 double TFindRoot::df(double theta) {
-    const double cosine = std::cos(psi - theta);
-    return F->dR(theta) - c * cosine / (1 - cosine * cosine);
+    return F->dR(theta) - line_at(c, psi - theta).dr;
 }
 
 double TFindExt::f(double theta) {
-    const double cosine = std::cos(psi - theta);
-    return F->dR(theta) - c * cosine / (1 - cosine * cosine);
+    return F->dR(theta) - line_at(c, psi - theta).dr;
 }
 
 void TFindExt::fdf(double theta, double& value, double& slope) {
-    value = f(theta);
-    slope = df(theta);
+    const line_spot line = line_at(c, psi - theta);
+    value = F->dR(theta) - line.dr;
+    slope = F->ddR(theta) - line.ddr;
 }
 
 double TFindExt::df(double theta) {
-    const double s = std::sin(psi - theta);
-    const double cotangent = std::cos(psi - theta) / s;
-    return F->ddR(theta) - c * (1 + 2 * cotangent * cotangent) / s;
+    return F->ddR(theta) - line_at(c, psi - theta).ddr;
 }
 
 double curvature_root::f(double x) {
@@ -132,7 +149,7 @@ constexpr int most_rows = 50000;
 // The angle of the row after row i at phi, where ds is the length to cover and `density` the arc
 // length per radian at phi.
 //
-// The step that the density asks for may be no number, endless, or too small to move phi: then a
+// The step that the density asks for may be NaN, endless, or too small to move phi: then a
 // row of an even table takes its place. Where half of all rows is used up, steps shorter than an
 // even spread of the other half are lengthened, and so the table ends.
 double next_angle(double phi, double ds, double density, int i) {
@@ -142,8 +159,8 @@ double next_angle(double phi, double ds, double density, int i) {
     return p < two_pi ? p : two_pi;
 }
 
-// Turns lengths into parts of the whole. A boundary whose length is 0 or no number is measured by
-// its angle instead.
+// Turns lengths into parts of the whole. A boundary whose length is 0, NaN or endless is measured
+// by its angle instead.
 void normalise(std::vector<double>& s, const std::vector<double>& phi) {
     const double whole = s.back();
     const bool measured = whole > 0 && std::isfinite(1 / whole) && std::isfinite(whole);

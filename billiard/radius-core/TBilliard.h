@@ -2,12 +2,12 @@
 // The billiard: its curve, the table of its arc length, and the map from impact to impact.
 #pragma once
 
-#include <vector>
-
 #include "mathkit/TIntegrator.h"
 #include "mathkit/TIterraMap.h"
 #include "mathkit/TRect.h"
 #include "mathkit/TRootSolver.h"
+
+#include <vector>
 
 class TRadiusFunction;
 namespace ray {
@@ -107,15 +107,15 @@ public:
 
     /// Replaces the curve by F, which passes to the billiard, and computes table and inflections.
     ///
-    /// Takes any curve, also one whose values are no radii or no numbers: its table is finite, and
-    /// the trouble shows in findit.
+    /// Takes any curve but a null one, also one whose values are no radii or NaN: its table is
+    /// finite, and the trouble shows in findit.
     void setF(TRadiusFunction* F);
 
     /// Carries the particle from one impact to the next.
     ///
     /// In: polar angle phi of the impact and angle alpha from the counter-clockwise tangent to the
     /// velocity after it. Out: the same of the next impact, phi in [0, 2 pi) and alpha in [0, pi).
-    /// Throws a TError, with both unchanged, where no impact can be found.
+    /// Throws a TError, with both unchanged, where no impact can be found. There must be a curve.
     void findit(double& phi, double& alpha);
 
     /// Lists the sign changes of the curvature in `inflections`, and sets `convex` if there are
@@ -125,7 +125,8 @@ public:
     void buildInflections();
 
 protected:
-    std::vector<ray::inflection_knot> knots; ///< what a bounce needs at the inflections
+    /// What a bounce needs at the inflections; the benchmarks' billiards read it too.
+    std::vector<ray::inflection_knot> knots;
 
 private:
     void prepare();
@@ -148,16 +149,19 @@ public:
 
     /// False, with nothing changed, unless 0 < S < 1 and -1 < P < 1.
     bool setPoint(double S, double P) override;
+
+    /// The section's point of the map; what setPoint took, but for the rounding of the table.
     void getPoint(double& S, double& P) override;
 
     /// The next impact. Throws as findit does, and then the point is as before.
     void iterate() override;
 
+    /// The state itself, in radians.
     void getPhiAlpha(double& phi, double& alpha) const;
 
-    /// Stores both without a test.
+    /// Stores both, radians, without a test: what is none of the section shows in the next impact.
     void setPhiAlpha(double phi, double alpha);
 
-    /// The impact as a point of the plane, on the table's polyline.
+    /// The impact as a point of the plane, its radius interpolated between the rows of the table.
     void getXY(double& x, double& y) const;
 };

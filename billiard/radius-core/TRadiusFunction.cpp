@@ -2,21 +2,15 @@
 // What every curve shares; the analytic curves and the Fourier curve.
 #include "billiard/radius-core/TRadiusFunction.h"
 
+#include "mathkit/sincos.h"
+#include "mathkit/stderr_failed.h"
+#include "mathkit/turn.h"
+
 #include <algorithm>
 #include <climits>
 #include <cmath>
 #include <cstdlib>
-#include <numbers>
 #include <vector>
-
-#include "mathkit/sincos.h"
-#include "mathkit/stderr_failed.h"
-
-namespace {
-
-constexpr double two_pi = 2 * std::numbers::pi;
-
-} // namespace
 
 // TRadiusFunction
 
@@ -93,7 +87,7 @@ void TRadiusFunction::unitNormal(double phi, double& nx, double& ny) const {
 
 bool TRadiusFunction::isInside(double x, double y) const {
     const double angle = std::atan2(y, x);
-    return R(angle < 0 ? angle + two_pi : angle) > std::hypot(x, y);
+    return R(angle < 0 ? angle + kit::two_pi : angle) > std::hypot(x, y);
 }
 
 // TEllipseFunction

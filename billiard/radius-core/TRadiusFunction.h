@@ -58,6 +58,7 @@ public:
     /// The area per radian, R^2 / 2.
     double areaDensity(double phi) const;
 
+    /// The boundary's point at the polar angle phi.
     void pointAt(double phi, double& x, double& y) const;
 
     /// The derivative of the point by phi; its length is `arcDensity`.
@@ -218,7 +219,7 @@ public:
     double corner1 = 0; ///< polar angle of the vertex gamma
     double corner2 = 0; ///< polar angle of the vertex alpha
     double shift2 = 0;  ///< the second side is rin / sin(phi - shift2)
-    double shift1 = 0;  ///< the first side is rin / sin(phi + shift1)
+    double shift1 = 0; ///< the first is rin / sin(phi + shift1), the third -rin / sin(phi - shift1)
 
     TTriangleFunction() { set(1.0471975511965976, 1.0471975511965976); }
 
@@ -238,10 +239,13 @@ public:
                          double& dr) const override;
 
 private:
-    double angle_to_side(double u, double& sign) const;
+    // A side is R = distance / sin(phi + shift).
+    struct side {
+        double shift, sin_shift, cos_shift, distance;
+    };
+    side side_at(double u) const;
 
-    double sin_shift1 = 0, cos_shift1 = 1;
-    double sin_shift2 = 0, cos_shift2 = 1;
+    side sides[3]{};
 };
 
 /// A finite cosine series, R = A[0] + sum of A[i] cos(i phi + PH[i]) for i from 1 to n - 1.

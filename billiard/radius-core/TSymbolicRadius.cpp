@@ -8,47 +8,26 @@
 #include "mathkit/symbolic/scanexpr.h"
 #include "mathkit/symbolic/simplify.h"
 #include "mathkit/symbolic/subs_manager.h"
+#include "mathkit/turn.h"
 
 #include <algorithm>
-#include <cmath>
-#include <numbers>
 
 namespace symbolic {
 
-namespace {
-
-constexpr double two_pi = 2 * std::numbers::pi;
-
-/// phi - 2 pi floor(phi / (2 pi)), and 0 where rounding takes that out of [0, 2 pi). Angles of the
-/// three turns that occur take no division and no branch: the turn is not predictable.
-inline double wrapped(double phi) {
-    if (std::fabs(phi - std::numbers::pi) < 3 * std::numbers::pi) {
-        const double down = phi >= two_pi ? two_pi : 0.0;
-        const double up = phi < 0 ? two_pi : 0.0;
-        phi = (phi - down) + up;
-    } else {
-        phi -= two_pi * std::floor(phi / two_pi);
-        if (phi < 0) return 0; // so far out that neighbouring numbers are turns apart
-    }
-    return phi >= two_pi ? 0.0 : phi;
-}
-
-} // namespace
+using kit::wrapped;
 
 TSymbolicRadius::TSymbolicRadius(const char* formula) : text(formula) {
-    ex e0 = ex::num0p(), e1 = ex::num0p(), e2 = ex::num0p(), e3 = ex::num0p();
     const var variable("t");
-    e0 = scanexpr(formula);
     subs_manager manager;
     manager.set_math_constants();
     manager.set_experimental_functions();
-    e0 = e0.eval(manager.first, manager.second, -1);
 
-    e1 = simplify_0_1(e0.diff(variable));
-    e2 = simplify_0_1(e1.diff(variable));
+    ex e0 = scanexpr(formula).eval(manager.first, manager.second, -1);
+    ex e1 = simplify_0_1(e0.diff(variable));
+    ex e2 = simplify_0_1(e1.diff(variable));
     for (ex* e : {&e0, &e1, &e2})
         *e = simplify_constants(*e);
-    e3 = sub(add(mul(e0, e0), mul(mul(ex(2), e1), e1)), mul(e0, e2));
+    ex e3 = sub(add(mul(e0, e0), mul(mul(ex(2), e1), e1)), mul(e0, e2));
 
     const ex p(&t, true);
     for (ex* e : {&e0, &e1, &e2, &e3})

@@ -15,7 +15,7 @@ namespace symbolic {
 /// The formula is parsed, differentiated and compiled once; evaluation runs the compiled lists and
 /// allocates nothing. It is always evaluated on one turn, 0 <= t < 2 pi: a formula that is not
 /// 2 pi periodic gives a curve with a jump at phi = 0. Nothing checks that its values make a curve;
-/// they may be negative, infinite or no numbers.
+/// they may be negative, infinite or NaN.
 ///
 /// The lists hold the address of `t`, so that an object can be neither copied nor moved. An
 /// evaluation writes to `t` and to the stacks: one object serves one evaluation at a time.

@@ -17,8 +17,15 @@
 //   wait for each other are free.
 // - Who calls `next` wants all of it inlined ([[gnu::flatten]]): what one step hands to another
 //   then need not go through memory, which is worth 3 to 10 % of a bounce.
-// - Tests are written so that what is no number fails them: it ends in a refusal, not in a loop.
+// - Tests are written so that NaN fails them: it ends in a refusal, not in a loop.
 #pragma once
+
+#include "billiard/radius-core/TBilliard.h"
+#include "billiard/radius-core/TRadiusFunction.h"
+#include "mathkit/bsearch.h"
+#include "mathkit/fast_trig.h"
+#include "mathkit/sincos.h"
+#include "mathkit/turn.h"
 
 #include <cmath>
 #include <cstddef>
@@ -28,12 +35,6 @@
 #include <type_traits>
 #include <vector>
 
-#include "billiard/radius-core/TBilliard.h"
-#include "billiard/radius-core/TRadiusFunction.h"
-#include "mathkit/bsearch.h"
-#include "mathkit/fast_trig.h"
-#include "mathkit/sincos.h"
-
 namespace ray {
 
 using std::numbers::pi;
@@ -41,14 +42,14 @@ using std::numbers::pi;
 /// Why a bounce found no impact.
 enum class refusal {
     none,              ///< it found one
-    direction,         ///< the angle does not point into the table, or is no number
+    direction,         ///< the angle does not point into the table, or is NaN
     through_origin,    ///< the line is not the one through the origin that it was taken for
     near_end_forward,  ///< beside the start the line lies outside, towards growing angles
     near_end_backward, ///< the same towards falling angles
     far_end,           ///< no change from inside to outside up to the far end
     outside_list,      ///< the start lies outside the list of inflections
     stationary_point,  ///< the distance has no sign at its extremum
-    no_number          ///< the curve gave a value that is no number
+    no_number          ///< the curve gave NaN
 };
 
 /// A point of the curve where its curvature changes sign, with what a bounce needs there.
@@ -150,6 +151,7 @@ private:
     // 1 / (-R^2 W')
     double inverse_at(const spot& p) const { return 1 / (p.r * p.r * p.o - c * p.dr); }
     spot first_guess(const spot& inside, const spot& outside) const;
+    static double best_step(const spot& p, double inverse, const sample& last, const sample& now);
     static spot arrived(const spot& p, const sample& last, double step);
     bool may_leave_between(const spot& u, const spot& e, int bends) const;
     std::optional<spot> stationary_between(const spot& u, const spot& e);
@@ -242,13 +244,9 @@ refusal bounce<Curve>::reflect(const spot& impact, double& phi_, double& alpha) 
         along = -along;
     }
     const double turned_alpha = fast_trig::angle_of(across, along);
-    double theta = phi + impact.x;
-    constexpr double turn = 2 * pi;
-    theta += theta < 0 ? turn : 0.0;
-    theta -= theta >= turn ? turn : 0.0;
-    if (!(theta >= 0 && theta <= turn)) theta -= turn * std::floor(theta / turn);
-    if (!(turned_alpha >= 0 && theta >= 0 && theta <= turn)) return refusal::no_number;
-    phi_ = theta < turn ? theta : 0;
+    const double theta = kit::reduced(phi + impact.x);
+    if (!(turned_alpha >= 0 && theta >= 0 && theta <= kit::two_pi)) return refusal::no_number;
+    phi_ = theta < kit::two_pi ? theta : 0;
     alpha = turned_alpha < pi ? turned_alpha : 0;
     return refusal::none;
 }
@@ -421,7 +419,7 @@ double cubic_step(const Sample& before, const Sample& now) {
 }
 
 // Where the search looks first. The squares of a guess may leave the range of doubles, and then
-// its sine and cosine are none: the middle takes its place.
+// its sine and cosine are not of one angle: the middle takes its place.
 template<class Curve>
 typename bounce<Curve>::spot bounce<Curve>::first_guess(const spot& inside,
                                                         const spot& outside) const {
@@ -429,6 +427,16 @@ typename bounce<Curve>::spot bounce<Curve>::first_guess(const spot& inside,
     const bool sound = std::fabs(p.s * p.s + p.o * p.o - 1) < 1e-9;
     if (sound && between(inside.x, p.x, outside.x)) return p;
     return place(inside.x + 0.5 * (outside.x - inside.x));
+}
+
+// The way from p to the root: by the tangent, or by the cubic where that is but a correction.
+template<class Curve>
+double bounce<Curve>::best_step(const spot& p, double inverse, const sample& last,
+                                const sample& now) {
+    constexpr double small_part = 0.25; // of a step: a correction that is believed
+    const double step = arc_tangent_of_step(p.r * p.h * inverse);
+    const double cubic = cubic_step(last, now);
+    return std::fabs(cubic - step) < small_part * std::fabs(step) ? cubic : step;
 }
 
 // The end of the search: the last point, moved by the last step. Where the line runs along a side
@@ -451,7 +459,6 @@ refusal bounce<Curve>::search(const spot& inside, const spot& outside, spot& imp
     constexpr int free_steps = 4;        // those after must each be half the one before
     constexpr double near_after = 1e-13; // a step that short is the last one,
     constexpr double near_first = 1e-15; // from the guess only if it is none
-    constexpr double small_part = 0.25;  // of a step: a correction that is believed
     constexpr double near_line = 1e-3;   // of c: a far larger distance than any impact has
 
     double in = inside.x;
@@ -468,9 +475,7 @@ refusal bounce<Curve>::search(const spot& inside, const spot& outside, spot& imp
 
         const double inverse = inverse_at(p);
         const sample now = sample_of(p, inverse);
-        double step = arc_tangent_of_step(p.r * p.h * inverse);
-        const double cubic = cubic_step(last, now);
-        if (std::fabs(cubic - step) < small_part * std::fabs(step)) step = cubic;
+        const double step = best_step(p, inverse, last, now);
 
         // The rounding of W, divided by its slope, is as near as any step can come. The test
         // stands before that of the bracket, which the last step may leave by one rounding. Steps
@@ -533,13 +538,13 @@ refusal bounce<Curve>::first_in_pieces(spot& impact) {
         if (!(e.h > 0)) return refusal::no_number;
 
         if (may_leave_between(u, e, bends_of(dir > 0 ? entry - 1 : entry))) {
-            if (const std::optional<spot> x = stationary_between(u, e)) {
-                if (!(x->h == x->h)) return refusal::stationary_point;
-                if (x->h == 0) {
-                    impact = *x;
+            if (const std::optional<spot> turn = stationary_between(u, e)) {
+                if (!(turn->h == turn->h)) return refusal::stationary_point;
+                if (turn->h == 0) {
+                    impact = *turn;
                     return refusal::none;
                 }
-                if (x->h < 0) return search(u, *x, impact);
+                if (turn->h < 0) return search(u, *turn, impact);
             }
         }
         if (last) return refusal::no_number; // not reached: the far end is outside

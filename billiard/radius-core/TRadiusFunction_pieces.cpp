@@ -1,29 +1,14 @@
 // SPDX-License-Identifier: MIT
 // The curves made of pieces: stadium and triangle.
+#include "billiard/radius-core/TRadiusFunction.h"
+
+#include "mathkit/turn.h"
+
 #include <cmath>
 #include <numbers>
 
-#include "billiard/radius-core/TRadiusFunction.h"
-
-namespace {
-
+using kit::reduced;
 using std::numbers::pi;
-constexpr double two_pi = 2 * pi;
-
-// phi less its whole turns; rounding may leave it very slightly below 0, or at 2 pi, which a curve
-// with a corner at the seam must tell from 0. A bounce comes with at most one turn too many on
-// either side, and needs no call for them; which of them it is cannot be predicted, and so it is
-// no branch either.
-double reduced(double phi) {
-    if (phi >= -two_pi && phi < 2 * two_pi) {
-        const double down = phi >= two_pi ? two_pi : 0.0;
-        const double up = phi < 0 ? two_pi : 0.0;
-        return (phi - down) + up;
-    }
-    return phi - two_pi * std::floor(phi / two_pi);
-}
-
-} // namespace
 
 // TStadiumFunction
 
@@ -39,7 +24,7 @@ bool TStadiumFunction::set(double a_, double b_) {
     corner1 = std::atan(b / a);
     corner2 = pi - corner1;
     corner3 = pi + corner1;
-    corner4 = two_pi - corner1;
+    corner4 = kit::two_pi - corner1;
     least_square = b2 * b2 / (a2 + b2);
     return true;
 }
@@ -145,10 +130,12 @@ bool TTriangleFunction::set(double alpha_, double beta_) {
     corner2 = corner1 + pi - (alpha + gamma) / 2;
     shift2 = pi - (beta / 2 + gamma);
     shift1 = beta / 2;
-    sin_shift1 = std::sin(shift1);
-    cos_shift1 = std::cos(shift1);
-    sin_shift2 = std::sin(shift2);
-    cos_shift2 = std::cos(shift2);
+    const auto sloping = [this](double shift, double sign) {
+        return side{shift, std::sin(shift), std::cos(shift), sign * rin};
+    };
+    sides[0] = sloping(shift1, 1);
+    sides[1] = sloping(-shift2, 1);
+    sides[2] = sloping(-shift1, -1);
     return good;
 }
 
@@ -156,34 +143,38 @@ bool TTriangleFunction::setDegrees(double alpha_, double beta_) {
     return set(alpha_ * pi / 180, beta_ * pi / 180);
 }
 
-// The angle from the direction of the side at u to the ray, and the sign of its sine.
-double TTriangleFunction::angle_to_side(double u, double& sign) const {
-    sign = 1;
-    if (0 <= u && u <= corner1) return u + shift1;
-    if (corner1 <= u && u <= corner2) return u - shift2;
-    sign = -1;
-    return u - shift1;
+// Each number is picked by itself: a jump or an address that depends on u would be waited for.
+TTriangleFunction::side TTriangleFunction::side_at(double u) const {
+    const bool first = 0 <= u && u <= corner1;
+    const bool second = !first && corner1 <= u && u <= corner2;
+    const auto pick = [&](double side::*number) {
+        return first ? sides[0].*number : second ? sides[1].*number : sides[2].*number;
+    };
+    return {pick(&side::shift), pick(&side::sin_shift), pick(&side::cos_shift),
+            pick(&side::distance)};
 }
 
 double TTriangleFunction::R(double phi) const {
-    double sign;
-    const double x = angle_to_side(reduced(phi), sign);
-    return sign * rin / std::sin(x);
+    const double u = reduced(phi);
+    const side at = side_at(u);
+    return at.distance / std::sin(u + at.shift);
 }
 
 double TTriangleFunction::dR(double phi) const {
-    double sign;
-    const double x = angle_to_side(reduced(phi), sign);
+    const double u = reduced(phi);
+    const side at = side_at(u);
+    const double x = u + at.shift;
     const double s = std::sin(x);
-    return -sign * rin * std::cos(x) / (s * s);
+    return -at.distance * std::cos(x) / (s * s);
 }
 
 double TTriangleFunction::ddR(double phi) const {
-    double sign;
-    const double x = angle_to_side(reduced(phi), sign);
+    const double u = reduced(phi);
+    const side at = side_at(u);
+    const double x = u + at.shift;
     const double s = std::sin(x);
     const double c = std::cos(x);
-    return sign * (rin / s + 2 * rin * c * c / (s * s * s));
+    return at.distance / s + 2 * at.distance * c * c / (s * s * s);
 }
 
 kit::string TTriangleFunction::familyText() const {
@@ -197,14 +188,9 @@ kit::string TTriangleFunction::instanceText() const {
 
 void TTriangleFunction::value_and_slope(double phi, double sin_phi, double cos_phi, double& r,
                                         double& dr) const {
-    const double u = reduced(phi);
-    const bool first = 0 <= u && u <= corner1;
-    const bool second = !first && corner1 <= u && u <= corner2;
-    // Sine and cosine of the shift to this side, signed so that one formula serves all three.
-    const double shift_sin = first ? sin_shift1 : second ? -sin_shift2 : -sin_shift1;
-    const double shift_cos = second ? cos_shift2 : cos_shift1;
-    const double s = sin_phi * shift_cos + cos_phi * shift_sin;
-    const double c = cos_phi * shift_cos - sin_phi * shift_sin;
-    r = (first || second ? rin : -rin) / s;
+    const side at = side_at(reduced(phi));
+    const double s = sin_phi * at.cos_shift + cos_phi * at.sin_shift;
+    const double c = cos_phi * at.cos_shift - sin_phi * at.sin_shift;
+    r = at.distance / s;
     dr = -r * c / s;
 }
