@@ -4,15 +4,14 @@
 #include "mathkit/ttf_font.h"
 
 #include <ft2build.h>
-#include FT_FREETYPE_H
+#include <sys/mman.h>
+#include <unistd.h>
 
 #include <cstdint>
 #include <cstdlib>
 #include <cstring>
 #include <numbers>
 #include <string>
-#include <sys/mman.h>
-#include <unistd.h>
 
 namespace {
 

@@ -2,10 +2,10 @@
 // A curve that passes every question on to another and counts the points where it was asked.
 #pragma once
 
+#include "billiard/radius-core/TRadiusFunction.h"
+
 #include <limits>
 #include <memory>
-
-#include "billiard/radius-core/TRadiusFunction.h"
 
 class counting_curve : public TRadiusFunction {
 public:

@@ -2,13 +2,13 @@
 // Makes the curves that the reference tables name by kind and parameters.
 #pragma once
 
+#include "billiard/radius-core/TRadiusFunction.h"
+#include "billiard/radius-core/TSymbolicRadius.h"
+
 #include <algorithm>
 #include <sstream>
 #include <stdexcept>
 #include <string>
-
-#include "billiard/radius-core/TRadiusFunction.h"
-#include "billiard/radius-core/TSymbolicRadius.h"
 
 /// Formulas that are no curves at all, or curves that nobody can bounce in.
 inline constexpr const char* hostile_formulas[] = {

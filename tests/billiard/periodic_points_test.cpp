@@ -1,5 +1,9 @@
 // SPDX-License-Identifier: MIT
 // Periodic points of billiards, judged by points that were computed to fifty digits.
+#include "billiard/radius-core/TBilliard.h"
+#include "tests/data_tables.h"
+#include "tests/reference_curves.h"
+
 #include <gtest/gtest.h>
 
 #include <cmath>
@@ -8,13 +12,9 @@
 #include <numbers>
 #include <string>
 
-#include "billiard/radius-core/TBilliard.h"
-#include "tests/data_tables.h"
-#include "tests/reference_curves.h"
-
 namespace {
 
-const double SOMEWHERE_S = 0.123, SOMEWHERE_P = 0.456; ///< where the map stands before a capture
+const double somewhere_s = 0.123, somewhere_p = 0.456; ///< where the map stands before a capture
 
 /// The billiard of a row, made once for a run of rows with the same curve.
 class billiards {
@@ -23,7 +23,7 @@ public:
         if (row.curve() != curve)
             map = std::make_unique<TBilliardMap>(new_reference_curve(row.curve()));
         curve = row.curve();
-        map->setPoint(SOMEWHERE_S, SOMEWHERE_P);
+        map->setPoint(somewhere_s, somewhere_p);
         return *map;
     }
 
@@ -39,8 +39,8 @@ double around(double difference, double turn) {
 void expect_put_back(TBilliardMap& map) {
     double S, P;
     map.getPoint(S, P);
-    EXPECT_NEAR(S, SOMEWHERE_S, 1e-12);
-    EXPECT_NEAR(P, SOMEWHERE_P, 1e-12);
+    EXPECT_NEAR(S, somewhere_s, 1e-12);
+    EXPECT_NEAR(P, somewhere_p, 1e-12);
 }
 
 /// Whether the map stands in the circle, which may reach over the seam.
@@ -136,7 +136,7 @@ TEST(BilliardPeriodicPoints, CurvesThatAreNoTablesEndWithoutAnAnswer) {
     for (const char* formula : hostile_formulas) {
         SCOPED_TRACE(formula);
         TBilliardMap map(new_reference_curve(std::string("Formula ") + formula));
-        map.setPoint(SOMEWHERE_S, SOMEWHERE_P);
+        map.setPoint(somewhere_s, somewhere_p);
         double S, P;
         map.getPoint(S, P);
         const int order = map.getorder(0.4, 0.2, 0.01, 0.02, 10000);

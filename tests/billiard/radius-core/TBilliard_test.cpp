@@ -2,17 +2,17 @@
 // The table of arc length, the inflections, and the point of the map.
 #include "billiard/radius-core/TBilliard.h"
 
+#include "tests/counting_curve.h"
+#include "tests/data_tables.h"
+#include "tests/reference_curves.h"
+
+#include <gtest/gtest.h>
+
 #include <algorithm>
 #include <cmath>
 #include <memory>
 #include <string>
 #include <vector>
-
-#include <gtest/gtest.h>
-
-#include "tests/counting_curve.h"
-#include "tests/data_tables.h"
-#include "tests/reference_curves.h"
 
 namespace {
 

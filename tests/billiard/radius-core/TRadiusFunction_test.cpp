@@ -2,14 +2,14 @@
 // The curves: values, derivatives, limits of the parameters, texts.
 #include "billiard/radius-core/TRadiusFunction.h"
 
+#include "tests/reference_curves.h"
+
+#include <gtest/gtest.h>
+
 #include <climits>
 #include <cmath>
 #include <memory>
 #include <string>
-
-#include <gtest/gtest.h>
-
-#include "tests/reference_curves.h"
 
 namespace {
 

@@ -2,6 +2,14 @@
 // The bounce: reference impacts and orbits, invariants, refusals, and what it may cost.
 #include "billiard/radius-core/bounce.h"
 
+#include "billiard/radius-core/TBilliard.h"
+#include "mathkit/TError.h"
+#include "tests/counting_curve.h"
+#include "tests/data_tables.h"
+#include "tests/reference_curves.h"
+
+#include <gtest/gtest.h>
+
 #include <algorithm>
 #include <cmath>
 #include <cstdlib>
@@ -12,14 +20,6 @@
 #include <string>
 #include <utility>
 #include <vector>
-
-#include <gtest/gtest.h>
-
-#include "billiard/radius-core/TBilliard.h"
-#include "mathkit/TError.h"
-#include "tests/counting_curve.h"
-#include "tests/data_tables.h"
-#include "tests/reference_curves.h"
 
 namespace {
 
