@@ -146,7 +146,9 @@ void basic_plotter::redraw() {
 
 void basic_plotter::cancel_mode() {
     setDefaultCursor(normal_cursor);
+    if (mode == idle) return;
     mode = idle;
+    FXWindow::update(); // a paint takes marks and bar off the window
 }
 
 void basic_plotter::zoom_full() {

@@ -63,7 +63,7 @@ public:
     /// Redraws the picture and shows it.
     virtual void redraw();
 
-    /// Leaves any mouse state.
+    /// Leaves any mouse state; the next paint takes away what that has drawn on the window.
     virtual void cancel_mode();
 
     /// Sets the world rectangle to the whole range; here, where none is known, 1.5 times larger.

@@ -204,6 +204,8 @@ TEST(FPoincareWin, ACaptureWithoutMotionOrCancelledSearchesNothing) {
         EXPECT_EQ(during.at(x, y), 0xffff0000u) << x << ' ' << y;
     EXPECT_TRUE(during.at(44, 44) == white && during.at(60, 50) == white);
     send_key(window.canvas, KEY_Escape);
+    pump();
+    EXPECT_EQ(screen_of(window.canvas).count(0xffff0000u), 0);
     send_mouse(window.canvas, SEL_LEFTBUTTONRELEASE, 60, 60);
     EXPECT_EQ(window->mode, 0);
     EXPECT_TRUE(window->found.empty() && window->starts == 0);
