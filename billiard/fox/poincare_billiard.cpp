@@ -90,6 +90,12 @@ FXWindow* poincare_billiard::box_owner() {
 }
 
 void poincare_billiard::find_fixed_point(double x, double y, double rx, double ry) {
+    double phi, alpha;
+    map->getPhiAlpha(phi, alpha);
+    const auto fail = [&](const char* text) {
+        map->setPhiAlpha(phi, alpha); // the search may have left it on another orbit
+        show_error(this, text);
+    };
     try {
         // A point that cannot be refined is none: a wrong answer would be worse than no answer.
         const int order = map->getorder(x, y, rx, ry, order_limit);
@@ -99,7 +105,7 @@ void poincare_billiard::find_fixed_point(double x, double y, double rx, double r
         TRect box;
         int steps = 30;
         if (order < 0 || !map->fixfinder(x, y, order, steps, box, 1e-14)) {
-            show_error(this, "could not get order of fixpoint");
+            fail("could not get order of fixpoint");
             return;
         }
         FXMessageBox::information(this, MBOX_OK, "Information",
@@ -107,8 +113,8 @@ void poincare_billiard::find_fixed_point(double x, double y, double rx, double r
                                   order, x, y, box.maxdim());
         start_at(x, y);
     } catch (const TError& error) {
-        show_error(this, error.text());
+        fail(error.text());
     } catch (const std::exception& error) {
-        show_error(this, error.what());
+        fail(error.what());
     }
 }

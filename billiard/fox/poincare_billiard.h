@@ -41,7 +41,8 @@ public:
     void sync_companions() override;
 
     /// Looks for a periodic point in the ellipse about (x, y) with the radii rx, ry (world units),
-    /// tells what was found in a box and makes it the new start. No error leaves it.
+    /// tells what was found in a box and makes it the new start. Where nothing is found the map
+    /// stays where it was. No error leaves it.
     void find_fixed_point(double x, double y, double rx, double ry) override;
 
 protected:

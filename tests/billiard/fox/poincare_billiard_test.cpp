@@ -25,6 +25,10 @@ public:
     double ddR(double) const override { return 0; }
 };
 
+int& evaluations_left() {
+    return static_cast<failing_curve*>(map().F)->left;
+}
+
 pixel_set pixels_of(FXImage* image, FXColor color) {
     const pixels picture(image);
     const irect& area = section().w2s->screen;
@@ -67,7 +71,7 @@ TEST_F(poincare_billiard_test, a_failed_bounce_ends_the_loop_with_one_box) {
         take_curve(new failing_curve);
         if (path_shown) command(FMain::ID_SHOW_BILLIARD);
         map().setPoint(0.31, 0.437); // an orbit that doesn't close
-        static_cast<failing_curve*>(map().F)->left = 300;
+        evaluations_left() = 300;
 
         const auto until_stopped = [] {
             section().start_loop();
@@ -105,15 +109,25 @@ TEST_F(poincare_billiard_test, a_circle_about_a_periodic_point_finds_it_and_star
 
 TEST_F(poincare_billiard_test, a_search_without_a_find_changes_nothing) {
     section().iterate();
-    const double phi = map().phi;
+    map().setPhiAlpha(7, 2); // as typed angles may be, beyond one turn
     const pixels image(section().image), backup(section().backup);
-    for (const double x : {-0.2, 1.5, double(NAN)})
-        with_dialogs([x] { section().find_fixed_point(x, 0.1, 0.01, 0.01); },
+    const auto search_in_vain = [](double x, double y) {
+        const double phi = map().phi, alpha = map().alpha;
+        with_dialogs([=] { section().find_fixed_point(x, y, 0.05, 0.05); },
                      {message_box("Error", "could not get order of fixpoint")});
-    EXPECT_NEAR(map().phi, phi, 1e-9);
+        EXPECT_TRUE(map().phi == phi && map().alpha == alpha) << map().phi << ", " << map().alpha;
+    };
+    for (const double x : {-0.2, 1.5, double(NAN)})
+        search_in_vain(x, 0.1);
     EXPECT_TRUE(pixels(section().image) == image && pixels(section().backup) == backup);
+
     take_curve(new failing_curve);
-    static_cast<failing_curve*>(map().F)->left = 0;
-    with_dialogs([] { section().find_fixed_point(0.5, 0.1, 0.05, 0.05); },
-                 {message_box("Error", "could not get order of fixpoint")});
+    const int before = evaluations_left();
+    EXPECT_EQ(map().getorder(0.5, 0, 0.05, 0.05, 10), 2);
+    const int for_the_order = before - evaluations_left();
+    map().setPoint(0.31, 0.437);
+    for (const int left : {for_the_order + 5, 0}) { // it fails once the order is known, or at once
+        evaluations_left() = left;
+        search_in_vain(0.5, 0);
+    }
 }
