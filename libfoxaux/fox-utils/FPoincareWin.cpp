@@ -121,6 +121,10 @@ void FPoincareWin::left_release(FXEvent* event) {
     find_fixed_point(center.x, center.y, rx, ry);
 }
 
+bool FPoincareWin::is_dragging() const {
+    return mode == circle_dragged || basic_plotter::is_dragging();
+}
+
 void FPoincareWin::draw_marks(FXDC& dc) const {
     if (mode == circle_dragged) {
         draw_circle(dc);

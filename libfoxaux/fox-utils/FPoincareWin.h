@@ -81,6 +81,8 @@ public:
 protected:
     FPoincareWin() = default;
 
+    bool is_dragging() const override;
+
     /// The circle of a capture and the cross at its centre, or the rubber band.
     void draw_marks(FXDC& dc) const override;
 

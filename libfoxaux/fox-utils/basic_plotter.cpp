@@ -254,8 +254,12 @@ bool basic_plotter::band_has_area() const {
     return end_x != anchor_x && end_y != anchor_y;
 }
 
+bool basic_plotter::is_dragging() const {
+    return mode == band_dragged;
+}
+
 bool basic_plotter::has_marks() const {
-    return (mode == band_dragged || mode == circle_dragged) && end_x != nothing_drawn;
+    return is_dragging() && end_x != nothing_drawn;
 }
 
 void basic_plotter::flip_marks() {

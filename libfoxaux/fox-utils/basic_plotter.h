@@ -146,6 +146,9 @@ protected:
     /// vanish. Nothing before the first motion.
     void flip_marks();
 
+    /// Whether a drag goes on that has marks: here that of the rubber band.
+    virtual bool is_dragging() const;
+
     /// Draws the marks, the rubber band here, by a DC that is set up for them.
     virtual void draw_marks(FXDC& dc) const;
 
