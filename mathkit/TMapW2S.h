@@ -10,8 +10,8 @@ struct axis;
 
 /// A linear map of each coordinate, world to screen and back; screen y runs downward.
 ///
-/// Callers map a point by the two lines
-///     sx = wx * ax + bx, sy = wy * ay + by   and   wx = sx * cx + dx, wy = sy * cy + dy,
+/// Callers map a point to the screen by to_screen(), and back by the two lines
+///     wx = sx * cx + dx, wy = sy * cy + dy,
 /// and read and write `world` directly. The coefficients hold after set_screen only.
 class TMapW2S {
 public:
@@ -37,6 +37,12 @@ public:
     /// ends as a range of their own size, at least 1, about them; a reversed range is mirrored; a
     /// screen without extent counts as one pixel wide.
     void set_screen(int x1, int y1, int x2, int y2, bool iso);
+
+    /// Turns a world point into screen units, in place. Any doubles may come out.
+    void to_screen(double& x, double& y) const {
+        x = x * ax + bx;
+        y = y * ay + by;
+    }
 
     /// Widens the world rectangle to one scale on both axes, for the present screen rectangle, and
     /// computes the coefficients anew. Before the first set_screen, and where a widened side would

@@ -133,8 +133,7 @@ void coordinate_space::draw_boundary(bool clear) {
     for (int i = 0; i < table.size(); ++i) {
         double x, y;
         table.get(i, x, y);
-        x = x * w2s.ax + w2s.bx;
-        y = y * w2s.ay + w2s.by;
+        w2s.to_screen(x, y);
         if (is_drawable(x, y) && (i == 0 || is_drawable(old_x, old_y))) {
             curve.add(to_pixel(x, y));
         } else {
@@ -148,6 +147,7 @@ void coordinate_space::draw_boundary(bool clear) {
 }
 
 void coordinate_space::add_bounce() {
+    if (!image->id()) return; // where nothing can be drawn no path begins
     double x, y;
     map->getXY(x, y);
 
@@ -157,23 +157,30 @@ void coordinate_space::add_bounce() {
         segment_state = 1;
         return;
     }
+    FXDCWindow dc(image);
     if (segment_state == 2) {
-        draw_head(line_color);
+        draw_head(dc, line_color);
         prev_x = last_x;
         prev_y = last_y;
     }
     last_x = x;
     last_y = y;
     segment_state = 2;
-    draw_head(head_color);
+    draw_head(dc, head_color);
 }
 
-void coordinate_space::draw_head(FXColor color) {
-    if (!image->id()) return;
-    FXDCWindow dc(image);
+void coordinate_space::draw_head(FXDC& dc, FXColor color) const {
+    double x1 = prev_x, y1 = prev_y, x2 = last_x, y2 = last_y;
+    w2s.to_screen(x1, y1);
+    w2s.to_screen(x2, y2);
     dc.setForeground(color);
-    draw_segment(dc, prev_x * w2s.ax + w2s.bx, prev_y * w2s.ay + w2s.by, last_x * w2s.ax + w2s.bx,
-                 last_y * w2s.ay + w2s.by);
+    draw_segment(dc, x1, y1, x2, y2);
+}
+
+void coordinate_space::end_highlight() {
+    if (segment_state != 2 || !image->id()) return;
+    FXDCWindow dc(image);
+    draw_head(dc, line_color);
 }
 
 // Draws one line between two points of the screen, as much of it as the image can show.
@@ -225,7 +232,7 @@ long coordinate_space::on_key(int key) {
         break;
     case 'l':
     case 'L':
-        if (segment_state == 2) draw_head(line_color);
+        end_highlight();
         break;
     default:
         return FBufferedWindow::on_key(key);

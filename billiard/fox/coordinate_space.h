@@ -59,7 +59,8 @@ protected:
 
 private:
     void draw_boundary(bool clear);
-    void draw_head(FXColor color);
+    void draw_head(FXDC& dc, FXColor color) const;
+    void end_highlight();
     void draw_segment(FXDC& dc, double x1, double y1, double x2, double y2) const;
     bool clip_to_image(double& x1, double& y1, double& x2, double& y2) const;
 };

@@ -218,14 +218,14 @@ void FPoincareWin::run_orbit(int n) {
     dc.setForeground(foreground);
     for (int i = 0; i < n; ++i) {
         step();
-        world_to_screen(current_x, current_y);
+        w2s->to_screen(current_x, current_y);
         int px, py;
         if (to_pixel(current_x, current_y, px, py)) dc.drawPoint(px, py);
     }
 }
 
 void FPoincareWin::plot_point(double x, double y) {
-    world_to_screen(x, y);
+    w2s->to_screen(x, y);
     int px, py;
     if (!to_pixel(x, y, px, py) || !image->id() || !id()) return;
     FXDCWindow dc(image);

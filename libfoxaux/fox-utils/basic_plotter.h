@@ -121,12 +121,6 @@ protected:
         return {px * w2s->cx + w2s->dx, py * w2s->cy + w2s->dy};
     }
 
-    /// Turns a world point into screen units, in place.
-    void world_to_screen(double& x, double& y) const {
-        x = x * w2s->ax + w2s->bx;
-        y = y * w2s->ay + w2s->by;
-    }
-
     /// Finds the pixel (px, py) of a point in screen units; true if it lies in the plot area.
     /// Whatever the doubles are, none is converted that an int could not hold.
     bool to_pixel(double x, double y, int& px, int& py) const {

@@ -62,9 +62,8 @@ inline void reset() {
 
 /// The window pixel of a point of the section.
 inline FXPoint pixel_of(double S, double P) {
-    const TMapW2S& w2s = *section().w2s;
-    return {static_cast<FXshort>(std::rint(S * w2s.ax + w2s.bx)),
-            static_cast<FXshort>(std::rint(P * w2s.ay + w2s.by))};
+    section().w2s->to_screen(S, P);
+    return {static_cast<FXshort>(std::rint(S)), static_cast<FXshort>(std::rint(P))};
 }
 
 /// A click of the left button on a pixel of the section.
