@@ -26,7 +26,7 @@ FXDEFMAP(FMain) FMainMap[] = {
 
 FXIMPLEMENT(FMain, FXMainWindow, FMainMap, ARRAYNUMBER(FMainMap))
 
-// The ids are counted on from those of the toolkit, and tests and scripts know them by number.
+// The ids go on from the toolkit's and keep their numbers: a new one comes behind the others.
 static_assert(FXMainWindow::ID_LAST == 60);
 static_assert(FMain::ID_COMMAND_FIRST == 61 && FMain::ID_COMMAND_LAST == 74);
 static_assert(FMain::ID_OVAL_A == 75 && FMain::ID_TRIANGLE == 81);
