@@ -74,13 +74,6 @@ using detail_hfont::specDataTarget1;
 
 namespace {
 
-/// The integer remembered at `line`; at first it is `initial`.
-int remembered_int(int line, int initial) {
-    history_object remembered(source, line, nullptr);
-    if (remembered.is_new) remembered.set_int(initial);
-    return remembered.get_int();
-}
-
 /// Everything the dialog lets the user choose, and the widgets that hold it while it is open.
 class font_dialog {
 public:
@@ -106,7 +99,7 @@ private:
     FXString file;
     specDataTarget file_target{&file};
     int ttf_size = 20;
-    int antialias = remembered_int(antialias_line, 1);
+    int antialias = remembered_int(source, antialias_line, 1);
 
     dialog_shape dialog{main_base::dialog_owner(), "Select Font", nullptr};
     page_book* book;
@@ -117,18 +110,13 @@ private:
 };
 
 font_dialog::font_dialog() : book(new page_book(dialog.frame)) {
-    const history_object accepted(source, font_line, nullptr);
-    if (accepted.is_new)
-        *accepted._S = font.name.text();
-    else
-        font.set_name(accepted._S->c_str());
-
+    font.set_name(remembered_text(source, font_line, font.name.text()));
     add_stroke_page();
     add_toolkit_page();
     add_file_page();
     color_well = dialog_shape::add_well(dialog.add_matrix(2), "Font Color", FXRGBA(0, 0, 0, 255));
     dialog.add_buttons();
-    book->setCurrent(remembered_int(tab_line, 0), false);
+    book->setCurrent(remembered_int(source, tab_line, 0), false);
 }
 
 FXComboBoxPopup* font_dialog::add_size(FXComposite* page, int& size, int line, FXuint justify) {

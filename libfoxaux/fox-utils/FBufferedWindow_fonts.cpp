@@ -45,20 +45,10 @@ void add_font_row(FXComposite* matrix, const font_row& row, FXRegistry& registry
                   specDataTarget& font) {
     const char* registered = registry.readStringEntry(section, row.key, nullptr);
     if (registered) font.set_from_text(registered);
-    const history_object accepted(source, row.line, nullptr);
-    if (accepted.is_new)
-        *accepted._S = font.name.text();
-    else
-        font.set_from_text(accepted._S->c_str());
+    font.set_from_text(remembered_text(source, row.line, font.name.text()));
 
     new FXLabel(matrix, row.label);
     font.add_widgets(matrix);
-}
-
-int mode_at_opening() {
-    history_object accepted(source, mode_line, nullptr);
-    if (accepted.is_new) accepted.set_int(automatic_fonts);
-    return accepted.get_int();
 }
 
 void add_mode_buttons(FXComposite* parent, FXDataTarget* mode) {
@@ -86,7 +76,7 @@ void FBufferedWindow::global_fonts_dialog() {
 
     specDataTarget normal(getApp()->getNormalFont());
     specDataTarget fixed(main_base::instance()->get_fixed_font());
-    int mode = mode_at_opening();
+    int mode = remembered_int(source, mode_line, automatic_fonts);
 
     dialog_shape dialog(main_base::dialog_owner(), "Select Global Fonts", nullptr);
     FXMatrix* matrix = dialog.add_matrix(3);

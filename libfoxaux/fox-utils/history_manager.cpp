@@ -41,3 +41,15 @@ void history_object::set_int(int value) {
                   "void history_object::set_int(int)");
     _S->sprintf("%d", value);
 }
+
+int remembered_int(const char* file, int line, int initial) {
+    history_object remembered(file, line, nullptr);
+    if (remembered.is_new) remembered.set_int(initial);
+    return remembered.get_int();
+}
+
+kit::string remembered_text(const char* file, int line, const char* initial) {
+    const history_object remembered(file, line, nullptr);
+    if (remembered.is_new) *remembered._S = initial;
+    return *remembered._S;
+}

@@ -52,3 +52,7 @@ public:
     int get_int();
     void set_int(int value);
 };
+
+/// What a site remembers for the whole program; at first it takes `initial`.
+int remembered_int(const char* file, int line, int initial);
+kit::string remembered_text(const char* file, int line, const char* initial);
