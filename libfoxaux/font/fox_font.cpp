@@ -32,9 +32,21 @@ kit::string key_of(const FXFontDesc& d) {
     return key;
 }
 
-} // namespace
+enum class turn { clockwise, anticlockwise };
 
-int fox_font::fonts_made = 0;
+// Fills `to` with `from` turned over by a quarter. The sides of the one are those of the other,
+// exchanged.
+void fill_turned(FXImage& to, const FXImage& from, turn direction) {
+    const int w = to.getWidth(), h = to.getHeight();
+    for (int y = 0; y < h; y++) {
+        for (int x = 0; x < w; x++)
+            to.setPixel(x, y,
+                        direction == turn::clockwise ? from.getPixel(y, w - 1 - x)
+                                                     : from.getPixel(h - 1 - y, x));
+    }
+}
+
+} // namespace
 
 fox_font::fox_font() {
     FXApp::instance()->getNormalFont()->getFontDesc(desc);
@@ -80,7 +92,6 @@ FXFont* fox_font::make_font() {
         if (!current) throw TError(e.what());
         return nullptr;
     }
-    fonts_made++;
     return font.release();
 }
 
@@ -138,8 +149,7 @@ void fox_font::drawText(int x, int y, const wchar_t* text, int length) {
 }
 
 // The picture under the text is turned over by a quarter into `lying`, the text drawn on it there,
-// and all of it turned back into `standing`: pixel (i, j) of the one is (j, lying_w - 1 - i) of the
-// other. So the text stands on its own background.
+// and all of it turned back into `standing`. So the text stands on its own background.
 void fox_font::draw_turned(int x, int y, const FXString& text, int width) {
     const int height = current->getFontHeight();
     const int lying_w = width + 10;
@@ -160,11 +170,7 @@ void fox_font::draw_turned(int x, int y, const FXString& text, int width) {
             inner.dc.drawArea(fox_compat::drawable_of(target), x0, y0, lying_h, lying_w, 0, 0);
         }
         standing.restore();
-        for (int i = 0; i < lying_w; i++) {
-            for (int j = 0; j < lying_h; j++) {
-                lying.setPixel(i, j, standing.getPixel(j, lying_w - 1 - i));
-            }
-        }
+        fill_turned(lying, standing, turn::clockwise);
         lying.create();
         {
             fox_compat::inner_dc inner(&lying, target);
@@ -173,11 +179,7 @@ void fox_font::draw_turned(int x, int y, const FXString& text, int width) {
             inner.dc.drawText(5, height + 5, text);
         }
         lying.restore();
-        for (int i = 0; i < lying_w; i++) {
-            for (int j = 0; j < lying_h; j++) {
-                standing.setPixel(j, lying_w - 1 - i, lying.getPixel(i, j));
-            }
-        }
+        fill_turned(standing, lying, turn::anticlockwise);
         standing.render();
         target->drawImage(&standing, x0, y0);
     } catch (const FXException&) {

@@ -44,9 +44,6 @@ public:
     void drawText(int x, int y, const wchar_t* text, int length) override;
     using base_font::drawText;
 
-    /// Fonts made by all objects of this class so far.
-    static int fonts_made;
-
 private:
     FXFont* make_font();
     void evict_oldest();

@@ -198,17 +198,17 @@ TEST(fox_ttf_font, draws_on_a_window_that_is_hidden_or_hangs_off_the_screen) {
 TEST(fox_font, keeps_twenty_fonts_and_evicts_the_oldest_made) {
     fox_font font;
     const auto made_by = [&font](double size) {
-        const int before = fox_font::fonts_made;
+        const std::list<kit::string> before = font.allocated;
         font.setsize(size);
         EXPECT_NEAR(font.get_size(), size, 0.05);
-        return fox_font::fonts_made - before;
+        return font.allocated != before; // a font made is the newest
     };
     for (int size = 30; size < 50; size++)
-        EXPECT_EQ(made_by(size), 1);
-    EXPECT_EQ(made_by(30), 0);
-    EXPECT_EQ(made_by(50), 1) << "the twenty-first evicts the first made";
-    EXPECT_EQ(made_by(30), 1) << "although it was used a moment ago";
-    EXPECT_EQ(made_by(32), 0);
+        EXPECT_TRUE(made_by(size));
+    EXPECT_FALSE(made_by(30));
+    EXPECT_TRUE(made_by(50)) << "the twenty-first evicts the first made";
+    EXPECT_TRUE(made_by(30)) << "although it was used a moment ago";
+    EXPECT_FALSE(made_by(32));
     EXPECT_EQ(font.allocated.size(), 20U);
     EXPECT_EQ(font.font_map.size(), 20U);
 }
