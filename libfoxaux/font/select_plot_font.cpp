@@ -74,7 +74,7 @@ using detail_hfont::specDataTarget1;
 
 namespace {
 
-/// Everything the dialog lets the user choose, and the widgets that hold it while it is open.
+// Everything the dialog lets the user choose, and the widgets that hold it while it is open.
 class font_dialog {
 public:
     font_dialog();
@@ -83,7 +83,7 @@ public:
 
     bool run();
     void store();
-    /// Makes the chosen font the plot font; gives its size. Throws TError and changes nothing.
+    // Makes the chosen font the plot font; gives its size. Throws TError and changes nothing.
     int apply();
     FXColor color() const { return color_well->getRGBA(); }
 
@@ -164,7 +164,7 @@ void font_dialog::store() {
     ttf_size_field->save_history();
 }
 
-/// Puts `font` in the place of the plot font.
+// Puts `font` in the place of the plot font.
 void replace_hfont(base_font* font) {
     delete hfont;
     hfont = font;

@@ -28,7 +28,7 @@ constexpr const char* section = "SETTINGS";
 
 enum font_mode { chosen_fonts = 0, automatic_fonts = 1 };
 
-/// One font: its label, its key in the registry, and the line that names its history.
+// One font: its label, its key in the registry, and the line that names its history.
 struct font_row {
     const char* label;
     const char* key;
@@ -39,8 +39,8 @@ constexpr font_row normal_row = {"Normal Font", "normalfont", 511};
 constexpr font_row fixed_row = {"Fixed Font", "fixedfont", 524};
 constexpr int mode_line = 535; // as in the rows, of the font_mode
 
-/// Fills `font` with what was accepted last in this run, at first with what the registry names,
-/// and adds its row to the matrix.
+// Fills `font` with what was accepted last in this run, at first with what the registry names,
+// and adds its row to the matrix.
 void add_font_row(FXComposite* matrix, const font_row& row, FXRegistry& registry,
                   specDataTarget& font) {
     const char* registered = registry.readStringEntry(section, row.key, nullptr);

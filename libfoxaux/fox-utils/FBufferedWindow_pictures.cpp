@@ -25,9 +25,9 @@ constexpr const char* picture_patterns = "png format (*.png)\n"
                                          "pdf format (*.pdf)\n"
                                          "All Files (*)";
 constexpr int jpeg_quality = 75;
-constexpr int largest_side = 16384; ///< the display can't give larger pictures back
+constexpr int largest_side = 16384; // the display can't give larger pictures back
 
-/// Writes pixels of 32 bits, row by row, to an open stream.
+// Writes pixels of 32 bits, row by row, to an open stream.
 using stream_writer = bool (*)(FXStream&, const FXColor*, FXint, FXint);
 
 bool write_jpeg(FXStream& out, const FXColor* pixels, FXint w, FXint h) {
@@ -36,8 +36,8 @@ bool write_jpeg(FXStream& out, const FXColor* pixels, FXint w, FXint h) {
 
 struct picture_format {
     const char* pattern;
-    stream_writer write; ///< null: PDF, which opens the file itself
-    const char* suffix;  ///< what the name to write gets in addition
+    stream_writer write; // null: PDF, which opens the file itself
+    const char* suffix;  // what the name to write gets in addition
 };
 
 // The first pattern that fits decides. The last two take the names without a known ending.
@@ -55,12 +55,12 @@ const picture_format& format_of(const char* path) {
     throw TError(kit::string::format("unrecognized file format \"%s\"", path));
 }
 
-/// The name under which a picture is written that is saved to `path`.
+// The name under which a picture is written that is saved to `path`.
 kit::string picture_name(const kit::string& path) {
     return kit::string::format("%s%s", path.c_str(), format_of(path).suffix);
 }
 
-/// Client-side pixels of an image for as long as this lives, unless it had some before.
+// Client-side pixels of an image for as long as this lives, unless it had some before.
 class client_pixels {
 public:
     explicit client_pixels(FXImage* image) : image(image), fetched(!image->getData()) {}
@@ -80,8 +80,8 @@ private:
     throw error.setPosition("void FBufferedWindow::save(const char*)", source, line);
 }
 
-/// Whether `path` can be opened for writing; what it holds stays. A pipe that nobody reads cannot:
-/// it would be waited for without end.
+// Whether `path` can be opened for writing; what it holds stays. A pipe that nobody reads cannot:
+// it would be waited for without end.
 bool is_writable(const char* path) {
     const int file = open(path, O_WRONLY | O_APPEND | O_CREAT | O_NONBLOCK, 0666);
     if (file < 0) return false;
@@ -89,8 +89,8 @@ bool is_writable(const char* path) {
     return true;
 }
 
-/// Closes a stream and tells whether all of it has reached the file. The stream itself takes a full
-/// disk for a success if what is missing still lay in its buffer.
+// Closes a stream and tells whether all of it has reached the file. The stream itself takes a full
+// disk for a success if what is missing still lay in its buffer.
 bool close_whole(FXFileStream& out, const char* path) {
     const auto size = static_cast<std::uintmax_t>(out.position());
     const bool sound = out.status() == FXStreamOK;

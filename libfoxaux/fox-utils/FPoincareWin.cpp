@@ -185,8 +185,8 @@ void FPoincareWin::stop_loop() {
     FXWindow::update();
 }
 
-/// Runs the map until an event waits; the event loop then comes back here. A map that fails stops
-/// the loop from inside iterate(), and no further unit may follow that one.
+// Runs the map until an event waits; the event loop then comes back here. A map that fails stops
+// the loop from inside iterate(), and no further unit may follow that one.
 void FPoincareWin::loop_body() {
     do {
         iterate();
@@ -203,8 +203,8 @@ void FPoincareWin::loop_body() {
     } while (!getApp()->peekEvent());
 }
 
-/// The loop draws faster than a slow display or network takes it in. What lies on the way there is
-/// in front of every answer to a key: so the slower the display, the sooner it is waited for again.
+// The loop draws faster than a slow display or network takes it in. What lies on the way there is
+// in front of every answer to a key: so the slower the display, the sooner it is waited for again.
 void FPoincareWin::wait_for_display(std::int64_t now) {
     getApp()->flush(true);
     last_wait = getMicroTime();

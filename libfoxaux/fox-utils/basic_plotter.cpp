@@ -177,7 +177,7 @@ void basic_plotter::zoom_out(bool entirely) {
     show_view(before);
 }
 
-/// Takes a new world rectangle, its corners in any order.
+// Takes a new world rectangle, its corners in any order.
 void basic_plotter::set_view(const TRect& wanted) {
     const TRect before = w2s->world;
     w2s->world = wanted;
@@ -185,8 +185,8 @@ void basic_plotter::set_view(const TRect& wanted) {
     show_view(before);
 }
 
-/// The end of every change of view: the map holds the new world rectangle. If what its limits make
-/// of it cannot be shown, it gives way to the one from before the change.
+// The end of every change of view: the map holds the new world rectangle. If what its limits make
+// of it cannot be shown, it gives way to the one from before the change.
 void basic_plotter::show_view(const TRect& before) {
     constrain_view();
     TRect& view = w2s->world;

@@ -18,7 +18,7 @@ constexpr FXuint label_style = LABEL_NORMAL | LAYOUT_CENTER_Y;
 constexpr FXuint button_style =
     BUTTON_DEFAULT | FRAME_RAISED | FRAME_THICK | LAYOUT_CENTER_X | LAYOUT_CENTER_Y;
 
-/// The first text field that can be seen below `top`; pages behind the current one are hidden.
+// The first text field that can be seen below `top`; pages behind the current one are hidden.
 FXTextField* first_field(FXWindow* top) {
     for (FXWindow* child = top->getFirst(); child; child = child->getNext()) {
         if (!child->shown()) continue;

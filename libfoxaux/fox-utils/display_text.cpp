@@ -26,7 +26,7 @@ FXIMPLEMENT(display_text, FXDialogBox, display_text_map, ARRAYNUMBER(display_tex
 
 namespace {
 
-constexpr int save_directory_key = 896668706; ///< stands in place of a line: all windows share it
+constexpr int save_directory_key = 896668706; // stands in place of a line: all windows share it
 
 void add_button(FXComposite* row, const char* label, FXObject* target, FXSelector message) {
     new FXButton(row, label, nullptr, target, message,

@@ -9,7 +9,7 @@
 
 namespace {
 
-/// What a file dialog is opened with; an empty text leaves the toolkit's default.
+// What a file dialog is opened with; an empty text leaves the toolkit's default.
 struct request {
     FXWindow* owner;
     const FXString& title;
@@ -17,8 +17,8 @@ struct request {
     FXuint mode;
 };
 
-/// Runs the dialog once. Accepted: `file` and `directory` take what was chosen. Otherwise `file`
-/// becomes empty and the answer is false.
+// Runs the dialog once. Accepted: `file` and `directory` take what was chosen. Otherwise `file`
+// becomes empty and the answer is false.
 bool choose(const request& request, kit::string& file, kit::string& directory) {
     FXGIFIcon icon(FXApp::instance(), icons::file_gif);
     FXFileDialog dialog(request.owner, request.title, 0, 0, 0, 500, 300);
@@ -38,7 +38,7 @@ bool choose(const request& request, kit::string& file, kit::string& directory) {
     return true;
 }
 
-/// Asks whether the file may be overwritten, if there is one: MBOX_CLICKED_YES, _NO or _CANCEL.
+// Asks whether the file may be overwritten, if there is one: MBOX_CLICKED_YES, _NO or _CANCEL.
 FXuint ask_overwrite(FXWindow* owner, const kit::string& file) {
     if (!FXStat::exists(file.c_str())) return MBOX_CLICKED_YES;
     const FXString name = box_text(FXPath::name(file.c_str()).text());
@@ -49,7 +49,7 @@ FXuint ask_overwrite(FXWindow* owner, const kit::string& file) {
     return answered ? answer : FXuint{MBOX_CLICKED_CANCEL};
 }
 
-/// The same for the chosen name, and then for the one that is written in its place.
+// The same for the chosen name, and then for the one that is written in its place.
 FXuint ask_overwrite(FXWindow* owner, const kit::string& file, const written_name& rule) {
     const FXuint answer = ask_overwrite(owner, file);
     if (answer != MBOX_CLICKED_YES || !rule) return answer;

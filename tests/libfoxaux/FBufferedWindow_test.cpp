@@ -8,7 +8,7 @@ using namespace window_test;
 
 namespace {
 
-/// Remembers what the base class asks of it.
+// Remembers what the base class asks of it.
 class canvas : public FBufferedWindow {
 public:
     using FBufferedWindow::FBufferedWindow;

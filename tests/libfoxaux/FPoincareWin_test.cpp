@@ -15,7 +15,7 @@ using namespace window_test;
 
 namespace {
 
-/// A map that visits given points in turn, in the unit square, one unit 100 pixels wide.
+// A map that visits given points in turn, in the unit square, one unit 100 pixels wide.
 class toy_map : public FPoincareWin {
 public:
     toy_map(FXComposite* parent, FXuint opts, FXint x, FXint y, FXint w, FXint h)
@@ -66,7 +66,7 @@ private:
     void on_color() { ++colors; }
 };
 
-/// 101 pixels a side: the world point (0.3, 0.4) is the pixel (30, 60).
+// 101 pixels a side: the world point (0.3, 0.4) is the pixel (30, 60).
 struct toy : shown<toy_map> {
     toy() : shown(101, 101) {}
 

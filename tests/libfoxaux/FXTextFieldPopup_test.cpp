@@ -8,7 +8,7 @@ using namespace window_test;
 
 namespace {
 
-/// A combo box over a variable, as a dialog builds it, shown.
+// A combo box over a variable, as a dialog builds it, shown.
 template<class T>
 struct entry {
     explicit entry(T initial)
@@ -21,7 +21,7 @@ struct entry {
         pump();
     }
 
-    /// Offers the history that all entries of this test share.
+    // Offers the history that all entries of this test share.
     void open(bool set_text) { box->load_history("entry", 1, &app(), set_text); }
     void type(const char* text) { type_into(box->text_field(), text); }
     std::string text() const { return box->getText().text(); }

@@ -15,7 +15,7 @@ namespace {
 
 constexpr double closer = 0.6666666666666666;
 
-/// A plot of a frame of axes that counts its renderings; limited to `limit` where asked.
+// A plot of a frame of axes that counts its renderings; limited to `limit` where asked.
 class plot : public basic_plotter {
 public:
     plot(FXComposite* parent, FXuint opts, FXint x, FXint y, FXint w, FXint h)
@@ -129,7 +129,7 @@ TEST(basic_plotter, TheMouseMachine) {
     }
 }
 
-/// Drags a rubber band by real messages.
+// Drags a rubber band by real messages.
 void drag_band(plot& canvas, int ax, int ay, int ex, int ey) {
     type_keys(&canvas, "+");
     send_mouse(&canvas, SEL_LEFTBUTTONPRESS, ax, ay);

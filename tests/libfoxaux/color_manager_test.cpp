@@ -11,13 +11,13 @@ using namespace window_test;
 
 namespace {
 
-/// Counts what it is told.
+// Counts what it is told.
 struct palette : color_manager {
     palette() : color_manager(nullptr) { on_change = functor0<void>(this, &palette::changed); }
     void colors_changed() override { ++redraws; }
     void changed() { ++changes; }
 
-    /// What "Change Colors" offers, in its order.
+    // What "Change Colors" offers, in its order.
     std::array<FXColor, 3> all() const { return {foreground, background, axis_color}; }
     int redraws = 0, changes = 0;
 };
@@ -34,7 +34,7 @@ TEST(color_manager, DrawsWithAUsableSize) {
     }
 }
 
-/// Opens "Change Colors", gives each well the next of a row of colours, types a size, ends it.
+// Opens "Change Colors", gives each well the next of a row of colours, types a size, ends it.
 void change_colors(palette& plot, const char* size, bool accept) {
     with_dialogs([&] { plot.colors_dialog(); }, {[&](FXTopWindow* dialog) {
                      EXPECT_STREQ(dialog->getTitle().text(), "Change Colors");

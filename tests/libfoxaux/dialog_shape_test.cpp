@@ -9,7 +9,7 @@ using namespace window_test;
 
 namespace {
 
-/// An owner on the screen, and a dialog of two rows over it.
+// An owner on the screen, and a dialog of two rows over it.
 struct dialog_shape_test : ::testing::Test {
     dialog_shape_test() : shell(&app(), "owner", nullptr, nullptr, DECOR_ALL, 50, 50, 400, 300) {
         shell.create();
@@ -17,7 +17,7 @@ struct dialog_shape_test : ::testing::Test {
         pump();
     }
 
-    /// Runs the dialog with a script; gives what run() gave.
+    // Runs the dialog with a script; gives what run() gave.
     bool run(const dialog_driver::script& script, bool set_text = true) {
         bool accepted = false;
         with_dialogs(
@@ -70,7 +70,7 @@ TEST_F(dialog_shape_test, TheTextStaysSelectedWhenTheHistoryIsOnlyOffered) {
     }
 }
 
-/// A dialog of two pages with two fields each, one page in front.
+// A dialog of two pages with two fields each, one page in front.
 struct paged_dialog : dialog_shape {
     paged_dialog(FXWindow* owner, int page)
         : dialog_shape(owner, "Pages", nullptr, DECOR_TITLE | DECOR_BORDER | DECOR_RESIZE, 300,
@@ -83,7 +83,7 @@ struct paged_dialog : dialog_shape {
         add_buttons(true);
         book->setCurrent(page);
     }
-    /// Which of all fields is the first of the page in front.
+    // Which of all fields is the first of the page in front.
     std::size_t first() const { return book->getCurrent() == 0 ? 0 : 2; }
 
     double values[4] = {1, 2, 3, 4};

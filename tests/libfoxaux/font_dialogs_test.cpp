@@ -24,7 +24,7 @@ public:
     int changes = 0;
 };
 
-/// The widgets of "Select Font", in the order of their pages.
+// The widgets of "Select Font", in the order of their pages.
 struct font_widgets {
     explicit font_widgets(FXTopWindow* dialog) : dialog(dialog) {
         EXPECT_STREQ(dialog->getTitle().text(), "Select Font");
@@ -36,11 +36,11 @@ struct font_widgets {
     FXTabBook* book = all_of<FXTabBook>(dialog).at(0);
     FXTextField *stroke_size = field(0), *font_name = field(1), *file = field(2),
                 *ttf_size = field(3);
-    FXRadioButton* off = all_of<FXRadioButton>(dialog).at(0); ///< of the smoothing
+    FXRadioButton* off = all_of<FXRadioButton>(dialog).at(0); // of the smoothing
     FXColorWell* well = all_of<FXColorWell>(dialog).at(0);
 };
 
-/// The widgets of "Select Global Fonts".
+// The widgets of "Select Global Fonts".
 struct global_widgets {
     explicit global_widgets(FXTopWindow* dialog) : dialog(dialog) {
         EXPECT_STREQ(dialog->getTitle().text(), "Select Global Fonts");
@@ -55,7 +55,7 @@ struct global_widgets {
     FXRadioButton* automatic = all_of<FXRadioButton>(dialog).at(1);
 };
 
-/// Opens a dialog, lets `change` work on its widgets, and ends it; other dialogs may come up.
+// Opens a dialog, lets `change` work on its widgets, and ends it; other dialogs may come up.
 template<class Widgets>
 void drive(const std::function<void()>& open, bool accept,
            const std::function<void(Widgets&)>& change,
@@ -79,14 +79,14 @@ void global_dialog(bool accept, const std::function<void(global_widgets&)>& chan
     drive([&] { window->global_fonts_dialog(); }, accept, change, others);
 }
 
-/// What a click on a button or radio button does. It takes the focus: a focused text field would
-/// not follow its target.
+// What a click on a button or radio button does. It takes the focus: a focused text field would
+// not follow its target.
 void press(FXWindow* widget) {
     widget->setFocus();
     widget->getTarget()->handle(widget, FXSEL(SEL_COMMAND, widget->getSelector()), nullptr);
 }
 
-/// Presses one of the buttons "..." of a dialog, counted from its top.
+// Presses one of the buttons "..." of a dialog, counted from its top.
 void browse(FXTopWindow* dialog, std::size_t number) {
     std::vector<FXButton*> found;
     for (FXButton* button : all_of<FXButton>(dialog))
@@ -95,7 +95,7 @@ void browse(FXTopWindow* dialog, std::size_t number) {
     update_widgets(dialog);
 }
 
-/// A script for the toolkit's font dialog: the same font, of 24 points.
+// A script for the toolkit's font dialog: the same font, of 24 points.
 void choose_24_points(FXTopWindow* dialog) {
     EXPECT_STREQ(dialog->getTitle().text(), "Change Font");
     auto* fonts = dynamic_cast<FXFontDialog*>(dialog);
@@ -206,7 +206,7 @@ TEST(SelectFont, TheButtonsChooseAFontAndAFile) {
     EXPECT_TRUE(dynamic_cast<fox_font*>(hfont));
 }
 
-/// The vendor's registry file, as the toolkit writes it.
+// The vendor's registry file, as the toolkit writes it.
 std::string vendor_file() {
     return content_of((FXSystem::getHomeDirectory() + "/.foxrc/Iterra/Iterra").text());
 }

@@ -17,7 +17,7 @@ constexpr FXColor low_ink = FXRGB(200, 0, 0);
 constexpr FXColor high_ink = FXRGB(0, 0, 200);
 
 constexpr int side = 300;
-constexpr int line_pos = 150; ///< of every axis here
+constexpr int line_pos = 150; // of every axis here
 constexpr int line_from = 40;
 constexpr int line_to = 260;
 
@@ -25,7 +25,7 @@ class canvas {
 public:
     canvas() : image(&app(), nullptr, IMAGE_KEEP, side, side) { image.create(); }
 
-    /// Draws the axis across the middle, with these ticks, labels and title.
+    // Draws the axis across the middle, with these ticks, labels and title.
     template<class Axis>
     void draw(Axis& axis, const std::vector<int>& ticks, const std::vector<const wchar_t*>& labels,
               const wchar_t* title) {
@@ -69,8 +69,8 @@ private:
 constexpr int text_top = line_pos + 5 + 5;
 constexpr int text_bottom = text_top + 12 - 1;
 
-/// Texts in the rows of the labels, from left to right: runs of inked columns, joined over the
-/// gaps within a text.
+// Texts in the rows of the labels, from left to right: runs of inked columns, joined over the
+// gaps within a text.
 std::vector<ink_box> texts_below(const canvas& c) {
     std::vector<ink_box> found;
     for (int x = 0; x < side; x++) {

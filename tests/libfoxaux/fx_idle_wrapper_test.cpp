@@ -11,7 +11,7 @@ using namespace window_test;
 
 namespace {
 
-/// Counts its calls and stops the wrapper at one of them.
+// Counts its calls and stops the wrapper at one of them.
 struct worker {
     worker() { wrapper.func = functor0<void>(this, &worker::work); }
     void work() {

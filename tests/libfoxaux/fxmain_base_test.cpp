@@ -27,7 +27,7 @@ TEST(MainBase, TheToolkitReadsEveryIcon) {
     }
 }
 
-/// A main_base whose font is made anew, under a registry entry or without one.
+// A main_base whose font is made anew, under a registry entry or without one.
 class fresh_font {
 public:
     explicit fresh_font(const char* entry) : kept(services().fixed_font) {

@@ -15,7 +15,7 @@ using namespace window_test;
 
 namespace {
 
-/// Shows smooth colours, thin lines and single points.
+// Shows smooth colours, thin lines and single points.
 class canvas : public FBufferedWindow {
 public:
     using FBufferedWindow::FBufferedWindow;
@@ -35,7 +35,7 @@ public:
     }
 };
 
-/// Size and pixels of a picture file as another program reads them.
+// Size and pixels of a picture file as another program reads them.
 std::string bytes_of_file(const std::string& path, int w, int h) {
     const std::string file = quoted(path);
     EXPECT_EQ(output_of("identify -format '%w %h' " + file),
@@ -58,7 +58,7 @@ std::vector<std::string> names_in(const folder& place) {
     return names;
 }
 
-/// While it lives, a file grows no larger than so many bytes.
+// While it lives, a file grows no larger than so many bytes.
 class full_disk {
 public:
     explicit full_disk(rlim_t bytes) {
@@ -84,7 +84,7 @@ std::string error_of(canvas& window, const std::string& path) {
     return "";
 }
 
-/// Saves by the dialog, which the scripts drive.
+// Saves by the dialog, which the scripts drive.
 void save_by_dialog(canvas& window, const std::vector<dialog_driver::script>& scripts) {
     with_dialogs([&] { window.save_dialog("Save"); }, scripts);
 }
@@ -234,7 +234,7 @@ std::pair<int, int> size_of(const FXDrawable* drawable) {
     return {drawable->getWidth(), drawable->getHeight()};
 }
 
-/// Types a size into the dialog and accepts it.
+// Types a size into the dialog and accepts it.
 void force_size(canvas& window, const char* width, const char* height,
                 std::vector<dialog_driver::script> boxes = {}) {
     boxes.insert(boxes.begin(), [=](FXTopWindow* dialog) {

@@ -30,7 +30,7 @@ FXColor pattern(int x, int y) {
     return FXRGB(200 + (x * 7 + y * 3) % 50, 200 + (x * 5 + y * 11) % 50, 200 + (x + y * 2) % 50);
 }
 
-/// An image full of the pattern, and what a drawing has changed in it.
+// An image full of the pattern, and what a drawing has changed in it.
 class sheet {
 public:
     sheet() : image(&app(), nullptr, IMAGE_KEEP | IMAGE_OWNED, sheet_w, sheet_h) {
@@ -40,7 +40,7 @@ public:
         image.create();
     }
 
-    /// Draws the text and measures the box of the pixels that are mostly ink.
+    // Draws the text and measures the box of the pixels that are mostly ink.
     void draw(base_font& font, const wchar_t* text, double size, double rot = 0, unsigned align = 0,
               int x = anchor_x, int y = anchor_y) {
         FXDCWindow dc(&image);
@@ -72,7 +72,7 @@ public:
     FXImage image;
     std::unique_ptr<pixels> now;
     ink_box box;
-    int changed = 0; ///< pixels that differ from the pattern
+    int changed = 0; // pixels that differ from the pattern
 };
 
 struct back_end {
