@@ -10,15 +10,9 @@
 /// real number with up to 15 significant digits.
 class FXTextFieldPopup : public FXTextField {
     FXDECLARE(FXTextFieldPopup)
+
 public:
     FXMenuPane* popup = nullptr; ///< the context menu, owned; null only if default-constructed
-
-protected:
-    FXTextFieldPopup() = default;
-
-public:
-    long onRightBtnPress(FXObject*, FXSelector, void*);
-    long onCmdSetRealValue(FXObject*, FXSelector, void*);
 
     /// The arguments of FXTextField.
     FXTextFieldPopup(FXComposite* p, FXint ncols, FXObject* tgt = nullptr, FXSelector sel = 0,
@@ -27,10 +21,15 @@ public:
                      FXint pt = DEFAULT_PAD, FXint pb = DEFAULT_PAD);
     FXTextFieldPopup(const FXTextFieldPopup&) = delete;
     FXTextFieldPopup& operator=(const FXTextFieldPopup&) = delete;
+    ~FXTextFieldPopup() override;
 
     void create() override;
 
-    ~FXTextFieldPopup() override;
+    long onRightBtnPress(FXObject*, FXSelector, void*);
+    long onCmdSetRealValue(FXObject*, FXSelector, void*);
+
+protected:
+    FXTextFieldPopup() = default;
 };
 
 /// A combo box over an FXTextFieldPopup that offers what was entered at its site before.
@@ -39,16 +38,10 @@ public:
 /// the dialog was accepted. The lists belong to history_manager and outlive the widget.
 class FXComboBoxPopup : public FXComboBox {
     FXDECLARE(FXComboBoxPopup)
+
 public:
     history_manager::history* history = nullptr; ///< not owned; null until a history is loaded
 
-protected:
-    FXComboBoxPopup() = default;
-
-private:
-    void fill(bool set_text);
-
-public:
     /// The arguments of FXComboBox; Enter puts the text at the top of the list.
     FXComboBoxPopup(FXComposite* p, FXint cols, FXObject* tgt = nullptr, FXSelector sel = 0,
                     FXuint opts = COMBOBOX_NORMAL, FXint x = 0, FXint y = 0, FXint w = 0,
@@ -56,6 +49,7 @@ public:
                     FXint pt = DEFAULT_PAD, FXint pb = DEFAULT_PAD);
     FXComboBoxPopup(const FXComboBoxPopup&) = delete;
     FXComboBoxPopup& operator=(const FXComboBoxPopup&) = delete;
+    ~FXComboBoxPopup() override = default;
 
     /// Takes the history of a site and offers it in the list, newest first. With `set_text` the
     /// newest entry goes into the field and through the target into its variable; without, the
@@ -71,5 +65,9 @@ public:
     /// The inner field, for focus and selection.
     FXTextField* text_field() const { return field; }
 
-    ~FXComboBoxPopup() override = default;
+protected:
+    FXComboBoxPopup() = default;
+
+private:
+    void fill(bool set_text);
 };
