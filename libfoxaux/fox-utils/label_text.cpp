@@ -2,6 +2,8 @@
 // Makes any text fit to stand in a label or a message box.
 #include "libfoxaux/fox-utils/label_text.h"
 
+#include <algorithm>
+
 namespace {
 
 constexpr FXint line_characters = 100;
@@ -74,7 +76,7 @@ FXString escaped(FXString text) {
 // How many bytes of `text` fit into `width` pixels, no character cut apart.
 FXint fitting(const FXString& text, const FXFont* font, FXint width) {
     // No character is narrower than a pixel; this bounds the work on a text of megabytes.
-    const FXint most = FXMIN(text.length(), 4 * FXMAX(width, 0));
+    const FXint most = std::min(text.length(), 4 * std::max(width, 0));
     FXint fits = 0, too_long = most + 1;
     while (too_long - fits > 1) {
         const FXint middle = (fits + too_long) / 2;
@@ -109,7 +111,7 @@ FXString box_text(const char* text) {
         FXint end = whole.find('\n', start);
         if (end < 0) end = whole.length();
         // Enough of it to tell whether it is too long: no character has more than 4 bytes.
-        const FXString rest = whole.mid(start, FXMIN(end - start, 4 * line_characters + 4));
+        const FXString rest = whole.mid(start, std::min(end - start, 4 * line_characters + 4));
         const bool broken = rest.count() > line_characters;
         if (broken) end = start + rest.offset(line_characters);
         result += escaped(whole.mid(start, end - start));
