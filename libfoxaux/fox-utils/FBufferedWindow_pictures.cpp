@@ -24,6 +24,7 @@ constexpr const char* picture_patterns = "png format (*.png)\n"
                                          "jpeg format (*.jpeg)\n"
                                          "pdf format (*.pdf)\n"
                                          "All Files (*)";
+constexpr int save_directory_line = 260; // names the history of where pictures are saved
 constexpr int jpeg_quality = 75;
 constexpr int largest_side = 16384; // the display can't give larger pictures back
 
@@ -103,7 +104,8 @@ bool close_whole(FXFileStream& out, const char* path) {
 
 void FBufferedWindow::save_dialog(const char* title) {
     kit::string name;
-    save_file_dialog(this, title, name, picture_patterns, source, 260, nullptr, picture_name);
+    save_file_dialog(this, title, name, picture_patterns, source, save_directory_line, nullptr,
+                     picture_name);
     if (name.is_empty()) return;
     try {
         save(name);
