@@ -1,12 +1,13 @@
 // SPDX-License-Identifier: MIT
 // A tool of the build: packs a file into one zlib stream.
+#include <zlib.h>
+
 #include <cstdio>
 #include <exception>
 #include <fstream>
 #include <iterator>
 #include <stdexcept>
 #include <string>
-#include <zlib.h>
 
 namespace {
 

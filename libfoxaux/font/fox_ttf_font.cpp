@@ -5,11 +5,11 @@
 #include "libfoxaux/fox-utils/fox_compat.h"
 #include "mathkit/stderr_failed.h"
 
+#include <ft2build.h>
+#include FT_FREETYPE_H
 #include <fx.h>
 
 #include <algorithm>
-#include <ft2build.h>
-#include FT_FREETYPE_H
 
 namespace {
 

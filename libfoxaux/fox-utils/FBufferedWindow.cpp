@@ -5,8 +5,9 @@
 #include "libfoxaux/font/select_plot_font.h"
 #include "mathkit/stderr_failed.h"
 
-#include <algorithm>
 #include <fxkeys.h>
+
+#include <algorithm>
 
 namespace {
 

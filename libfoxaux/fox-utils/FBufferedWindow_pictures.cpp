@@ -11,6 +11,7 @@
 
 #include <FXJPGImage.h>
 #include <FXPNGImage.h>
+
 #include <fcntl.h>
 #include <filesystem>
 #include <new>

@@ -4,8 +4,9 @@
 
 #include "libfoxaux/fox-utils/fox_axis.h"
 
-#include <algorithm>
 #include <fxkeys.h>
+
+#include <algorithm>
 
 namespace {
 

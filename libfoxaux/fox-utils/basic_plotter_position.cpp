@@ -1,7 +1,8 @@
 // SPDX-License-Identifier: MIT
 // Where a plot's pointer and its view are: the position bar and the dialog "Change Position".
-#include "libfoxaux/font/fox_hfont.h"
 #include "libfoxaux/fox-utils/basic_plotter.h"
+
+#include "libfoxaux/font/fox_hfont.h"
 #include "libfoxaux/fox-utils/dialog_shape.h"
 #include "libfoxaux/fox-utils/icons.h"
 #include "libfoxaux/fox-utils/page_book.h"

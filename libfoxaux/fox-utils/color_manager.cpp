@@ -7,6 +7,7 @@
 #include "mathkit/stderr_failed.h"
 
 #include <FXPNGIcon.h>
+
 #include <algorithm>
 
 namespace {

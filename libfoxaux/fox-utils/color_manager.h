@@ -6,6 +6,7 @@
 #include "mathkit/kit_string.h"
 
 #include <fx.h>
+
 #include <set>
 
 /// What a plot draws with. The plot reads the fields when it draws; every live instance is known

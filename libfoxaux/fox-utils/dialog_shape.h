@@ -5,6 +5,7 @@
 #include "libfoxaux/fox-utils/FXTextFieldPopup.h"
 
 #include <fx.h>
+
 #include <list>
 #include <variant>
 #include <vector>

@@ -4,8 +4,9 @@
 
 #include "mathkit/kit_string.h"
 
-#include <functional>
 #include <fx.h>
+
+#include <functional>
 
 /// Asks for the name of an existing file.
 ///

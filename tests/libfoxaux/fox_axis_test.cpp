@@ -1,7 +1,8 @@
 // SPDX-License-Identifier: MIT
 // The axis layouts, judged by the pixels that they draw.
-#include "libfoxaux/font/fox_hfont.h"
 #include "libfoxaux/fox-utils/fox_axis.h"
+
+#include "libfoxaux/font/fox_hfont.h"
 #include "tests/ink_box.h"
 #include "tests/libfoxaux/window_fixture.h"
 

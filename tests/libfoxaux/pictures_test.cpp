@@ -1,6 +1,7 @@
 // SPDX-License-Identifier: MIT
 // Tests of saved pictures, judged by other programs, and of the forced size.
 #include "libfoxaux/fox-utils/FBufferedWindow.h"
+
 #include "libfoxaux/fox-utils/display_text.h"
 #include "mathkit/TError.h"
 #include "tests/libfoxaux/dialog_helpers.h"
