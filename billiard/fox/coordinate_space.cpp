@@ -32,8 +32,8 @@ bool is_finite(const TRect& rect) {
            std::isfinite(rect.y1);
 }
 
-// What of the table can be shown at all, for curves whose table holds values that are no numbers
-// or whose span is none.
+// What of the table can be shown at all, for curves whose table holds a NaN or an infinity, or
+// whose span is one.
 TRect finite_border(const TBilliard::circumference_class& table) {
     constexpr double largest = 1e150;
     TRect border(-1, -1, 1, 1);

@@ -11,8 +11,8 @@ class TBilliardMap;
 /// The path canvas. It keeps the last two bounces only; older ones live in the pixels of `image`.
 ///
 /// World units are those of the curve. The view always holds the whole table of the curve, with
-/// one scale on both axes. A curve whose table holds values that are no numbers is drawn as far as
-/// it goes.
+/// one scale on both axes. A curve whose table holds a NaN or an infinity is drawn as far as it
+/// goes.
 class coordinate_space : public FBufferedWindow {
     FXDECLARE(coordinate_space)
 

@@ -1,5 +1,5 @@
 // SPDX-License-Identifier: MIT
-// The path canvas: other sizes, and curves and points that are none. A journey sees its pixels.
+// The path canvas: other sizes, NaN and infinite values, points far off. A journey sees its pixels.
 #include "tests/billiard/fox/main_window.h"
 
 #include <limits>

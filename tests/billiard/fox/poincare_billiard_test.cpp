@@ -13,7 +13,7 @@ using pixel_set = std::set<std::pair<int, int>>;
 
 using poincare_billiard_test = started;
 
-// A disk whose radius turns into no number after that many evaluations.
+// A disk whose radius turns into NaN after that many evaluations.
 class failing_curve : public TRadiusFunction {
 public:
     mutable int left = 1'000'000'000;
