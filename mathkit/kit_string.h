@@ -12,7 +12,7 @@ namespace kit {
 ///
 /// The block is shared by handles through `refs`, a plain count: the program has one thread.
 struct bvector {
-    char* data = nullptr;     ///< the bytes, owned; null while `size` is 0
+    char* data = nullptr;     ///< the bytes, owned; null while `capacity` is 0
     std::size_t size = 0;     ///< bytes in use
     std::size_t capacity = 0; ///< bytes allocated
     std::int32_t refs = 1;    ///< handles that share the block

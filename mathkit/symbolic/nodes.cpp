@@ -34,11 +34,12 @@ unresolved_call::unresolved_call(std::string name, int column, std::vector<ex> a
       column(column),
       arguments(std::move(arguments)) {}
 
-ex unresolved_call::rebuild(mapping& map, const ex&) const {
+ex unresolved_call::rebuild(mapping& map, const ex& self) const {
     std::vector<ex> mapped;
     mapped.reserve(arguments.size());
     for (const ex& argument : arguments)
         mapped.push_back(map(argument));
+    if (std::equal(mapped.begin(), mapped.end(), arguments.begin(), same)) return self;
     return unresolved_call(name, column, std::move(mapped));
 }
 

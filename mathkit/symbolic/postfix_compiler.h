@@ -47,7 +47,8 @@ private:
 
     enum class kind { number, cell, negate, add, sub, mul, div, pow, call };
 
-    /// One value of the expressions; operands are indices of earlier values.
+    /// One value of the expressions; operands are indices of earlier values, of a cell `a` is the
+    /// index into `cells`.
     struct value {
         kind operation;
         int a = -1, b = -1;
