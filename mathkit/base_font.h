@@ -20,7 +20,7 @@ public:
 
 protected:
     double size = 12;   ///< points
-    double rot = 0;     ///< radians, counter-clockwise; 0 reads rightward, pi/2 upward
+    double rot = 0;     ///< radians, as setrot takes them
     void* dc = nullptr; ///< not owned
 
 public:
@@ -29,8 +29,14 @@ public:
     base_font& operator=(const base_font&) = delete;
     virtual ~base_font() = default;
 
+    /// Sets the size in points. Takes any value: text is drawn in the usable_size of it.
     virtual void setsize(double points) { size = points; }
+
+    /// Sets the rotation in radians, counter-clockwise: 0 reads rightward, pi/2 upward. NaN and
+    /// infinity count as 0.
     virtual void setrot(double radians) { rot = radians; }
+
+    /// Both at once.
     virtual void setsizerot(double points, double radians);
 
     /// Draws `length` characters of `text`, or all up to the closing zero where length is negative,

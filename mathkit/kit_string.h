@@ -46,9 +46,12 @@ public:
     std::size_t length() const { return body->size - 1; }
     bool is_empty() const { return length() == 0; }
 
-    /// Replaces the text by `format` filled in as the C library's printf does; returns *this.
+    /// Replaces the text by `format` filled in as the C library's printf does. Returns *this; a
+    /// value that cannot be converted leaves the text empty.
     string& sprintf(const char* format, ...) __attribute__((format(printf, 2, 3)));
-    string& vsprintf(const char* format, va_list arguments);
+
+    /// The same with the arguments in a list, which is then used up.
+    string& vsprintf(const char* format, va_list arguments) __attribute__((format(printf, 2, 0)));
 
     /// The text that `format` and its arguments give.
     static string format(const char* format, ...) __attribute__((format(printf, 1, 2)));
