@@ -20,7 +20,7 @@
 struct TIntegrator::part {
     double a, fa, b, fb; // the ends and the values there
     double value;
-    double error;  // not a number when the value is none
+    double error;  // NaN when the value is NaN
     int stuck = 0; // halvings in a row that did not reduce the error
 };
 
@@ -34,7 +34,7 @@ constexpr long spent_on_a_part = 3000;
 constexpr long share_of_an_integral = 32; // of what is left: one hard integral among easy ones
 constexpr int most_stuck = 3;
 
-// A value that is infinite or no number has an error that is no number, and halving cannot help.
+// Where the value is infinite or NaN the comparison fails: halving cannot help.
 bool settled(double value, double error, double tol) {
     const double rounding = 1e-15 * std::fabs(value);
     return !(error > std::max(tol, rounding));

@@ -16,10 +16,10 @@ public:
     /// allows. `n`, from 1 to 1000, is the number of equal parts to begin with; the worst part is
     /// halved until the sum of the estimated errors is small enough.
     ///
-    /// Ends for every f. A value that is no number makes the result none. Parts whose halves are
-    /// no better stay whole. All integrals that one object computes share a limit; one of them
-    /// spends at most a 32nd part of what is left, or some 3000 evaluations for each of the n
-    /// parts. Once all is spent, each part costs five, and the result is what they give.
+    /// Ends for every f. A NaN among the values makes the result NaN. Parts whose halves are no
+    /// better stay whole. All integrals that one object computes share a limit; one of them spends
+    /// at most a 32nd part of what is left, or some 3000 evaluations for each of the n parts. Once
+    /// all is spent, each part costs five, and the result is what they give.
     double AdaptiveGauss(double a, double b, double tol, int n);
 
     /// The same for one part, fa = f(a) and fb = f(b): a caller that walks from part to part has

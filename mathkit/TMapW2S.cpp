@@ -22,7 +22,7 @@ struct value_range {
 };
 
 // What is really shown for the ends of a world rectangle: always two finite ends apart.
-// No numbers give 0 to 1, equal ends a range of their own size (at least 1) about them.
+// A NaN gives 0 to 1, equal ends a range of their own size (at least 1) about them.
 value_range shown_range(double from, double to) {
     if (std::isnan(from) || std::isnan(to)) return {0, 1};
     from = std::clamp(from, -largest_end, largest_end);

@@ -10,8 +10,8 @@
 // Notes:
 // - A bracket is kept by the signs of f and by nothing else: steps of Newton's method may point
 //   anywhere near a pole or a corner.
-// - Tests are written so that a value that is no number fails them. Every loop has a limit that
-//   halving the bracket alone would meet for any two doubles.
+// - Tests are written so that NaN fails them. Every loop has a limit that halving the bracket alone
+//   would meet for any two doubles.
 
 namespace {
 
@@ -111,8 +111,8 @@ double TNewtonRootSolver::safe_newton(double& a, double& b, double tol) {
         const double limit = std::fmax(tol, rounding_of(x));
         const double newton = -value / slope;
         // A last step below the tolerance may leave the bracket by one rounding: it counts before
-        // the bracket does, or halving would go on from the far end. An endless slope makes a step
-        // of nothing, which is none.
+        // the bracket does, or halving would go on from the far end. The step of 0 that an
+        // infinite slope makes is no last step.
         if (std::fabs(newton) <= limit && std::isfinite(slope)) {
             return std::clamp(x + newton, std::fmin(a, b), std::fmax(a, b));
         }

@@ -12,8 +12,8 @@ public:
     /// The root of f between a and b, to within `tol` or to rounding, by Brent's method.
     ///
     /// The ends may come in either order and are narrowed to the bracket last known. A zero at an
-    /// end is that end. Without a change of sign, or where f gives no number, the result is not a
-    /// number. Always ends.
+    /// end is that end. Without a change of sign, or where f gives NaN, the result is NaN. Always
+    /// ends.
     double brent1(double& a, double& b, double tol);
 };
 

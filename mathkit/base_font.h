@@ -51,7 +51,7 @@ public:
     double get_rot() const { return rot; }
 
     /// The size that text is drawn with: `points` brought into the range from 1 to 400, and the
-    /// default size for what is no number. So no size that a user types can fail in a drawing.
+    /// default size for NaN. So no size that a user types can fail in a drawing.
     static double usable_size(double points);
 
     /// Pixels per point: those of a screen of 100 dots per inch, whatever the real one has.

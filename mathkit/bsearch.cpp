@@ -27,7 +27,7 @@ int window_about(double i, int n) {
     const double last = n - 1 - window;
     constexpr int below = window / 2;
     const double first = i - below;
-    if (!(first > 0)) return 0; // also where i is not a number
+    if (!(first > 0)) return 0; // also where i is NaN
     return static_cast<int>(std::min(first, last));
 }
 

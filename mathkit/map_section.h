@@ -43,7 +43,7 @@ struct allowance {
 /// Drives a map through its virtual operations for the length of one search.
 ///
 /// Iterates and time count against a budget: once it is spent, every further one fails. Whatever
-/// the map refuses, throws or answers that is no number ends the one operation that met it. The
+/// the map refuses, throws or answers that is not finite ends the one operation that met it. The
 /// destructor puts the current point of the map back, unless `leave_at` has placed another.
 class section {
 public:

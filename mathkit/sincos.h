@@ -37,8 +37,8 @@ inline double reduce(double x, std::uint64_t& quadrant) {
     return (x - quotient * half_pi_high) - quotient * half_pi_low;
 }
 
-/// Minimax polynomials of the classical freely distributable mathematical library, grouped for
-/// short chains of dependent operations; |r| <= pi/4.
+/// The minimax polynomials of fdlibm, grouped for short chains of dependent operations;
+/// |r| <= pi/4.
 inline double sine_kernel(double r) {
     const double z = r * r;
     const double w = z * z;

@@ -67,8 +67,7 @@ struct step {
 /// An expression in postfix order, with constants and stored operands folded into the steps.
 ///
 /// Evaluation allocates nothing and reads the cells that the expression was built with at each
-/// call. Values that are no numbers flow through. Calls on different stacks do not disturb each
-/// other.
+/// call. NaN flows through. Calls on different stacks do not disturb each other.
 class postfix_list {
 public:
     /// Gives 0 until an expression is compiled into it.

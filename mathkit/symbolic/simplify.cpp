@@ -94,7 +94,7 @@ ex mul::simplified_0_1(const ex& self) const {
     return self;
 }
 
-// 0/0 stays: a formula that is no number must not become one.
+// 0/0 stays: a formula whose value is NaN must not become a number.
 ex divide::simplified_0_1(const ex& self) const {
     if (is(b, 1)) return a;
     if (is(a, 0) && !is(b, 0)) return ex::num0p();
