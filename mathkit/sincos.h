@@ -37,25 +37,31 @@ inline double reduce(double x, std::uint64_t& quadrant) {
     return (x - quotient * half_pi_high) - quotient * half_pi_low;
 }
 
-/// The minimax polynomials of fdlibm, grouped for short chains of dependent operations;
-/// |r| <= pi/4.
+/// The minimax polynomials of fdlibm, for |r| <= pi/4 and z = r^2: sine is r + r z (...), cosine
+/// 1 + z (...).
+inline constexpr double kernel_factors[2][7] = {
+    {-1.66666666666666324348e-01, 8.33333333332248946124e-03, -1.98412698298579493134e-04,
+     2.75573137070700676789e-06, -2.50507602534068634195e-08, 1.58969099521155010221e-10, 0},
+    {-0.5, 4.16666666666666019037e-02, -1.38888888888741095749e-03, 2.48015872894767294178e-05,
+     -2.75573143513906633035e-07, 2.08757232129817482790e-09, -1.13596475577881948265e-11}};
+
+/// k[0] + z k[1] + ... + z^5 k[5], grouped for short chains of dependent operations.
+inline double kernel_sum(const double* k, double z) {
+    const double w = z * z;
+    const double low = k[0] + z * k[1];
+    const double middle = k[2] + z * k[3];
+    const double high = k[4] + z * k[5];
+    return low + w * (middle + w * high);
+}
 inline double sine_kernel(double r) {
     const double z = r * r;
-    const double w = z * z;
-    const double low = -1.66666666666666324348e-01 + z * 8.33333333332248946124e-03;
-    const double middle = -1.98412698298579493134e-04 + z * 2.75573137070700676789e-06;
-    const double high = -2.50507602534068634195e-08 + z * 1.58969099521155010221e-10;
-    return r + (r * z) * (low + w * (middle + w * high));
+    return r + (r * z) * kernel_sum(kernel_factors[0], z);
 }
 inline double cosine_kernel(double r) {
     const double z = r * r;
-    const double w = z * z;
-    const double low = 4.16666666666666019037e-02 + z * -1.38888888888741095749e-03;
-    const double middle = 2.48015872894767294178e-05 + z * -2.75573143513906633035e-07;
-    const double high = 2.08757232129817482790e-09 + z * -1.13596475577881948265e-11;
     const double half = 0.5 * z;
     const double rest = 1.0 - half;
-    return rest + (((1.0 - rest) - half) + w * (low + w * (middle + w * high)));
+    return rest + (((1.0 - rest) - half) + z * z * kernel_sum(kernel_factors[1] + 1, z));
 }
 
 /// Takes b in place of a where the lowest bit of `which` is set, without a branch: quadrants are
@@ -66,13 +72,6 @@ inline double select(double a, double b, std::uint64_t which, std::uint64_t turn
     const std::uint64_t mask = 0 - (which & 1);
     return std::bit_cast<double>((first ^ ((first ^ second) & mask)) ^ ((turn & 2) << 62));
 }
-
-/// The factors of both polynomials: sine is r + r z (...), cosine 1 + z (...), z = r^2.
-inline constexpr double kernel_factors[2][7] = {
-    {-1.66666666666666324348e-01, 8.33333333332248946124e-03, -1.98412698298579493134e-04,
-     2.75573137070700676789e-06, -2.50507602534068634195e-08, 1.58969099521155010221e-10, 0},
-    {-0.5, 4.16666666666666019037e-02, -1.38888888888741095749e-03, 2.48015872894767294178e-05,
-     -2.75573143513906633035e-07, 2.08757232129817482790e-09, -1.13596475577881948265e-11}};
 
 /// The sine of x and `quadrants` quarter turns.
 inline double turned_sine(double x, std::uint64_t quadrants) {
