@@ -5,6 +5,7 @@
 #include <algorithm>
 #include <cmath>
 #include <cstring>
+#include <cwchar>
 #include <string>
 
 namespace {
@@ -13,11 +14,9 @@ constexpr double smallest_size = 1;
 constexpr double default_size = 12;
 constexpr double largest_size = 400; // a letter then fills a screen, and still fits in memory
 
-// Far outside any picture, and far from the ends of int.
-constexpr double coordinate_limit = 1 << 30;
-
 int to_coordinate(double value) {
-    return static_cast<int>(std::lround(std::clamp(value, -coordinate_limit, coordinate_limit)));
+    constexpr double limit = base_font::coordinate_limit;
+    return static_cast<int>(std::lround(std::clamp(value, -limit, limit)));
 }
 
 } // namespace
@@ -40,6 +39,14 @@ double base_font::usable_size(double points) {
     return std::clamp(points, smallest_size, largest_size);
 }
 
+int base_font::length_of(const wchar_t* text, int length) {
+    return length < 0 ? static_cast<int>(std::wcslen(text)) : length;
+}
+
+double base_font::usable_rot() const {
+    return std::isfinite(rot) ? rot : 0;
+}
+
 void base_font::move_to_base_line(int& x, int& y, int width) const {
     const int points = static_cast<int>(usable_size(size));
     int along = 0;
@@ -49,9 +56,8 @@ void base_font::move_to_base_line(int& x, int& y, int width) const {
     if (align & top) down += points;
     if (align & middle) down += points / 2;
 
-    const double angle = std::isfinite(rot) ? rot : 0;
-    const double c = std::cos(angle);
-    const double s = std::sin(angle);
+    const double c = std::cos(usable_rot());
+    const double s = std::sin(usable_rot());
     x = to_coordinate(x + along * c + down * s);
     y = to_coordinate(y - along * s + down * c);
 }

@@ -48,7 +48,6 @@ public:
 
     void set_dc(void* context) { dc = context; }
     double get_size() const { return size; }
-    double get_rot() const { return rot; }
 
     /// The size that text is drawn with: `points` brought into the range from 1 to 400, and the
     /// default size for NaN. So no size that a user types can fail in a drawing.
@@ -60,7 +59,17 @@ public:
     /// so the alignment flags may count points as pixels.
     static constexpr double pixels_per_point = 100.0 / 72.0;
 
+    /// The largest size of a coordinate that text is drawn at: far outside any picture, and far
+    /// from the ends of int.
+    static constexpr double coordinate_limit = 1 << 30;
+
 protected:
+    /// `length`, or that of `text` up to its closing zero where `length` is negative.
+    static int length_of(const wchar_t* text, int length);
+
+    /// The rotation that text is drawn with: that of setrot, 0 for NaN and infinity.
+    double usable_rot() const;
+
     /// Moves the anchor to the left end of the base line, as `align` asks for a text of `width`
     /// pixels in the present size and rotation. Flags add up.
     void move_to_base_line(int& x, int& y, int width) const;

@@ -7,7 +7,6 @@
 
 #include <algorithm>
 #include <cmath>
-#include <cwchar>
 
 namespace {
 
@@ -33,13 +32,6 @@ parts parts_of(const stroke_face& face, wchar_t code) {
     return {letter, find(face.glyphs, both->accent), both->rise};
 }
 
-int length_of(const wchar_t* text, int length) {
-    return length < 0 ? static_cast<int>(std::wcslen(text)) : length;
-}
-
-// Beyond this no picture reaches; it keeps the sums of coordinates inside int.
-constexpr double coordinate_limit = 1 << 30;
-
 // Turns a pixel of the text (columns to the right, rows upward from the base line) about the
 // anchor. The centre of the pixel is turned, so that quarter turns hit pixels exactly.
 class turner {
@@ -55,7 +47,8 @@ public:
 
 private:
     static int to_pixel(double value) {
-        return static_cast<int>(std::floor(std::clamp(value, -coordinate_limit, coordinate_limit)));
+        constexpr double limit = base_font::coordinate_limit;
+        return static_cast<int>(std::floor(std::clamp(value, -limit, limit)));
     }
 
     double x, y, c, s;
@@ -87,7 +80,7 @@ void stroke_font::drawText(int x, int y, const wchar_t* text, int length) {
     move_to_base_line(x, y, text_width(text, count));
 
     stroke_tracer tracer(static_cast<int>(usable_size(size)));
-    const turner turn(x, y, std::isfinite(rot) ? rot : 0);
+    const turner turn(x, y, usable_rot());
     int origin = 0;
     for (int i = 0; i < count && origin < coordinate_limit; i++) {
         const parts part = parts_of(*face, text[i]);

@@ -13,7 +13,6 @@
 #include <cmath>
 #include <cstdio>
 #include <cstring>
-#include <cwchar>
 #include <sys/stat.h>
 #include <utility>
 #include <vector>
@@ -32,10 +31,6 @@ static_assert(base_font::pixels_per_point == dots_per_inch / 72.0);
 
 // Symbol fonts keep their characters in a page of the private area.
 constexpr FT_ULong symbol_page = 0xf000;
-
-int length_of(const wchar_t* text, int length) {
-    return length < 0 ? static_cast<int>(std::wcslen(text)) : length;
-}
 
 [[noreturn]] void fail(const char* path, const char* reason) {
     throw TError(kit::string::format("%s: %s", path, reason));
@@ -152,9 +147,8 @@ void ttf_font::drawText(int x, int y, const wchar_t* text, int length) {
     const std::vector<placed_glyph> glyphs = lay_out(text, length, width);
     move_to_base_line(x, y, width);
 
-    const double angle = std::isfinite(rot) ? rot : 0;
-    const double c = std::cos(angle);
-    const double s = std::sin(angle);
+    const double c = std::cos(usable_rot());
+    const double s = std::sin(usable_rot());
     const auto fixed = [](double value) {
         return static_cast<FT_Fixed>(std::lround(value * 65536));
     };
