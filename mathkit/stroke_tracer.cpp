@@ -104,6 +104,40 @@ std::vector<curve_point> flat_curve_pixels(double rx, double ry, int from, int t
     return pixels;
 }
 
+// The part of the curve between two angles, in the order of the way from one to the other; what was
+// the angle of a pixel becomes its way along the arc.
+std::vector<curve_point> way_along(const std::vector<curve_point>& curve, int from, int to) {
+    const int sense = to < from ? -1 : 1;
+    const double length = std::abs(to - from);
+    constexpr double slack = 1e-6;
+    std::vector<curve_point> way;
+    for (curve_point p : curve) {
+        p.angle = std::fmod(sense * (p.angle - from) + 720 + slack, 360) - slack;
+        if (p.angle <= length + slack) way.push_back(p);
+        if (length >= 360 && p.angle < slack) way.push_back({p.dx, p.dy, 360});
+    }
+    std::sort(way.begin(), way.end(),
+              [](const curve_point& a, const curve_point& b) { return a.angle < b.angle; });
+
+    const bool closes = length >= 360 && !way.empty() && way.front().angle > slack;
+    if (closes) way.push_back(way.front());
+    return way;
+}
+
+// The pixels that the way passes, each once, about a middle that may lie between two.
+std::vector<stroke_tracer::point> pixels_of(const std::vector<curve_point>& way, double middle_x,
+                                            double middle_y) {
+    std::vector<stroke_tracer::point> pixels;
+    for (const curve_point& p : way) {
+        const stroke_tracer::point at{static_cast<int>(std::floor(middle_x + p.dx)),
+                                      static_cast<int>(std::floor(middle_y + p.dy))};
+        if (pixels.empty() || pixels.back().x != at.x || pixels.back().y != at.y) {
+            pixels.push_back(at);
+        }
+    }
+    return pixels;
+}
+
 } // namespace
 
 stroke_tracer::stroke_tracer(int height)
@@ -211,10 +245,8 @@ void stroke_tracer::follow(const char* path) {
             break;
         }
         case 'O': {
-            open = false;
             const point low = next_point();
-            arc_to(low, next_point(), 0, 360);
-            open = false;
+            ellipse(low, next_point());
             break;
         }
         case 'B': {
@@ -241,52 +273,23 @@ void stroke_tracer::line_to(point to) {
 void stroke_tracer::arc_to(point low, point high, int from, int to) {
     const double rx = (high.x - low.x) / 2.0;
     const double ry = (high.y - low.y) / 2.0;
-    std::vector<curve_point> curve =
-        rx < 1 || ry < 1 ? flat_curve_pixels(rx, ry, from, to) : curve_pixels(rx, ry);
-
-    // The angle becomes the way along the arc; what lies outside of it goes.
-    const int sense = to < from ? -1 : 1;
-    const double length = std::abs(to - from);
-    constexpr double slack = 1e-6;
-    std::vector<curve_point> way;
-    for (curve_point p : curve) {
-        p.angle = std::fmod(sense * (p.angle - from) + 720 + slack, 360) - slack;
-        if (p.angle <= length + slack) way.push_back(p);
-        if (length >= 360 && p.angle < slack) way.push_back({p.dx, p.dy, 360});
-    }
-    std::sort(way.begin(), way.end(),
-              [](const curve_point& a, const curve_point& b) { return a.angle < b.angle; });
-
-    const bool closes = length >= 360 && !way.empty() && way.front().angle > slack;
-    if (closes) way.push_back(way.front());
-
-    if (rx >= 1 && ry >= 1) close_gaps(way, rx, ry);
-
-    std::vector<point> pixels;
-    for (const curve_point& p : way) {
-        const point at{static_cast<int>(std::floor(low.x + rx + p.dx)),
-                       static_cast<int>(std::floor(low.y + ry + p.dy))};
-        if (pixels.empty() || pixels.back().x != at.x || pixels.back().y != at.y) {
-            pixels.push_back(at);
-        }
-    }
+    const bool flat = rx < 1 || ry < 1;
+    std::vector<curve_point> way =
+        way_along(flat ? flat_curve_pixels(rx, ry, from, to) : curve_pixels(rx, ry), from, to);
+    if (!flat) close_gaps(way, rx, ry);
+    const std::vector<point> pixels = pixels_of(way, low.x + rx, low.y + ry);
     if (pixels.empty()) return;
 
     if (open) line_to(pixels.front());
     open = true;
-
-    // Steps in one direction make one line.
-    std::size_t start = 0;
-    for (std::size_t i = 1; i < pixels.size(); i++) {
-        const bool goes_on = i + 1 < pixels.size() &&
-                             pixels[i + 1].x - pixels[i].x == pixels[i].x - pixels[i - 1].x &&
-                             pixels[i + 1].y - pixels[i].y == pixels[i].y - pixels[i - 1].y;
-        if (goes_on) continue;
-        add_run(pixels[start], pixels[i]);
-        start = i;
-    }
-    if (pixels.size() == 1) add_run(pixels[0], pixels[0]);
+    add_runs(pixels);
     last = pixels.back();
+}
+
+void stroke_tracer::ellipse(point low, point high) {
+    open = false;
+    arc_to(low, high, 0, 360);
+    open = false;
 }
 
 void stroke_tracer::box(point low, point high) {
@@ -314,4 +317,18 @@ void stroke_tracer::add_straight(point a, point b) {
 void stroke_tracer::add_run(point a, point b) {
     for (const point& p : nib)
         lines.push_back({a.x + p.x, a.y + p.y, b.x + p.x, b.y + p.y});
+}
+
+// Steps in one direction make one line.
+void stroke_tracer::add_runs(const std::vector<point>& pixels) {
+    std::size_t start = 0;
+    for (std::size_t i = 1; i < pixels.size(); i++) {
+        const bool goes_on = i + 1 < pixels.size() &&
+                             pixels[i + 1].x - pixels[i].x == pixels[i].x - pixels[i - 1].x &&
+                             pixels[i + 1].y - pixels[i].y == pixels[i].y - pixels[i - 1].y;
+        if (goes_on) continue;
+        add_run(pixels[start], pixels[i]);
+        start = i;
+    }
+    if (pixels.size() == 1) add_run(pixels[0], pixels[0]);
 }

@@ -16,6 +16,9 @@ public:
     struct line {
         int x1, y1, x2, y2; ///< both ends belong to it
     };
+    struct point {
+        int x, y;
+    };
 
     /// `height` is that of a capital, in pixels, at least 1.
     explicit stroke_tracer(int height);
@@ -32,10 +35,6 @@ public:
     std::vector<line> lines;
 
 private:
-    struct point {
-        int x, y;
-    };
-
     /// Where the glyph on hand lies on the grid.
     struct placement {
         int first;     ///< column of x = 0
@@ -55,9 +54,11 @@ private:
     void move_to(point to);
     void line_to(point to);
     void arc_to(point low, point high, int from, int to);
+    void ellipse(point low, point high);
     void box(point low, point high);
     void add_straight(point a, point b);
     void add_run(point a, point b);
+    void add_runs(const std::vector<point>& pixels);
 
     int height;
     int pen;                ///< thickness of a stroke, in pixels
