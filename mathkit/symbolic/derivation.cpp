@@ -2,7 +2,6 @@
 // The rules of differentiation, one for every kind of node and every function.
 #include "mathkit/symbolic/derivation.h"
 
-#include "mathkit/TError.h"
 #include "mathkit/stderr_failed.h"
 #include "mathkit/symbolic/formula_error.h"
 #include "mathkit/symbolic/simplify.h"
@@ -122,7 +121,7 @@ ex unresolved_call::diff(derivation&, const ex&) const {
 }
 
 ex function_symbol::diff(derivation&, const ex&) const {
-    throw TError(kit::string::format("function '%s' without its arguments", entry.name));
+    throw missing_arguments(entry.name);
 }
 
 ex minus::diff(derivation& by, const ex&) const {

@@ -69,4 +69,13 @@ TError unknown_name(const std::string& name, int column) {
                                       shown(name).c_str(), column, instead.c_str()));
 }
 
+TError missing_bracket(std::string_view name, int column) {
+    return TError(kit::string::format("missing '(' at column %d after the function '%s'", column,
+                                      shown(name).c_str()));
+}
+
+TError missing_arguments(const char* name) {
+    return TError(kit::string::format("function '%s' without its arguments", name));
+}
+
 } // namespace symbolic

@@ -17,4 +17,10 @@ std::string shown(std::string_view text);
 /// "unknown name 'sn' at column 3".
 TError unknown_name(const std::string& name, int column);
 
+/// The error for a function's name without the '(' that is missing at `column`.
+TError missing_bracket(std::string_view name, int column);
+
+/// The error for a function as such where a value is wanted.
+TError missing_arguments(const char* name);
+
 } // namespace symbolic

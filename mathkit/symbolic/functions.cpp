@@ -8,6 +8,7 @@
 #include <cmath>
 #include <limits>
 #include <numbers>
+#include <optional>
 
 namespace symbolic {
 
@@ -92,8 +93,9 @@ double apply(function_id id, double x) {
 
 namespace {
 
-/// The derivative of a function at x, where `value` is its value there.
-double slope(function_id id, double x, double value) {
+// The derivative of a function at x, where `value` is its value there; none of a function that is
+// constant between its jumps, whatever its argument does.
+std::optional<double> slope(function_id id, double x, double value) {
     switch (id) {
     case function_id::exp:
         return value;
@@ -139,26 +141,20 @@ double slope(function_id id, double x, double value) {
     case function_id::ceil:
     case function_id::round:
     case function_id::trunc:
-        return 0;
+        return std::nullopt;
     case function_id::pow:
         break;
     }
     return std::numeric_limits<double>::quiet_NaN();
 }
 
-/// Constant between its jumps, whatever its argument does.
-bool is_step(function_id id) {
-    return id == function_id::signum || id == function_id::heaviside || id == function_id::floor ||
-           id == function_id::ceil || id == function_id::round || id == function_id::trunc;
-}
-
 } // namespace
 
 diffarithm apply(function_id id, const diffarithm& x) {
     const double value = apply(id, x.value);
-    // A constant stays one, also where the slope is infinite.
-    if (x.derivative == 0 || is_step(id)) return {value, 0};
-    return {value, slope(id, x.value, value) * x.derivative};
+    if (x.derivative == 0) return {value, 0}; // a constant stays one, also where f' is infinite
+    const std::optional<double> outer = slope(id, x.value, value);
+    return {value, outer ? *outer * x.derivative : 0};
 }
 
 diffarithm power_value(const diffarithm& x, const diffarithm& y) {

@@ -245,7 +245,7 @@ void unresolved_call::compile(postfix_compiler&) const {
 }
 
 void function_symbol::compile(postfix_compiler&) const {
-    throw TError(kit::string::format("function '%s' without its arguments", entry.name));
+    throw missing_arguments(entry.name);
 }
 
 void minus::compile(postfix_compiler& to) const {

@@ -201,10 +201,7 @@ ex parser::name_operand() {
         return unresolved_call(std::string(name), name_column, arguments());
     }
     if (name == "t") return var("t");
-    if (find_function(name)) {
-        throw TError(kit::string::format("missing '(' at column %d after the function '%s'",
-                                         column(), shown(name).c_str()));
-    }
+    if (find_function(name)) throw missing_bracket(name, column());
     return unresolved_name(std::string(name), name_column);
 }
 

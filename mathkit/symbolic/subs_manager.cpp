@@ -42,8 +42,7 @@ private:
     ex constant(const unresolved_name& name) const {
         const ex& result = meaning(name.name, name.column);
         if (!dynamic_cast<const function_symbol*>(&*result)) return result;
-        throw TError(kit::string::format("missing '(' after the function '%s' at column %d",
-                                         shown(name.name).c_str(), name.column));
+        throw missing_bracket(name.name, name.column + static_cast<int>(name.name.size()));
     }
 
     ex applied(const unresolved_call& call) {
