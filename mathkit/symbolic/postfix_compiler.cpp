@@ -111,7 +111,8 @@ void postfix_compiler::call(function_id id) {
 }
 
 // The rules below change no value by more than a rounding. Signs move outward, where a sum or a
-// constant factor swallows them; numbers stand on the right of sums and products.
+// constant factor swallows them; numbers stand on the right of sums and products, and on the left
+// of differences. The scheduler relies on the places of the numbers.
 
 int postfix_compiler::make_negate(int a) {
     if (is(a, kind::number)) return make_number(-values[a].k);
@@ -139,7 +140,7 @@ int postfix_compiler::make_sub(int a, int b) {
     if (is(b, kind::number)) return make_add(a, make_number(-values[b].k));
     if (is(b, kind::negate)) return make_add(a, values[b].a);
     if (is_number(a, 0)) return make_negate(b);
-    if (is(a, kind::negate) && !is(b, kind::number)) return make_negate(make_add(values[a].a, b));
+    if (is(a, kind::negate)) return make_negate(make_add(values[a].a, b));
     return intern({kind::sub, a, b, 0, {}});
 }
 

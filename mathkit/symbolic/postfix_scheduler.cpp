@@ -254,7 +254,8 @@ void postfix_scheduler::emit_binary(const value& v) {
     }
 }
 
-/// The register with a number on the right of the operation.
+/// The register with a number on the right of a sum, a product, a quotient or a power; of the
+/// other operations the compiler has left none.
 void postfix_scheduler::put_with_number(kind operation, double k) {
     step& last = made.steps.back();
     switch (operation) {
@@ -265,9 +266,6 @@ void postfix_scheduler::put_with_number(kind operation, double k) {
         } else {
             put(opcode::add_k, 0, 0, k);
         }
-        break;
-    case kind::sub:
-        put(opcode::add_k, 0, 0, -k);
         break;
     case kind::mul:
         if (last.operation == opcode::load) {
@@ -286,17 +284,11 @@ void postfix_scheduler::put_with_number(kind operation, double k) {
     }
 }
 
-/// The register with a number on the left of the operation.
+/// The register with a number on the left of a difference, a quotient or a power.
 void postfix_scheduler::put_from_number(kind operation, double k) {
     switch (operation) {
-    case kind::add:
-        put(opcode::add_k, 0, 0, k);
-        break;
     case kind::sub:
         put(opcode::from_k, 0, 0, k);
-        break;
-    case kind::mul:
-        put(opcode::mul_k, 0, 0, k);
         break;
     case kind::div:
         put(opcode::over_k, 0, 0, k);
