@@ -5,7 +5,7 @@
 #include <algorithm>
 #include <cmath>
 #include <limits>
-#include <utility>
+#include <optional>
 
 // Notes:
 // - A bracket is kept by the signs of f and by nothing else: steps of Newton's method may point
@@ -29,6 +29,32 @@ bool opposite(double fa, double fb) {
 
 double middle_of(double a, double b) {
     return a + 0.5 * (b - a);
+}
+
+struct sample {
+    double x, f;
+};
+
+// The step from b to the root of the secant through a and b, or where a is not c to that of the
+// inverse parabola through all three. None if it goes beyond three quarters of the way to c, or is
+// not shorter than half of the step before the last: then halving is faster.
+std::optional<double> interpolated(sample a, sample b, sample c, double limit, double step_before) {
+    const double way = c.x - b.x;
+    const double s = b.f / a.f;
+    double p = way * s;
+    double q = 1 - s;
+    if (a.x != c.x) {
+        const double t = a.f / c.f;
+        const double r = b.f / c.f;
+        p = s * (way * t * (t - r) - (b.x - a.x) * (r - 1));
+        q = (t - 1) * (r - 1) * (s - 1);
+    }
+    if (p > 0) q = -q;
+    p = std::fabs(p);
+    const double bound =
+        std::fmin(1.5 * way * q - std::fabs(limit * q), std::fabs(step_before * q));
+    if (2 * p < bound) return p / q;
+    return std::nullopt;
 }
 
 } // namespace
@@ -57,26 +83,11 @@ double TRootSolver::brent1(double& a, double& b, double tol) {
             a = c;
             return b;
         }
-        if (std::fabs(step_before) < limit || std::fabs(fa) <= std::fabs(fb)) {
-            step = step_before = half;
-        } else {
-            const double s = fb / fa;
-            double p = 2 * half * s; // the secant through a and b, while c is a
-            double q = 1 - s;
-            if (a != c) { // the inverse parabola through all three
-                const double t = fa / fc;
-                const double r = fb / fc;
-                p = s * (2 * half * t * (t - r) - (b - a) * (r - 1));
-                q = (t - 1) * (r - 1) * (s - 1);
-            }
-            if (p > 0) q = -q;
-            p = std::fabs(p);
-            const double bound =
-                std::fmin(3 * half * q - std::fabs(limit * q), std::fabs(step_before * q));
-            const bool good = 2 * p < bound;
-            step_before = good ? step : half;
-            step = good ? p / q : half;
-        }
+        const bool slow = std::fabs(step_before) < limit || std::fabs(fa) <= std::fabs(fb);
+        const std::optional<double> next =
+            slow ? std::nullopt : interpolated({a, fa}, {b, fb}, {c, fc}, limit, step_before);
+        step_before = next ? step : half;
+        step = next.value_or(half);
         a = b, fa = fb;
         b += std::fabs(step) > limit ? step : std::copysign(limit, half);
         fb = f(b);
