@@ -4,6 +4,7 @@
 
 #include "mathkit/kit_string.h"
 
+#include <cstddef>
 #include <istream>
 #include <ostream>
 #include <streambuf>

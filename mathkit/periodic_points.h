@@ -4,6 +4,8 @@
 
 #include "mathkit/map_section.h"
 
+#include <optional>
+
 namespace periodic {
 
 /// When a refinement ends.

@@ -9,6 +9,8 @@
 #include "mathkit/symbolic/nodes.h"
 #include "mathkit/symbolic/postfix_compiler.h"
 
+#include <cstddef>
+
 namespace symbolic {
 
 namespace {

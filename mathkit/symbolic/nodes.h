@@ -6,6 +6,7 @@
 #include "mathkit/symbolic/functions.h"
 
 #include <string>
+#include <utility>
 #include <vector>
 
 namespace symbolic {

@@ -9,6 +9,7 @@
 
 #include <bit>
 #include <cmath>
+#include <utility>
 
 namespace symbolic {
 

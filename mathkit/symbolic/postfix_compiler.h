@@ -6,6 +6,7 @@
 #include "mathkit/symbolic/functions.h"
 #include "mathkit/symbolic/postfix_list.h"
 
+#include <cstdint>
 #include <map>
 #include <tuple>
 #include <unordered_map>

@@ -6,6 +6,9 @@
 #include "mathkit/symbolic/limits.h"
 
 #include <cmath>
+#include <cstddef>
+#include <cstdint>
+#include <utility>
 
 namespace symbolic {
 

@@ -7,7 +7,11 @@
 #include "mathkit/symbolic/nodes.h"
 
 #include <charconv>
+#include <cstddef>
+#include <string>
+#include <string_view>
 #include <system_error>
+#include <vector>
 
 namespace symbolic {
 

@@ -6,7 +6,9 @@
 #include "mathkit/symbolic/mapping.h"
 #include "mathkit/symbolic/nodes.h"
 
+#include <cstddef>
 #include <numbers>
+#include <string>
 #include <string_view>
 #include <unordered_map>
 
