@@ -30,8 +30,8 @@ using periodic::section;
 
 namespace {
 
-/// Iterates and seconds of one search, since a window waits for it. The first limit is the rule,
-/// and gives the same answer on any machine; the second is for maps that take microseconds.
+// Iterates and seconds of one search, since a window waits for it. The first limit is the rule,
+// and gives the same answer on any machine; the second is for maps that take microseconds.
 constexpr periodic::allowance search_budget{1'000'000, 1.5};
 
 bool holds(const section& map, const region& where, point p) {
@@ -39,7 +39,7 @@ bool holds(const section& map, const region& where, point p) {
     return where.radii(map.way(where.centre, p)) <= 1 + rounding;
 }
 
-/// The points of that order in `where` to which the starts lead.
+// The points of that order in `where` to which the starts lead.
 std::vector<periodic_point> points_from(section& map, const std::vector<point>& starts, int order,
                                         const region& where, const effort& limits) {
     std::vector<periodic_point> found;
@@ -50,13 +50,13 @@ std::vector<periodic_point> points_from(section& map, const std::vector<point>& 
     return found;
 }
 
-/// What a circle captures: a periodic point, and after how many iterates it is back first.
+// What a circle captures: a periodic point, and after how many iterates it is back first.
 struct capture {
     int order;
     point at;
 };
 
-/// Of points that are back at `order`, the one that is back soonest; of several the nearest.
+// Of points that are back at `order`, the one that is back soonest; of several the nearest.
 std::optional<capture> soonest(section& map, const std::vector<periodic_point>& points, int order,
                                const region& where) {
     std::optional<capture> best;
@@ -71,7 +71,7 @@ std::optional<capture> soonest(section& map, const std::vector<periodic_point>& 
     return best;
 }
 
-/// The point of the least order from `first` to `last` that a lattice of samples shows.
+// The point of the least order from `first` to `last` that a lattice of samples shows.
 std::optional<capture> short_order(section& map, const region& where, int first, int last) {
     const int half = 16;
     const sample_lattice lattice(map, where, half, first, last);
@@ -82,8 +82,8 @@ std::optional<capture> short_order(section& map, const region& where, int first,
     return {};
 }
 
-/// The point of the least order from `first` to `last` to which the returns of a few samples lead.
-/// The first one must do: long orbits are costly.
+// The point of the least order from `first` to `last` to which the returns of a few samples lead.
+// The first one must do: long orbits are costly.
 std::optional<capture> long_order(section& map, const region& where, int first, int last) {
     const region inner{where.centre, where.rx / 2, where.ry / 2};
     return_watch watch(map, inner, last);
@@ -98,7 +98,7 @@ std::optional<capture> long_order(section& map, const region& where, int first, 
     return {};
 }
 
-/// The point of the least order up to n: cheap searches first.
+// The point of the least order up to n: cheap searches first.
 std::optional<capture> point_of_least_order(section& map, const region& where, int n) {
     const int usual = 8;        // most circles are drawn around short orbits; the rest may wait
     const int lattice = 32;     // some 35,000 iterates of the lattice, far below the budget
@@ -115,14 +115,14 @@ bool is_ellipse(const region& where) {
            where.rx > 0 && where.ry > 0;
 }
 
-/// How many samples to each side a search for that order can afford.
+// How many samples to each side a search for that order can afford.
 int affordable_half(int order) {
     // Eleven ellipses, and the refinements.
     const long samples = search_budget.iterates / 40 / order;
     return std::clamp(static_cast<int>((std::sqrt(static_cast<double>(samples)) - 1) / 2), 1, 16);
 }
 
-/// The points of that order in `where` to which a lattice over it leads.
+// The points of that order in `where` to which a lattice over it leads.
 std::vector<periodic_point> points_in(section& map, const region& where, int order,
                                       const effort& limits) {
     const sample_lattice lattice(map, where, affordable_half(order), order, order);
@@ -131,8 +131,8 @@ std::vector<periodic_point> points_in(section& map, const region& where, int ord
     return points_from(map, starts, order, where, limits);
 }
 
-/// Orders the points by what they are wanted for: those first that are not back any sooner, and
-/// of these the nearest.
+// Orders the points by what they are wanted for: those first that are not back any sooner, and
+// of these the nearest.
 std::optional<periodic_point> choose(section& map, const std::vector<periodic_point>& points,
                                      int order, const region& where) {
     std::optional<periodic_point> best;
@@ -147,7 +147,7 @@ std::optional<periodic_point> choose(section& map, const std::vector<periodic_po
     return best;
 }
 
-/// The nearest point of that order: the first that growing ellipses about `start` hold.
+// The nearest point of that order: the first that growing ellipses about `start` hold.
 std::optional<periodic_point> nearest(section& map, point start, int order, const effort& limits) {
     const auto ellipse = [&](double part) {
         return region{start, part * map.area().width(), part * map.area().height()};
@@ -165,7 +165,7 @@ std::optional<periodic_point> nearest(section& map, point start, int order, cons
     return {};
 }
 
-/// The smallest rectangle that holds the point, its image and what the last step left open.
+// The smallest rectangle that holds the point, its image and what the last step left open.
 TRect precision_box(const periodic_point& p) {
     const auto rounding = [](double x) {
         return std::abs(x) * std::numeric_limits<double>::epsilon();

@@ -9,16 +9,16 @@ namespace periodic {
 
 namespace {
 
-/// A search that has moved this many radii away from the middle of its region is lost.
+// A search that has moved this many radii away from the middle of its region is lost.
 constexpr double lost_radii = 3;
 
-/// A point counts as periodic when it comes back to within closing_gap, and when the next step
-/// would move it by less than closing_blur. Both are far above rounding and far below any chance
-/// return.
+// A point counts as periodic when it comes back to within closing_gap, and when the next step
+// would move it by less than closing_blur. Both are far above rounding and far below any chance
+// return.
 constexpr double closing_gap = 1e-8, closing_blur = 1e-9;
 
-/// What separates a linear map from the identity, the monodromy matrix less one, in radii of the
-/// region: so the two coordinates weigh the same, whatever the zoom.
+// What separates a linear map from the identity, the monodromy matrix less one, in radii of the
+// region: so the two coordinates weigh the same, whatever the zoom.
 struct matrix {
     double xx = 0, xy = 0, yx = 0, yy = 0;
 
@@ -34,8 +34,8 @@ point moved(point from, point way, double factor = 1) {
     return {from.x + factor * way.x, from.y + factor * way.y};
 }
 
-/// The change of the way to the image from here to `offset` further on, by the central difference;
-/// by a one-sided one where a neighbour fails, as beside the end of the section.
+// The change of the way to the image from here to `offset` further on, by the central difference;
+// by a one-sided one where a neighbour fails, as beside the end of the section.
 std::optional<point> change(section& map, const passage& here, point offset, int order) {
     const auto ahead = map.image(moved(here.from, offset), order);
     const auto behind = map.image(moved(here.from, offset, -1), order);
@@ -45,8 +45,8 @@ std::optional<point> change(section& map, const passage& here, point offset, int
     return point{share * (high.x - low.x), share * (high.y - low.y)};
 }
 
-/// Differences over some 1e-6 balance the map's rounding against its curvature; a tiny region asks
-/// for less.
+// Differences over some 1e-6 balance the map's rounding against its curvature; a tiny region asks
+// for less.
 double difference_step(double radius) {
     return std::clamp(1e-3 * radius, 1e-9, 1e-6);
 }
@@ -59,10 +59,10 @@ std::optional<matrix> linearise(section& map, const passage& here, int order, co
                   by_x->y / hx * (unit.rx / unit.ry), by_y->y / hy};
 }
 
-/// The step that closes the gap: Newton's, with the directions left out in which the gap does not
-/// change. There periodic points form a line or fill an area, and dividing by what rounding left of
-/// a zero would throw the search along it. The form is (J^T J + w^2)^-1 J^T, free of cancellation;
-/// singular values below w count as zero: a small part of the larger one, or mere rounding.
+// The step that closes the gap: Newton's, with the directions left out in which the gap does not
+// change. There periodic points form a line or fill an area, and dividing by what rounding left of
+// a zero would throw the search along it. The form is (J^T J + w^2)^-1 J^T, free of cancellation;
+// singular values below w count as zero: a small part of the larger one, or mere rounding.
 point closing_step(const matrix& j, point gap, const region& unit) {
     const double rounding = 1e-13 / difference_step(std::min(unit.rx, unit.ry));
     const double w = std::max(1e-7 * std::sqrt(j.square()), rounding), ww = w * w;
@@ -73,7 +73,7 @@ point closing_step(const matrix& j, point gap, const region& unit) {
     return unit.way(-u / scale, -v / scale);
 }
 
-/// One Newton search, step by step.
+// One Newton search, step by step.
 class refinement {
 public:
     refinement(section& map, int order, const region& near) : map(map), order(order), near(near) {}
@@ -84,7 +84,7 @@ public:
         return first.has_value();
     }
 
-    /// Finds the next step, no longer than a few radii; false when there is none.
+    // Finds the next step, no longer than a few radii; false when there is none.
     bool plan() {
         const auto j = linearise(map, here, order, near);
         if (!j) return false;
@@ -95,8 +95,8 @@ public:
         return is_finite(step);
     }
 
-    /// Takes the step, or as much of it as makes the gap smaller; false when nothing does, which is
-    /// the end: rounding, or a gap that does not close.
+    // Takes the step, or as much of it as makes the gap smaller; false when nothing does, which is
+    // the end: rounding, or a gap that does not close.
     bool advance() {
         const int halvings = 6;
         double part = 1;

@@ -12,14 +12,14 @@
 
 namespace {
 
-/// Whether a file may be replaced by another of its name and nobody sees the difference.
+// Whether a file may be replaced by another of its name and nobody sees the difference.
 bool is_replaceable(const std::string& path, struct stat& old) {
     return stat(path.c_str(), &old) == 0 && S_ISREG(old.st_mode) && old.st_nlink == 1 &&
            access(path.c_str(), W_OK) == 0 && listxattr(path.c_str(), nullptr, 0) <= 0;
 }
 
-/// An empty file in the folder of `path`, with the owner and permissions of `old`; its name, or
-/// none if there can be no such file.
+// An empty file in the folder of `path`, with the owner and permissions of `old`; its name, or
+// none if there can be no such file.
 std::string make_beside(const std::string& path, const struct stat& old) {
     std::string name = path.substr(0, path.rfind('/') + 1) + ".unfinished-XXXXXX";
     const int file = mkstemp(name.data());

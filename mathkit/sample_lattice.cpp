@@ -17,7 +17,7 @@ double length(point way) {
     return std::hypot(way.x, way.y);
 }
 
-/// The guesses with the smallest gaps, in that order; a NaN is no guess.
+// The guesses with the smallest gaps, in that order; a NaN is no guess.
 template<class Guesses>
 void keep_best(Guesses& guesses, std::size_t count) {
     std::erase_if(guesses, [](const auto& g) { return !std::isfinite(g.gap); });
@@ -65,8 +65,8 @@ void sample_lattice::record(section& map, int sample) {
     }
 }
 
-/// Adds the zero of the function that is linear on the triangle of the samples a, b, c, if it lies
-/// in the triangle or not far beside it.
+// Adds the zero of the function that is linear on the triangle of the samples a, b, c, if it lies
+// in the triangle or not far beside it.
 void sample_lattice::add_zero(int a, int b, int c, int order, std::vector<guess>& zeros) const {
     const double beside = 0.25; // in sides of the triangle; the ways are not quite linear
     const point fa = way(a, order), fb = way(b, order), fc = way(c, order);
@@ -116,7 +116,7 @@ return_watch::return_watch(section& map, const region& where, int last)
     : lattice(map, where, 1, 1, last),
       closest(lattice.samples(), std::numeric_limits<double>::infinity()) {}
 
-/// How far the ways of the samples differ, in radii.
+// How far the ways of the samples differ, in radii.
 double return_watch::spread(int order) const {
     double widest = 0;
     const point first = lattice.way(0, order);

@@ -21,7 +21,7 @@ constexpr double longest_side = 14400; // points; readers need not show a longer
 // ends exactly at a pixel's edge to reach into the next pixel, and blur all of it over one more.
 constexpr double inset = 0.0001;
 
-/// A PDF file that is written from front to back and remembers where its objects start.
+// A PDF file that is written from front to back and remembers where its objects start.
 class pdf_file {
 public:
     pdf_file() = default;
@@ -36,7 +36,7 @@ public:
         return file != nullptr;
     }
 
-    /// Whether all of it has reached the file.
+    // Whether all of it has reached the file.
     bool close() {
         const bool sound = std::ferror(file) == 0;
         return std::fclose(std::exchange(file, nullptr)) == 0 && sound;
@@ -58,7 +58,7 @@ public:
         bytes(line.c_str(), line.length());
     }
 
-    /// Starts the next object; objects are numbered from 1 in the order of writing.
+    // Starts the next object; objects are numbered from 1 in the order of writing.
     void begin_object() {
         starts.push_back(written);
         text("%zu 0 obj\n", starts.size());
@@ -66,7 +66,7 @@ public:
 
     void end_object() { text("endobj\n"); }
 
-    /// The table of objects and the pointer to it that ends the file; object 1 is the root.
+    // The table of objects and the pointer to it that ends the file; object 1 is the root.
     void finish() {
         const std::uint64_t table = written;
         text("xref\n0 %zu\n0000000000 65535 f \n", starts.size() + 1);
@@ -82,7 +82,7 @@ private:
     std::vector<std::uint64_t> starts;
 };
 
-/// Deflates into a file, a piece at a time.
+// Deflates into a file, a piece at a time.
 class deflater {
 public:
     explicit deflater(pdf_file& file) : file(file), packed(1 << 16) {

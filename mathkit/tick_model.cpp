@@ -20,7 +20,7 @@ constexpr double most_steps = 1e18;
 // Among the denormal numbers there are no decimals left to round to.
 constexpr double narrowest = 1e-300;
 
-/// A step of 1, 2 or 5 times a power of ten.
+// A step of 1, 2 or 5 times a power of ten.
 struct decimal_step {
     int mantissa = 1;
     int exponent = 0;

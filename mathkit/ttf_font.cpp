@@ -62,7 +62,7 @@ const char* reason_of(FT_Error error) {
 
 } // namespace
 
-/// The open font; FreeType reads `bytes` as long as the face is open.
+// The open font; FreeType reads `bytes` as long as the face is open.
 struct ttf_font::face {
     std::vector<FT_Byte> bytes;
     FT_Library library = nullptr;
@@ -82,7 +82,7 @@ struct ttf_font::face {
     }
 };
 
-/// A glyph and where its origin lies along the base line, in 1/64 pixel.
+// A glyph and where its origin lies along the base line, in 1/64 pixel.
 struct ttf_font::placed_glyph {
     FT_UInt index;
     FT_Pos along;

@@ -28,13 +28,13 @@ ex reciprocal(const ex& a) {
     return quotient(ex(1), a);
 }
 
-/// 2 / sqrt(pi) exp(-a^2), the slope of erf.
+// 2 / sqrt(pi) exp(-a^2), the slope of erf.
 ex bell(const ex& a) {
     return product(ex(2 * std::numbers::inv_sqrtpi),
                    function(function_id::exp, negative(square(a))));
 }
 
-/// f'(a) for self = f(a). Expressions in self share its value when the list is compiled.
+// f'(a) for self = f(a). Expressions in self share its value when the list is compiled.
 ex outer_derivative(function_id id, const ex& a, const ex& self) {
     switch (id) {
     case function_id::exp:

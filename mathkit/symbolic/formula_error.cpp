@@ -17,7 +17,7 @@ struct hint {
     const char* instead;
 };
 
-/// What people who come from other programs type.
+// What people who come from other programs type.
 constexpr hint usual_names[] = {
     {"abs", "fabs"},     {"arccos", "acos"}, {"arcsin", "asin"}, {"arctan", "atan"},
     {"ceiling", "ceil"}, {"int", "trunc"},   {"ln", "log"},      {"phi", "t"},
@@ -31,7 +31,7 @@ std::string lower_case(std::string text) {
     return text;
 }
 
-/// The name that is probably meant, empty if none comes to mind.
+// The name that is probably meant, empty if none comes to mind.
 std::string name_instead(const std::string& name) {
     std::string lower = lower_case(name);
     for (const hint& known : usual_names) {

@@ -15,10 +15,10 @@ namespace symbolic {
 
 namespace {
 
-/// Whole and half exponents up to this size become products and a root, others the library's pow.
+// Whole and half exponents up to this size become products and a root, others the library's pow.
 constexpr double largest_product_power = 16;
 
-/// Factors in this range may be multiplied before the rest: nothing over- or underflows by it.
+// Factors in this range may be multiplied before the rest: nothing over- or underflows by it.
 bool moderate(double k) {
     return std::fabs(k) > 1e-20 && std::fabs(k) < 1e20;
 }

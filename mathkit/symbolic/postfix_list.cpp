@@ -55,7 +55,7 @@ inline diffarithm cosine(const diffarithm& x) {
     return c;
 }
 
-/// Runs the steps on the stack `s`. Each case restates its line in the list of opcodes.
+// Runs the steps on the stack `s`. Each case restates its line in the list of opcodes.
 template<class Number>
 Number run(const step* at, Number* s) {
     Number acc(0.0);

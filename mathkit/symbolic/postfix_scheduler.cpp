@@ -14,14 +14,14 @@ namespace symbolic {
 
 namespace {
 
-/// The greatest multiple of the angle that addition theorems build: each addition costs a rounding.
+// The greatest multiple of the angle that addition theorems build: each addition costs a rounding.
 constexpr int largest_multiple = 16;
 
 // Costs in units of one addition theorem, as measured.
 constexpr int cost_of_sine = 3;
 constexpr int cost_of_first_angle = 4;
 
-/// A multiple is the sum of these two.
+// A multiple is the sum of these two.
 int lower_half(int n) {
     return n / 2;
 }
@@ -63,7 +63,7 @@ postfix_list postfix_scheduler::list() {
     return std::move(made);
 }
 
-/// Many curves are a number plus something: a last sum with a number belongs to the end.
+// Many curves are a number plus something: a last sum with a number belongs to the end.
 void postfix_scheduler::put_end() {
     constexpr double nothing = -0.0; // which changes no number, not even -0
     step& last = made.steps.back();
@@ -257,8 +257,8 @@ void postfix_scheduler::emit_binary(const value& v) {
     }
 }
 
-/// The register with a number on the right of a sum, a product, a quotient or a power; of the
-/// other operations the compiler has left none.
+// The register with a number on the right of a sum, a product, a quotient or a power; of the
+// other operations the compiler has left none.
 void postfix_scheduler::put_with_number(kind operation, double k) {
     step& last = made.steps.back();
     switch (operation) {
@@ -287,7 +287,7 @@ void postfix_scheduler::put_with_number(kind operation, double k) {
     }
 }
 
-/// The register with a number on the left of a difference, a quotient or a power.
+// The register with a number on the left of a difference, a quotient or a power.
 void postfix_scheduler::put_from_number(kind operation, double k) {
     switch (operation) {
     case kind::sub:
@@ -302,7 +302,7 @@ void postfix_scheduler::put_from_number(kind operation, double k) {
     }
 }
 
-/// `direct` combines a in the register with b in the stack, `swapped` b in the register with a.
+// `direct` combines a in the register with b in the stack, `swapped` b in the register with a.
 void postfix_scheduler::emit_operands(int a, int b, opcode direct, opcode swapped) {
     make_angle_of(a);
     make_angle_of(b);
@@ -334,7 +334,7 @@ void postfix_scheduler::emit_operands(int a, int b, opcode direct, opcode swappe
     }
 }
 
-/// A product that was computed last takes the sum or difference that follows along.
+// A product that was computed last takes the sum or difference that follows along.
 void postfix_scheduler::put_with_slot(opcode operation, int slot) {
     step& last = made.steps.back();
     const bool by_number = last.operation == opcode::mul_k;
@@ -401,7 +401,7 @@ void postfix_scheduler::emit_trigonometry(int v) {
         scaled.factor);
 }
 
-/// Brings a sine or cosine that is built by addition theorems into the stack.
+// Brings a sine or cosine that is built by addition theorems into the stack.
 void postfix_scheduler::make_angle_of(int v) {
     if (!is_angle(v)) return;
     make_angle(angle_of[v]);

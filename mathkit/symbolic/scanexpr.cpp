@@ -55,15 +55,15 @@ private:
     void open_level();
     int column() const { return static_cast<int>(position) + 1; }
 
-    /// What stands at the position, for an error text: a name, a number or a character in quotes.
+    // What stands at the position, for an error text: a name, a number or a character in quotes.
     std::string found() const;
 
     [[noreturn]] void fail_at_operand() const;
     [[noreturn]] void fail_at_operator() const;
 
     std::string_view text;
-    std::size_t position = 0; ///< of the next character that is no space
-    int level = 0;            ///< brackets, signs and exponents that are open
+    std::size_t position = 0; // of the next character that is no space
+    int level = 0;            // brackets, signs and exponents that are open
 };
 
 void parser::skip_space() {

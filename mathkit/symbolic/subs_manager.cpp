@@ -16,7 +16,7 @@ namespace symbolic {
 
 namespace {
 
-/// Replaces names and calls by what they mean.
+// Replaces names and calls by what they mean.
 class resolution final : public mapping {
 public:
     resolution(const lst& names, const lst& meanings, int levels) : levels(levels) {
