@@ -198,9 +198,14 @@ class Monkey:
 
     def laid_out(self):
         """The panel lies at the right edge of the usual window. The window manager sizes the window
-        at once, the program what is in it when it has time."""
+        at once, the program what is in it when it has time. A panel that has been pushed beyond the
+        edge is pulled back by the bar of the splitter, which then lies there."""
         program = self.program
         panel = program.children(program.children(program.main)[0])[1]
+        if b"IsViewable" not in output_of("xwininfo", "-id", str(panel)):
+            bar = ["mousemove", "--window", program.main, 697, 250]
+            self.do(*bar, "mousedown", 1, "mousemove_relative", "--", -50, 0,
+                    "mousemove_relative", "--", -50, 0, "mouseup", 1)
         left, _, width, _ = program.geometry(panel)
         left_of_main, _, *size = program.geometry(program.main)
         return size == [700, 500] and left + width == left_of_main + 700
