@@ -162,7 +162,8 @@ long FMain::onCmdShowPosition(FXObject*, FXSelector, void*) {
     if (accepted == position_tab::section) map.setPoint(at.S, at.P);
     if (accepted == position_tab::angles) {
         map.setPhiAlpha(to_radians(at.phi), to_radians(at.alpha));
-        coordinate->begin_path(); // the map has moved, also to a point that is no start
+        coordinate->redraw_boundary(); // the map has moved, also to a point that is no start
+        coordinate->begin_path();
     }
     if (accepted != position_tab::none) {
         map.getPoint(at.S, at.P);

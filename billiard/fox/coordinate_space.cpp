@@ -113,6 +113,7 @@ void coordinate_space::redraw_boundary() {
 }
 
 void coordinate_space::begin_path() {
+    end_highlight();
     segment_state = 0;
     add_bounce();
 }

@@ -46,8 +46,8 @@ public:
     /// Draws the bare curve, forgets the path and shows the picture.
     void redraw_boundary();
 
-    /// Takes the map's present impact as the first point of a path. Draws nothing: what was drawn
-    /// stays, and no segment will lead from there to here.
+    /// Takes the map's present impact as the first point of a path. What was drawn stays, the
+    /// newest segment no longer highlighted, and no segment will lead from there to here.
     void begin_path();
 
     /// Takes the map's present impact as the next point of the path and draws the segment that

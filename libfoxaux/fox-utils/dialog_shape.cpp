@@ -2,6 +2,8 @@
 // The one shape of the program's dialogs, built from rows of tables.
 #include "libfoxaux/fox-utils/dialog_shape.h"
 
+#include <algorithm>
+
 namespace {
 
 constexpr FXint padding = 10;      // around the dialog's frame
@@ -122,10 +124,22 @@ bool dialog_shape::run(FXuint placement) {
     // A field takes the focus only once it exists on the display, and a text that its target
     // replaces at the first update would lose the selection.
     create();
+    grow_to_contents();
     layout();
     forceRefresh();
     focus_first_field(this);
     return execute(placement) != 0;
+}
+
+// A size that was asked for suits the usual font; a larger one must not push the buttons out.
+// Entries and shortened texts do with the width that there is.
+void dialog_shape::grow_to_contents() {
+    FXint width = getWidth();
+    for (FXWindow* child = frame->getFirst(); child; child = child->getNext()) {
+        if (!dynamic_cast<FXLabel*>(child)) continue;
+        width = std::max(width, child->getDefaultWidth() + 2 * (padding + inner_padding));
+    }
+    resize(width, std::max(getHeight(), getDefaultHeight()));
 }
 
 void dialog_shape::save_histories(const fields& entered) {

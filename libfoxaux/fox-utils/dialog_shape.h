@@ -79,8 +79,9 @@ public:
     /// The two buttons alone.
     void add_button_row(bool cancel_first = false);
 
-    /// Creates the dialog, gives the focus to the first text field shown, its text selected, and
-    /// executes it. True for "&Accept"; false for "&Cancel", Esc and the window's close button.
+    /// Creates the dialog, at the size that was asked for or a larger one that its texts need,
+    /// gives the focus to the first text field shown, its text selected, and executes it. True for
+    /// "&Accept"; false for "&Cancel", Esc and the window's close button.
     bool run(FXuint placement = PLACEMENT_OWNER);
 
     /// Stores what stands in the fields in their histories, in order.
@@ -98,6 +99,8 @@ protected:
     dialog_shape() = default;
 
 private:
+    void grow_to_contents();
+
     std::list<FXDataTarget> targets; ///< what the fields point at
 };
 

@@ -115,6 +115,21 @@ TEST_F(FMain_dialogs_test, untouched_dialogs_give_the_curves_of_their_defaults) 
     }
 }
 
+TEST_F(FMain_dialogs_test, a_large_font_pushes_nothing_out_of_the_dialogs) {
+    FXFont* usual = app().getNormalFont();
+    FXFont large(&app(), "sans", 18);
+    large.create();
+    app().setNormalFont(&large);
+    for (const FXuint id : {FMain::ID_USER_FORMULA, FMain::ID_TRIANGLE, FMain::ID_SHOW_POSITION}) {
+        choose(id, {[](FXTopWindow* dialog) {
+                   pump();
+                   expect_inside(dialog, dialog);
+                   close_dialog(dialog, false);
+               }});
+    }
+    app().setNormalFont(usual);
+}
+
 TEST_F(FMain_dialogs_test, refused_values_change_nothing_and_are_remembered) {
     const struct {
         FXuint id;
@@ -201,17 +216,22 @@ TEST_F(FMain_dialogs_test, accepted_positions_start_a_new_orbit) {
     choose(FMain::ID_SHOW_POSITION, {fill_in({"0.25", "-0.4", "10", "20"})}); // the angles are idle
     expect_start(0.25, -0.4);
 
-    section().redraw();
-    choose(FMain::ID_SHOW_POSITION, {fill_in_angles({"0.7", "0.7", "180", "45"})});
-    expect_start(0.5, std::sqrt(0.5));
+    for (const char* phi : {"180", "-180", "1980"}) { // any turns away
+        section().redraw();
+        choose(FMain::ID_SHOW_POSITION, {fill_in_angles({"0.7", "0.7", phi, "45"})});
+        expect_start(0.5, std::sqrt(0.5));
+    }
 
-    // Angles on the section's edge are stored and plot nothing; no chord of a path leads there.
+    // Angles on the section's edge are stored and plot nothing; the old path ends with them.
     section().redraw();
+    map().iterate();
     plane().add_bounce();
+    EXPECT_GT(pixels(plane().image).count(red), 20);
     choose(FMain::ID_SHOW_POSITION, {fill_in_angles({"", "", "0", "45"})});
     EXPECT_EQ(map().phi, 0);
     EXPECT_NEAR(map().alpha, std::numbers::pi / 4, 1e-15);
     EXPECT_EQ(pixels(section().image).count(red), 0);
+    EXPECT_EQ(pixels(plane().image).count(red) + pixels(plane().image).count(path_color), 0);
     EXPECT_EQ(plane().segment_state, 1);
 }
 
@@ -229,7 +249,7 @@ TEST_F(FMain_dialogs_test, refused_positions_plot_the_old_point_again) {
 
 TEST_F(FMain_dialogs_test, angles_that_are_no_directions_fail_in_the_bounce) {
     for (const bool path_shown : {false, true}) {
-        for (const char* angle : {"nan", "inf", "-inf", "1e999", "1e300", "-2147483648"}) {
+        for (const char* angle : {"nan", "inf", "-inf", "1e999"}) {
             SCOPED_TRACE(angle);
             reset();
             if (path_shown) command(FMain::ID_SHOW_BILLIARD);
