@@ -60,6 +60,14 @@ TEST_F(FMain_test, every_command_gives_the_focus_to_the_phase_canvas) {
         EXPECT_TRUE(section().inFocusChain()) << id;
         section().cancel_mode();
     }
+    for (FXWindow* widget : {static_cast<FXWindow*>(all_of<FXMenuButton>(&window()).at(0)),
+                             static_cast<FXWindow*>(window().color_well)}) {
+        section().take_focus();
+        send_mouse(widget, SEL_LEFTBUTTONPRESS, 5, 5);
+        send_mouse(widget, SEL_LEFTBUTTONRELEASE, 5, 5);
+        send_key(widget, KEY_Escape); // out of the menu
+        EXPECT_TRUE(section().inFocusChain()) << widget->getClassName();
+    }
     for (const FXuint id : {FMain::ID_COMMAND_FIRST, FMain::ID_SPARE, FMain::ID_COMMAND_LAST}) {
         window().loop_check->setFocus();
         EXPECT_EQ(command(id), 1);
