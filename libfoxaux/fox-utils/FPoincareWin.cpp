@@ -195,7 +195,7 @@ void FPoincareWin::loop_body() {
         if (now - last_sync > sync_distance) {
             sync_companions();
             show_image();
-            flip_marks(); // which that has wiped
+            restore_marks();
             getApp()->flush(false);
             last_sync = now;
         }

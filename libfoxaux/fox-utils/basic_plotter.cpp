@@ -53,9 +53,10 @@ basic_plotter::basic_plotter(FXComposite* parent, FXuint opts, FXint x, FXint y,
 // Marks are drawn by XOR and would be lost in part: with them on it, the whole window is painted,
 // and they again.
 long basic_plotter::onPaint(FXObject* sender, FXSelector selector, void* ptr) {
-    if (!has_marks()) return FBufferedWindow::onPaint(sender, selector, ptr);
+    if (!has_marks() && mode != position_shown)
+        return FBufferedWindow::onPaint(sender, selector, ptr);
     FBufferedWindow::onPaint(sender, selector, nullptr);
-    flip_marks();
+    restore_marks();
     return 1;
 }
 
@@ -270,6 +271,11 @@ void basic_plotter::flip_marks() {
     dc.setFunction(BLT_SRC_XOR_DST);
     dc.setLineWidth(mark_width);
     draw_marks(dc);
+}
+
+void basic_plotter::restore_marks() {
+    if (mode == position_shown) draw_bar();
+    flip_marks();
 }
 
 void basic_plotter::draw_marks(FXDC& dc) const {

@@ -140,6 +140,10 @@ protected:
     /// vanish. Nothing before the first motion.
     void flip_marks();
 
+    /// Draws again what stood on the window before the picture was copied there: the marks of a
+    /// drag, or the position bar.
+    void restore_marks();
+
     /// Whether a drag goes on that has marks: here that of the rubber band.
     virtual bool is_dragging() const;
 
@@ -148,6 +152,7 @@ protected:
 
 private:
     bool has_marks() const;
+    void draw_bar();
     void set_view(const TRect& wanted);
     void show_view(const TRect& before);
     void zoom_view(double fx, double fy);
@@ -157,4 +162,6 @@ private:
     void drag_band_to(const FXEvent* event);
     bool band_has_area() const;
     void clear_image(FXDC& dc) const;
+
+    kit::wstring bar_text; // of the position bar
 };

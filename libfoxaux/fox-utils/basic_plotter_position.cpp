@@ -21,6 +21,11 @@ void basic_plotter::position_text(kit::wstring& text, FXEvent* event) {
 }
 
 void basic_plotter::draw_position_bar(FXEvent* event) {
+    position_text(bar_text, event);
+    draw_bar();
+}
+
+void basic_plotter::draw_bar() {
     if (!id()) return;
     const int size = text_size();
     FXDCWindow dc(this);
@@ -31,9 +36,7 @@ void basic_plotter::draw_position_bar(FXEvent* event) {
     dc.setForeground(bar_color);
     dc.fillRectangle(0, bar_y, getWidth(), 3 * size);
     dc.setForeground(bar_text_color);
-    kit::wstring text;
-    position_text(text, event);
-    hfont->drawText(bar_indent, bar_y + 2 * size, text, -1);
+    hfont->drawText(bar_indent, bar_y + 2 * size, bar_text, -1);
 }
 
 void basic_plotter::position_dialog() {

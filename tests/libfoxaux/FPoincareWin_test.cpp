@@ -139,9 +139,15 @@ TEST(FPoincareWin, TheLoopBringsTheScreenUpToDateAboutOnceASecond) {
     EXPECT_GE(window->last_sync, before);
     pump(3);
     EXPECT_TRUE(window->syncs == 0 || getMicroTime() - before > 1000000) << window->syncs;
+    send_mouse(window.canvas, SEL_RIGHTBUTTONPRESS, 50, 10);
+    const int bar = screen_of(window.canvas).count(black);
+    EXPECT_GT(bar, 1000);
     window->last_sync = getMicroTime() - 1000001;
     EXPECT_TRUE(pump_until([&] { return window->syncs > 0; }));
     EXPECT_GT(window->last_sync, before);
+    EXPECT_EQ(screen_of(window.canvas).count(black), bar + 1) << "the refresh keeps the bar";
+    send_mouse(window.canvas, SEL_RIGHTBUTTONRELEASE, 50, 10);
+    pump();
     EXPECT_EQ(screen_of(window.canvas).count(black), 1);
     window->orbit = {{0.6, 0.6}};
     const std::size_t steps = window->steps;
