@@ -10,6 +10,12 @@ constexpr FXint line_characters = 100;
 constexpr FXint box_lines = 20;
 constexpr const char* ellipsis = "...";
 
+// Where a line breaks that can hold the first `end` bytes of the text: at its last blank, if any.
+FXint line_break(const FXString& text, FXint end) {
+    const FXint blank = text.rfind(' ', end);
+    return blank > 0 ? blank : end;
+}
+
 bool is_continuation(unsigned char byte) {
     return (byte & 0xC0) == 0x80;
 }
@@ -93,10 +99,9 @@ FXString label_text(const char* text, const FXFont* font, FXint width, FXint lin
         FXint end = fitting(rest, font, width);
         if (end == rest.length()) return result + escaped(rest);
         if (line >= lines) break;
-        const FXint blank = rest.rfind(' ', end);
-        if (blank > 0) end = blank;
+        end = line_break(rest, end);
         result += escaped(rest.left(end)) + "\n";
-        rest.erase(0, end == blank ? end + 1 : end);
+        rest.erase(0, rest[end] == ' ' ? end + 1 : end);
     }
     const FXint room = width - font->getTextWidth(ellipsis, 3);
     return result + escaped(rest.left(fitting(rest, font, room))) + ellipsis;
@@ -113,10 +118,10 @@ FXString box_text(const char* text) {
         // Enough of it to tell whether it is too long: no character has more than 4 bytes.
         const FXString rest = whole.mid(start, std::min(end - start, 4 * line_characters + 4));
         const bool broken = rest.count() > line_characters;
-        if (broken) end = start + rest.offset(line_characters);
+        if (broken) end = start + line_break(rest, rest.offset(line_characters));
         result += escaped(whole.mid(start, end - start));
         if (end < whole.length()) result += '\n';
-        start = broken ? end : end + 1;
+        start = broken && whole[end] != ' ' ? end : end + 1; // a blank goes with the break
     }
     return result;
 }

@@ -61,6 +61,8 @@ TEST(BoxText, KeepsAllOfATextThatABoxCanShow) {
         {a100, a100},
         {a100 + "b", a100 + "\nb"},
         {a100 + "\nb", a100 + "\nb"},
+        {"one " + a100, "one\n" + a100}, // at the last blank
+        {a100 + " b", a100 + "\nb"},
         {"first\n" + a100 + a100 + "\nlast", "first\n" + a100 + "\n" + a100 + "\nlast"},
         {e100 + e100, e100 + "\n" + e100}, // characters count, not bytes
         {repeated("&", 101), repeated("&&", 100) + "\n&&"},
