@@ -4,6 +4,8 @@
 #include "mathkit/ttf_font.h"
 
 #include <ft2build.h>
+#include FT_FREETYPE_H
+
 #include <sys/mman.h>
 #include <unistd.h>
 
