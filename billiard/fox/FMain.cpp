@@ -5,6 +5,7 @@
 #include "billiard/fox/coordinate_space.h"
 #include "billiard/fox/curve_table.h"
 #include "billiard/fox/help_text.h"
+#include "billiard/fox/panel_widgets.h"
 #include "billiard/fox/poincare_billiard.h"
 #include "billiard/radius-core/TRadiusFunction.h"
 
@@ -60,47 +61,6 @@ void add_buttons(FXComposite* panel, FMain* target, const button_row (&rows)[n])
                      0, 0, 2, 2, 2, 2);
 }
 
-// After any button typing goes to the phase canvas, also after a menu that was left by Esc.
-class function_button : public FXMenuButton {
-    FXDECLARE(function_button)
-
-public:
-    // Without ICON_AFTER_TEXT the arrow would stand across the label.
-    function_button(FXComposite* panel, FXPopup* menu, FBufferedWindow* canvas)
-        : FXMenuButton(panel, "Function", nullptr, menu,
-                       MENUBUTTON_UP | JUSTIFY_NORMAL | ICON_AFTER_TEXT | FRAME_RAISED |
-                           FRAME_THICK | LAYOUT_FILL_X,
-                       0, 0, 0, 0, 2, 2, 2, 2),
-          canvas(canvas) {}
-
-    long onCmdUnpost(FXObject* sender, FXSelector sel, void* ptr) {
-        const long answer = FXMenuButton::onCmdUnpost(sender, sel, ptr);
-        canvas->take_focus();
-        return answer;
-    }
-
-protected:
-    function_button() = default;
-
-private:
-    FBufferedWindow* canvas = nullptr;
-};
-
-// clang-format off
-FXDEFMAP(function_button) function_button_map[] = {
-    FXMAPFUNC(SEL_COMMAND, FXWindow::ID_UNPOST, function_button::onCmdUnpost),
-};
-// clang-format on
-FXIMPLEMENT(function_button, FXMenuButton, function_button_map, ARRAYNUMBER(function_button_map))
-
-// The colour well leaves the keys to the canvas: a click on it, or its dialog cancelled, tells
-// nobody that they should go back there.
-class panel_well : public FXColorWell {
-public:
-    using FXColorWell::FXColorWell;
-    bool canFocus() const override { return false; }
-};
-
 } // namespace
 
 FMain::FMain(FXApp* app, FXint x, FXint y, FXint w, FXint h)
@@ -142,8 +102,7 @@ void FMain::build_panel(FXComposite* parent) {
     add_buttons(panel, this, buttons_above_loop);
     loop_check = new FXCheckButton(panel, "Loop", this, ID_LOOP, CHECKBUTTON_NORMAL | LAYOUT_FILL_X,
                                    0, 0, 0, 0, 2, 2, 2, 2);
-    color_well = new panel_well(panel, FXRGB(255, 255, 255), this, ID_PLOT_COLOR,
-                                COLORWELL_NORMAL | LAYOUT_FILL_X, 0, 0, 0, 0, 2, 2, 2, 2);
+    color_well = new panel_well(panel, this, ID_PLOT_COLOR);
     update_color_well();
     build_function_menu();
     new function_button(panel, function_menu, poincare);
