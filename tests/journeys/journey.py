@@ -141,8 +141,15 @@ class Program:
         return next((window for window, name in self.clients() if name == title), None)
 
     def window(self, title):
-        check(self.process.poll() is None, "the program has ended before " + title)
-        return until(lambda: self.find(title), "a window titled " + title)
+        def found():
+            status = self.process.poll()
+            check(status is None, f"no window {title}: the program has ended with status {status}")
+            return self.find(title)
+        try:
+            return until(found, "a window titled " + title)
+        except Failure as failure:
+            raise Failure(f"{failure}; windows: {list(self.clients())}, on standard error: "
+                          f"{self.stderr().decode(errors='replace')}") from None
 
     def gone(self, title):
         until(lambda: self.find(title) is None, title + " closed")
