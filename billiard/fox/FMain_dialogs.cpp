@@ -10,6 +10,7 @@
 #include "libfoxaux/fox-utils/page_book.h"
 #include "mathkit/TError.h"
 #include "mathkit/stderr_failed.h"
+#include "mathkit/turn.h"
 
 #include <algorithm>
 #include <numbers>
@@ -161,7 +162,7 @@ long FMain::onCmdShowPosition(FXObject*, FXSelector, void*) {
     const position_tab accepted = ask_position(this, at);
     if (accepted == position_tab::section) map.setPoint(at.S, at.P);
     if (accepted == position_tab::angles) {
-        map.setPhiAlpha(to_radians(at.phi), to_radians(at.alpha));
+        map.setPhiAlpha(kit::wrapped(to_radians(at.phi)), to_radians(at.alpha));
         coordinate->redraw_boundary(); // the map has moved, also to a point that is no start
         coordinate->begin_path();
     }

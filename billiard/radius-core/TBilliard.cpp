@@ -393,7 +393,7 @@ void TBilliardMap::getPoint(double& S, double& P) {
     stderr_assert(circumference.size() > 1, "circumference.size()>1",
                   "billiard/radius-core/TBilliard",
                   "void TBilliardMap::getPoint(double&, double&)");
-    S = bsearch_list_lookup(circumference.size(), kit::wrapped(phi), circumference.phi.data(),
+    S = bsearch_list_lookup(circumference.size(), phi, circumference.phi.data(),
                             circumference.s.data());
     P = std::cos(alpha);
 }
@@ -415,5 +415,5 @@ void TBilliardMap::setPhiAlpha(double phi_, double alpha_) {
 }
 
 void TBilliardMap::getXY(double& x, double& y) const {
-    circumference.getR(kit::wrapped(phi), x, y);
+    circumference.getR(phi, x, y);
 }

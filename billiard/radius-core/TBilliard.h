@@ -159,8 +159,8 @@ public:
     /// The state itself, in radians.
     void getPhiAlpha(double& phi, double& alpha) const;
 
-    /// Stores both, radians, without a test. phi may be any turns away; an alpha that leads out of
-    /// the table shows in the next impact.
+    /// Stores both, radians, without a test. Until the next impact getPoint and getXY know a phi in
+    /// [0, 2 pi) only; an alpha that leads out of the table shows in that impact.
     void setPhiAlpha(double phi, double alpha);
 
     /// The impact as a point of the plane, its radius interpolated between the rows of the table.

@@ -249,7 +249,7 @@ TEST_F(FMain_dialogs_test, refused_positions_plot_the_old_point_again) {
 
 TEST_F(FMain_dialogs_test, angles_that_are_no_directions_fail_in_the_bounce) {
     for (const bool path_shown : {false, true}) {
-        for (const char* angle : {"nan", "inf", "-inf", "1e999"}) {
+        for (const char* angle : {"nan", "inf", "-inf", "1e999", "1e300"}) {
             SCOPED_TRACE(angle);
             reset();
             if (path_shown) command(FMain::ID_SHOW_BILLIARD);
