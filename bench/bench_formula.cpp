@@ -2,7 +2,7 @@
 // Typed formulas beside the same written in C++, and beside a well-known formula parser.
 #include "bench/figure_table.h"
 #include "billiard/radius-core/TSymbolicRadius.h"
-#include "mathkit/sincos.h"
+#include "mathkit/trig.h"
 
 #include <benchmark/benchmark.h>
 #include <muParser.h>

@@ -6,8 +6,8 @@
 #include "billiard/radius-core/bounce.h"
 #include "mathkit/TError.h"
 #include "mathkit/bsearch.h"
-#include "mathkit/sincos.h"
 #include "mathkit/stderr_failed.h"
+#include "mathkit/trig.h"
 #include "mathkit/turn.h"
 
 #include <algorithm>

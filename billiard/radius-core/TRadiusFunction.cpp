@@ -2,8 +2,8 @@
 // What every curve shares; the analytic curves and the Fourier curve.
 #include "billiard/radius-core/TRadiusFunction.h"
 
-#include "mathkit/sincos.h"
 #include "mathkit/stderr_failed.h"
+#include "mathkit/trig.h"
 #include "mathkit/turn.h"
 
 #include <algorithm>

@@ -23,8 +23,7 @@
 #include "billiard/radius-core/TBilliard.h"
 #include "billiard/radius-core/TRadiusFunction.h"
 #include "mathkit/bsearch.h"
-#include "mathkit/fast_trig.h"
-#include "mathkit/sincos.h"
+#include "mathkit/trig.h"
 #include "mathkit/turn.h"
 
 #include <cmath>
@@ -243,7 +242,7 @@ refusal bounce<Curve>::reflect(const spot& impact, double& phi_, double& alpha) 
         across = -across;
         along = -along;
     }
-    const double turned_alpha = fast_trig::angle_of(across, along);
+    const double turned_alpha = kit::angle_of(across, along);
     const double theta = kit::reduced(phi + impact.x);
     if (!(turned_alpha >= 0 && theta >= 0 && theta <= kit::two_pi)) return refusal::no_number;
     phi_ = theta < kit::two_pi ? theta : 0;
@@ -268,7 +267,7 @@ refusal bounce<Curve>::direction(double alpha) {
         const double tangential = (r * cos_alpha + dr * sin_alpha) * scale;
         start.s = std::fabs(tangential);
         start.o = tangential < 0 ? -radial : radial;
-        w = fast_trig::angle_of(start.s, start.o);
+        w = kit::angle_of(start.s, start.o);
     } else {
         w = (alpha + pi) - (std::atan(dr / r) + pi / 2);
         if (w >= pi) w -= pi;
@@ -341,7 +340,7 @@ typename bounce<Curve>::spot bounce<Curve>::conic_guess() const {
     const double n = (start.dr * start.s - start.r * start.o) * (1 - cos_far) * rb;
     const double m = start.s * (start.r * start.r - (start.r * cos_far - start.dr * sin_far) * rb);
     const double scale = 1 / (n * n + m * m);
-    return place(2 * fast_trig::angle_of(n, m), 2 * n * m * scale, (m - n) * (m + n) * scale);
+    return place(2 * kit::angle_of(n, m), 2 * n * m * scale, (m - n) * (m + n) * scale);
 }
 
 // The same from one point to another, with the slope of the first: the conic meets the line where
@@ -374,7 +373,7 @@ typename bounce<Curve>::spot bounce<Curve>::conic_between(const spot& u, const s
         m = -m;
     }
     const double scale = 1 / (n * n + m * m);
-    return turned(u, 2 * fast_trig::angle_of(n, m), 2 * n * m * scale, (m - n) * (m + n) * scale);
+    return turned(u, 2 * kit::angle_of(n, m), 2 * n * m * scale, (m - n) * (m + n) * scale);
 }
 
 // A few terms of the arc tangent: what they leave out only makes the next step larger, and small

@@ -2,8 +2,8 @@
 // The functions of the formula language: names, values, forward derivatives.
 #include "mathkit/symbolic/functions.h"
 
-#include "mathkit/sincos.h"
 #include "mathkit/symbolic/diffarithm.h"
+#include "mathkit/trig.h"
 
 #include <cmath>
 #include <limits>

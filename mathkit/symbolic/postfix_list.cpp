@@ -2,7 +2,7 @@
 // The machine that runs compiled expressions.
 #include "mathkit/symbolic/postfix_list.h"
 
-#include "mathkit/sincos.h"
+#include "mathkit/trig.h"
 
 #include <cmath>
 
