@@ -33,8 +33,9 @@ bool choose(const request& request, kit::string& file, kit::string& directory) {
         file = kit::string::empty();
         return false;
     }
-    directory = dialog.getDirectory().text();
     file = dialog.getFilename().text();
+    // The folder shown is another one if a path was typed.
+    directory = FXPath::directory(file.c_str()).text();
     return true;
 }
 

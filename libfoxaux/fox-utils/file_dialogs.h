@@ -1,5 +1,6 @@
 // SPDX-License-Identifier: MIT
-// The two file dialogs: they remember their directory for the run, saving asks before overwriting.
+// The two file dialogs: they remember the chosen file's directory for the run, and saving asks
+// before it overwrites.
 #pragma once
 
 #include "mathkit/kit_string.h"
@@ -12,7 +13,8 @@
 ///
 /// `file` goes in as the proposed name, or empty, and comes out as the chosen path, or empty if the
 /// user cancelled. `patterns` is a list in the form of FXFileDialog::setPatternList, or empty. The
-/// last three arguments name the history that keeps the directory, as those of history_object.
+/// last three arguments name the history that keeps the chosen file's directory, as those of
+/// history_object.
 /// `owner` must have been created.
 void open_file_dialog(FXWindow* owner, const FXString& title, kit::string& file,
                       const kit::string& patterns, const kit::string& key_file, int key_line,

@@ -59,16 +59,22 @@ inline void update_widgets(FXWindow* top) {
     }
 }
 
-/// A script for a file dialog: chooses `path`; one in a folder that does not exist is typed.
+/// A script for a file dialog: types `path`, whatever folder is shown.
 inline dialog_driver::script choose_file(const std::string& path) {
     return [path](FXTopWindow* dialog) {
         auto* files = dynamic_cast<FXFileDialog*>(dialog);
         ASSERT_TRUE(files) << dialog->getTitle().text();
-        files->setFilename(path.c_str());
-        if (!fs::exists(fs::path(path).parent_path()))
-            all_of<FXTextField>(dialog).at(0)->setText(path.c_str());
+        all_of<FXTextField>(dialog).at(0)->setText(path.c_str());
         EXPECT_EQ(files->getFilename().text(), path);
         close_dialog(dialog, true);
+    };
+}
+
+/// A script for a file dialog: it must show this folder. Cancels.
+inline dialog_driver::script expect_folder(const std::string& path) {
+    return [path](FXTopWindow* dialog) {
+        EXPECT_EQ(dynamic_cast<FXFileDialog*>(dialog)->getDirectory().text(), path);
+        close_dialog(dialog, false);
     };
 }
 

@@ -198,10 +198,12 @@ TEST(SelectFont, TheButtonsChooseAFontAndAFile) {
         browse(w.dialog, 0);
         browse(w.dialog, 1);
         EXPECT_EQ(w.file->getText().text(), file);
+        browse(w.dialog, 1);
         EXPECT_NE(w.font_name->getText().find(",240"), -1);
         w.book->setCurrent(1);
     };
-    font_dialog(true, change, {choose_24_points, choose_file(file)});
+    font_dialog(true, change,
+                {choose_24_points, choose_file(file), expect_folder(fs::path(file).parent_path())});
     EXPECT_EQ(a_plot.font_size, 24);
     EXPECT_TRUE(dynamic_cast<fox_font*>(hfont));
 }

@@ -217,11 +217,7 @@ TEST(Pictures, TheDirectoryIsRememberedByWhatWasSavedOnly) {
     shown<canvas> window(60, 40);
     put_file(second / "old.png", "old");
     const auto expect_directory = [&](const folder& place) {
-        save_by_dialog(*window, {[&](FXTopWindow* dialog) {
-            EXPECT_EQ(dynamic_cast<FXFileDialog*>(dialog)->getDirectory().text(),
-                      place.path.string());
-            close_dialog(dialog, false);
-        }});
+        save_by_dialog(*window, {expect_folder(place.path)});
     };
     save_by_dialog(*window, {choose_file(first / "a.png")});
     expect_directory(first);
