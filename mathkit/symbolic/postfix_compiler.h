@@ -18,6 +18,20 @@ namespace symbolic {
 ///
 /// The nodes hand over their operations in postfix order; equal operations on equal operands become
 /// one value, whichever expression they stand in. `finish` then orders the values into steps.
+///
+/// Example: 3+cos(2*t) and its derivative arrive as
+///
+///     3  2 t mul  cos  add          -> first result
+///     2 t mul  sin  negate  2 mul   -> second result
+///
+/// and become, each value once and in the order in which it is first met,
+///
+///     v0 = 3      v3 = v2 * v1 (numbers on the right)   v6 = sin(v3), the same v3 as before
+///     v1 = 2      v4 = cos(v3)                          v7 = -v6, which nothing needs in the end:
+///     v2 = t      v5 = v4 + v0, the first result        v8 = -2, since the factor takes the sign
+///                                                       v9 = v6 * v8, the second result
+///
+/// postfix_scheduler.h goes on from there.
 class postfix_compiler {
 public:
     /// Lets the list of two results take the sine and the cosine of its variable from the caller.

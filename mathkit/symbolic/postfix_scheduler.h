@@ -16,6 +16,22 @@ namespace symbolic {
 /// argument are computed in one step. Sines and cosines of whole multiples of a cell, as they make
 /// up most formulas of closed curves, are built from one angle by the addition theorems where that
 /// takes fewer operations.
+///
+/// Example: the values v0 to v9 of 3+cos(2*t) and its derivative, as postfix_compiler.h lists them,
+/// with sine and cosine of t given by the caller. The stack holds t in s[0] and what the caller
+/// gives in s[1] and s[2].
+///
+///     count_uses     v3 twice, v7 never: it gets no step
+///     choose_angles  v4 and v6 are cosine and sine of 2 t: one doubling instead of two calls
+///     give_partners  nothing is left for a joint step of sine and cosine
+///     emit v5, v9    angle_double  s[4], s[5] = sine and cosine of 2 t, from s[1] and s[2]
+///                    load          acc = s[5]                   v4
+///                    add_k         acc = acc + 3                v5
+///                    store_load    s[3] = acc, acc = s[4]       the first result; v6
+///                    mul_k         acc = acc * -2               v9
+///     put_end        end           acc + -0 is the second result
+///
+/// Alone, without the caller's help, 3+cos(2*t) is: cos_of (acc = cos(s[0] * 2)), end (acc + 3).
 class postfix_scheduler {
 public:
     explicit postfix_scheduler(const postfix_compiler& source);
