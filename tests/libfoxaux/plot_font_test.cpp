@@ -4,6 +4,7 @@
 #include "libfoxaux/font/fox_font.h"
 #include "libfoxaux/font/fox_hfont.h"
 #include "libfoxaux/font/fox_ttf_font.h"
+#include "tests/data_tables.h"
 #include "tests/ink_box.h"
 #include "tests/libfoxaux/window_fixture.h"
 
@@ -17,7 +18,7 @@ using namespace window_test;
 namespace {
 
 constexpr double quarter = std::numbers::pi / 2;
-const std::string font_path = std::string(TEST_DATA_DIR) + "/plain.ttf";
+const std::string font_path = data_file("plain.ttf");
 
 constexpr int sheet_w = 400;
 constexpr int sheet_h = 360;

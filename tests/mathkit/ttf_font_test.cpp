@@ -7,6 +7,7 @@
 
 #include "mathkit/TError.h"
 
+#include "tests/data_tables.h"
 #include "tests/folder.h"
 #include "tests/ink_box.h"
 
@@ -24,7 +25,7 @@
 namespace {
 
 constexpr double quarter = std::numbers::pi / 2;
-const std::string font_path = std::string(TEST_DATA_DIR) + "/plain.ttf";
+const std::string font_path = data_file("plain.ttf");
 
 /// Collects what is drawn as coverage by pixel, 255 for a bit of a mono bitmap.
 class recording_font : public ttf_font {

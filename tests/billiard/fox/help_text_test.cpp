@@ -7,6 +7,7 @@
 #include "mathkit/symbolic/functions.h"
 #include "mathkit/symbolic/scanexpr.h"
 #include "mathkit/tiny_izstream.h"
+#include "tests/data_tables.h"
 
 #include <fstream>
 #include <gtest/gtest.h>
@@ -26,7 +27,7 @@ std::string carried_text() {
 }
 
 TEST(HelpText, IsTheWrittenOneInPlainAsciiThatFitsTheWindow) {
-    std::ifstream in(TEST_DATA_DIR "/../../billiard/fox/help.txt", std::ios::binary);
+    std::ifstream in(data_file("../../billiard/fox/help.txt"), std::ios::binary);
     const std::string text = carried_text();
     EXPECT_EQ(text, std::string(std::istreambuf_iterator<char>(in), {}));
     EXPECT_GE(text.size(), 7000U);
