@@ -9,8 +9,27 @@
 #include <cmath>
 #include <cstdio>
 #include <cstdlib>
+#include <string_view>
 
 namespace {
+
+constexpr const char* usage =
+    "usage: billiard [-display NAME]\n"
+    "       billiard --help | --version\n"
+    "Explores two-dimensional dynamical billiards. What the keys do tells the button \"Help\".\n"
+    "Other options of the toolkit are understood too.\n";
+
+// What an argument asks to be told, or null. The toolkit would open a display first.
+const char* answer_to(std::string_view argument) {
+    if (argument == "--help") return usage;
+    if (argument == "--version") return "Billiard " BILLIARD_VERSION "\n";
+    return nullptr;
+}
+
+// Gives the status of the program: a text that does not arrive, as on a full disk, is a failure.
+int tell(const char* text) {
+    return std::fputs(text, stdout) >= 0 && std::fflush(stdout) == 0 ? EXIT_SUCCESS : EXIT_FAILURE;
+}
 
 int pixels(double length) {
     return static_cast<int>(std::rint(length));
@@ -53,6 +72,9 @@ void create(FXApp* app) {
 } // namespace
 
 int main(int argc, char** argv) {
+    for (int i = 1; i < argc; ++i)
+        if (const char* answer = answer_to(argv[i])) return tell(answer);
+
     // Neither the application nor the window is ever deleted: an application that dies with this
     // function would take every window with it, while the toolkit is still at work on them.
     auto* app = new plot_application("Billiard", "Iterra");

@@ -156,6 +156,12 @@ def no_display():
     # Not without DISPLAY: that means :0, and another test's display may have that number.
     for name in (":nonsense", ":65000", "nowhere.invalid:0"):
         ends_with_message(b"display", env=environment(DISPLAY=name))
+        for option, start in (("--help", b"usage: billiard"), ("--version", b"Billiard 1.")):
+            answer = output_of("env", "DISPLAY=" + name, sys.argv[1], "-sync", option)
+            check(answer.startswith(start), f"{option} without a display answers {answer}")
+    with open("/dev/full", "wb") as full:
+        done = subprocess.run([sys.argv[1], "--help"], stdout=full, timeout=60, check=False)
+        check(done.returncode == 1, f"on a full disk the status of --help is {done.returncode}")
 
 
 def no_fonts():
