@@ -159,6 +159,57 @@ double next_angle(double phi, double ds, double density, int i) {
     return p < two_pi ? p : two_pi;
 }
 
+// Goes along the curve from row to row.
+//
+// The density at a row may promise a step of the usual length where the step jumps over a whole
+// tip. A step that is far longer than that is halved until it no longer is. From then on no step is
+// more than twice as wide as the one before, since a tip begins as steeply as it ends, and none is
+// measured more exactly than the whole length can be told. As long as nothing is halved neither
+// matters, and the table is that of the densities alone.
+class row_steps {
+public:
+    row_steps(const TRadiusFunction& F, TIntegrator& integrator, double length)
+        : F(F),
+          integrator(integrator),
+          length(length),
+          ds(length / usual_rows),
+          too_long(16 * ds) {}
+
+    // Goes from row i at phi, where the curve has that density, to the next row; tells the arc
+    // length between them and the next row's radius.
+    double advance(int i, double& phi, double& density, double& r) {
+        const double from = phi;
+        const double density_from = density;
+        const auto go = [&](double to) {
+            phi = to;
+            density = F.arcDensity(to, r);
+            return integrator.AdaptiveGauss(from, density_from, to, density, tolerance);
+        };
+        const double p = next_angle(phi, ds, density, i);
+        if (i >= most_rows / 2) return go(p); // the rows must last
+        double step = go(std::min(p, from + widest));
+        while (step > too_long && halvings_left > 0) {
+            const double middle = from + 0.5 * (phi - from);
+            if (!(middle > from)) break; // neighbouring doubles
+            step = go(middle);
+            tolerance = std::max(tolerance, 1e-16 * length);
+            --halvings_left;
+        }
+        if (halvings_left < most_halvings) widest = 2 * (phi - from);
+        return step;
+    }
+
+private:
+    static constexpr int most_halvings = 1000; // a hundred do for any curve; a pole takes them all
+
+    const TRadiusFunction& F;
+    TIntegrator& integrator;
+    const double length, ds, too_long; // of the curve, of the usual step, of one to halve
+    double tolerance = 1e-12;
+    double widest = HUGE_VAL; // of the steps to come, in radians
+    int halvings_left = most_halvings;
+};
+
 // Turns lengths into parts of the whole. A boundary whose length is 0, NaN or endless is measured
 // by its angle instead.
 void normalise(std::vector<double>& s, const std::vector<double>& phi) {
@@ -175,7 +226,7 @@ void normalise(std::vector<double>& s, const std::vector<double>& phi) {
 void TBilliard::buildCircumference() {
     TCircumferenceIntegrator integrator(F);
     const double length = integrator.AdaptiveGauss(0, two_pi, 1e-12, 36);
-    const double ds = length / usual_rows;
+    row_steps steps(*F, integrator, length);
 
     circumference_class& table = circumference;
     table.resize(usual_rows + 20);
@@ -191,13 +242,8 @@ void TBilliard::buildCircumference() {
         table.s[row] = s;
         table.r[row] = r;
         if (phi >= two_pi) break;
-
-        const double p = next_angle(phi, ds, density, i);
-        const double density_there = F->arcDensity(p, r);
-        const double step = integrator.AdaptiveGauss(phi, density, p, density_there, 1e-12);
+        const double step = steps.advance(i, phi, density, r);
         if (std::isfinite(step)) s += step;
-        phi = p;
-        density = density_there;
     }
     table.resize(i + 1);
     normalise(table.s, table.phi);

@@ -67,8 +67,9 @@ class TBilliard {
 public:
     /// The boundary as rows of polar angle, arc length and radius.
     ///
-    /// A proper curve has about 2000 rows, spaced evenly in arc length as nearly as the slope at
-    /// each row's start tells. Hostile curves have at most 50,000.
+    /// A curve has about 2000 rows, spaced evenly in arc length as nearly as the slope at each
+    /// row's start tells; before a tip a step may be up to 16 times as long as the others. Where
+    /// the radius swings too fast to be followed, or has poles, there are between 2 and 50,000.
     class circumference_class {
     public:
         std::vector<double> phi; ///< strictly growing from 0 to 2 pi
