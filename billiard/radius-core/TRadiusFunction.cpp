@@ -323,7 +323,7 @@ TPotatoFunction::TPotatoFunction(const char* text) {
     char* at = nullptr;
     const long count = std::strtol(text, &at, 10);
     if (at == text || *at != ' ' || count < 0) malformed(__LINE__);
-    // A number that is missing reads as 0 and leaves `at` where it was.
+    // Where there is no number `at` stays.
     const auto next_number = [&at](double& x) {
         char* const from = at;
         x = std::strtod(from, &at);
@@ -335,8 +335,7 @@ TPotatoFunction::TPotatoFunction(const char* text) {
     for (long i = 0; i < count; ++i) {
         double amplitude, phase;
         if (!next_number(amplitude) || *at != ' ') malformed(__LINE__);
-        const bool found = next_number(phase);
-        if (i != count - 1 && (!found || *at != ' ')) malformed(__LINE__);
+        if (!next_number(phase) || (i != count - 1 && *at != ' ')) malformed(__LINE__);
         amplitudes.push_back(amplitude);
         phases.push_back(phase);
     }

@@ -227,7 +227,7 @@ public:
     /// the angles 1, 1.08 and pi - 2.08.
     bool set(double alpha, double beta);
 
-    /// The same in degrees.
+    /// The same in degrees, whose sum must be less than 180 before it is rounded to radians.
     bool setDegrees(double alpha, double beta);
 
     double R(double phi) const override;

@@ -140,6 +140,8 @@ bool TTriangleFunction::set(double alpha_, double beta_) {
 }
 
 bool TTriangleFunction::setDegrees(double alpha_, double beta_) {
+    // In radians 120 and 60 leave a third angle, of rounding alone.
+    if (!(alpha_ + beta_ < 180)) return set(0, 0);
     return set(alpha_ * pi / 180, beta_ * pi / 180);
 }
 

@@ -192,6 +192,16 @@ TEST(TTriangleFunction, stands_as_described) {
     EXPECT_STREQ(t.instanceText(), "Triangle with angles alpha=57.2958\xb0 and beta=61.8794\xb0");
 }
 
+TEST(TTriangleFunction, needs_a_third_angle_in_degrees) {
+    TTriangleFunction t;
+    for (int alpha = -1; alpha <= 181; ++alpha) {
+        EXPECT_FALSE(t.setDegrees(alpha, 180 - alpha)) << alpha;
+        const bool has_both = alpha > 0 && alpha < 179;
+        EXPECT_EQ(t.setDegrees(alpha, 179 - alpha), has_both) << alpha;
+    }
+    EXPECT_TRUE(t.setDegrees(120, 59.9) && !t.setDegrees(120, NAN));
+}
+
 TEST(TTriangleFunction, gives_the_seam_to_the_side_that_is_told) {
     // The slope jumps at the vertex of the polar angle 0. That angle and its turns belong to the
     // first side; just below, rounding makes it a whole turn, which belongs to the last side.
@@ -249,10 +259,11 @@ TEST(TPotatoFunction, takes_arrays_and_texts) {
 
 TEST(TPotatoFunctionDeathTest, stops_at_a_malformed_text) {
     const std::string place = "billiard/radius-core/TRadiusFunction";
-    for (const char* text : {"3,5 0 0 0 1 0.5", "-1 2 3", "3 5,0 0 0 1 0.5", "3 5\t0 0 0 1 0.5",
-                             "3 5 0,0 0 1 0.5", "3 5 0 0 0 1", "999999999999 1 2 3", "", "x",
-                             // numbers that are missing are not noughts
-                             "1000000000 ", "3 ", "3 5 0 x", " "}) {
+    for (const char* text :
+         {"3,5 0 0 0 1 0.5", "-1 2 3", "3 5,0 0 0 1 0.5", "3 5\t0 0 0 1 0.5", "3 5 0,0 0 1 0.5",
+          "3 5 0 0 0 1", "999999999999 1 2 3", "", "x",
+          // numbers that are missing are not noughts, not even the last
+          "1000000000 ", "3 ", "3 5 0 x", " ", "1 x 0", "1 2.5 x", "3 5 0 0 0 1 "}) {
         EXPECT_DEATH(TPotatoFunction{text}, place) << text;
     }
 }
