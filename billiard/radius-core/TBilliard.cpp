@@ -210,12 +210,15 @@ private:
     int halvings_left = most_halvings;
 };
 
+// Whether lengths can be told as parts of the whole.
+bool is_measure(double whole) {
+    return whole > 0 && std::isfinite(1 / whole) && std::isfinite(whole);
+}
+
 // Turns lengths into parts of the whole. A boundary whose length is 0, NaN or endless is measured
 // by its angle instead.
 void normalise(std::vector<double>& s, const std::vector<double>& phi) {
-    const double whole = s.back();
-    const bool measured = whole > 0 && std::isfinite(1 / whole) && std::isfinite(whole);
-    const std::vector<double>& from = measured ? s : phi;
+    const std::vector<double>& from = is_measure(s.back()) ? s : phi;
     const double scale = 1 / from.back();
     std::transform(from.begin(), from.end(), s.begin(), [&](double x) { return x * scale; });
     s.back() = 1;
@@ -246,7 +249,21 @@ void TBilliard::buildCircumference() {
         if (std::isfinite(step)) s += step;
     }
     table.resize(i + 1);
+    table.length = s;
     normalise(table.s, table.phi);
+}
+
+double TBilliard::arcShare(double phi) const {
+    const circumference_class& table = circumference;
+    const int i = bsearch_interval(static_cast<unsigned>(table.size()), phi, table.phi.data());
+    if (i < 0) return 0;
+    if (!is_measure(table.length)) return phi / two_pi;
+    const auto row = static_cast<std::size_t>(i);
+    TCircumferenceIntegrator integrator(F);
+    const double from = table.phi[row];
+    const double part =
+        integrator.AdaptiveGauss(from, F->arcDensity(from), phi, F->arcDensity(phi), 1e-12);
+    return std::isfinite(part) ? table.s[row] + part / table.length : table.s[row];
 }
 
 namespace {

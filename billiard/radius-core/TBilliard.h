@@ -76,6 +76,10 @@ public:
         std::vector<double> s;   ///< arc length from phi = 0, over the circumference: 0 to 1
         std::vector<double> r;   ///< R(phi)
 
+        /// The circumference, in units of the radius. Where it is 0, NaN or endless, s is the share
+        /// of the angle instead.
+        double length = 0;
+
         int size() const { return static_cast<int>(phi.size()); }
         void resize(int n);
 
@@ -118,6 +122,10 @@ public:
     /// velocity after it. Out: the same of the next impact, phi in [0, 2 pi) and alpha in [0, pi).
     /// Throws a TError, with both unchanged, where no impact can be found. There must be a curve.
     void findit(double& phi, double& alpha);
+
+    /// The arc length from phi = 0 to phi, in [0, 2 pi], over the circumference. Good to 1e-12,
+    /// where the S that is read from the table is linear between the rows.
+    double arcShare(double phi) const;
 
     /// Lists the sign changes of the curvature in `inflections`, and sets `convex` if there are
     /// none. Changes closer together than pi/1000 may go unseen, and so may a corner that turns the

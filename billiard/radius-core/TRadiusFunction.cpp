@@ -20,11 +20,22 @@ double TRadiusFunction::curvatureNumerator(double phi) const {
     return r * r + 2 * dr * dr - r * ddR(phi);
 }
 
-double TRadiusFunction::curvature(double phi) const {
-    const double r = R(phi);
-    const double dr = dR(phi);
+namespace {
+
+double curvature_of(double r, double dr, double ddr) {
     const double q = r * r + dr * dr;
-    return (r * r + 2 * dr * dr - r * ddR(phi)) / (q * std::sqrt(q));
+    return (r * r + 2 * dr * dr - r * ddr) / (q * std::sqrt(q));
+}
+
+} // namespace
+
+double TRadiusFunction::curvature(double phi) const {
+    return curvature_of(R(phi), dR(phi), ddR(phi));
+}
+
+double TRadiusFunction::curvature_at(double phi, double /*sin_phi*/, double /*cos_phi*/, double r,
+                                     double dr) const {
+    return curvature_of(r, dr, ddR(phi));
 }
 
 void TRadiusFunction::value_and_slope(double phi, double /*sin_phi*/, double /*cos_phi*/, double& r,
@@ -134,6 +145,17 @@ void TEllipseFunction::value_and_slope(double /*phi*/, double sin_phi, double co
     dr = e2c * sin_phi * r / q;
 }
 
+// Of two ends of the curve one is far flatter: the sum of terms that curvature_of takes would lose
+// its digits there.
+double TEllipseFunction::curvature_at(double /*phi*/, double sin_phi, double cos_phi, double r,
+                                      double /*dr*/) const {
+    const double q = 1 + e * e;
+    const double x = q * r * cos_phi;
+    const double y = r * sin_phi;
+    const double slant = x * x + y * y;
+    return q / (slant * std::sqrt(slant));
+}
+
 // TOvalAFunction
 
 bool TOvalAFunction::set(double c_) {
@@ -179,6 +201,11 @@ void TOvalAFunction::derivatives(double phi, double sin_phi, double cos_phi, dou
     ddr = -4 * (cos_phi - sin_phi) * (cos_phi + sin_phi);
 }
 
+double TOvalAFunction::curvature_at(double /*phi*/, double /*sin_phi*/, double /*cos_phi*/,
+                                    double r, double dr) const {
+    return curvature_of(r, dr, 4 * (c - r));
+}
+
 // TOvalBFunction
 
 bool TOvalBFunction::set(double e_) {
@@ -221,6 +248,11 @@ void TOvalBFunction::derivatives(double phi, double sin_phi, double cos_phi, dou
                                  double& ddr) const {
     TOvalBFunction::value_and_slope(phi, sin_phi, cos_phi, r, dr);
     ddr = -e * cos_phi;
+}
+
+double TOvalBFunction::curvature_at(double /*phi*/, double /*sin_phi*/, double /*cos_phi*/,
+                                    double r, double dr) const {
+    return curvature_of(r, dr, 1 - r);
 }
 
 // TGenOvalFunction. Products with n are products of doubles: n * n may leave the range of int.
@@ -298,6 +330,12 @@ void TGenOvalFunction::derivatives(double phi, double sin_phi, double cos_phi, d
     dr = -n * y;
     const double m = n;
     ddr = -m * m * x;
+}
+
+double TGenOvalFunction::curvature_at(double /*phi*/, double /*sin_phi*/, double /*cos_phi*/,
+                                      double r, double dr) const {
+    const double m = n;
+    return curvature_of(r, dr, m * m * (c - r));
 }
 
 // TPotatoFunction

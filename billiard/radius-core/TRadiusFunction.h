@@ -30,6 +30,11 @@ public:
     /// The signed curvature, N / (R^2 + R'^2)^(3/2).
     virtual double curvature(double phi) const;
 
+    /// The same for callers that hold what value_and_slope takes and gives; each curve has its own
+    /// short form.
+    virtual double curvature_at(double phi, double sin_phi, double cos_phi, double r,
+                                double dr) const;
+
     /// A text that names the family of curves, with letters for the parameters.
     virtual kit::string familyText() const { return kit::string::empty(); }
 
@@ -91,6 +96,8 @@ public:
     kit::string instanceText() const override;
     void value_and_slope(double phi, double sin_phi, double cos_phi, double& r,
                          double& dr) const override;
+    double curvature_at(double phi, double sin_phi, double cos_phi, double r,
+                        double dr) const override;
 };
 
 /// R = c + cos(2 phi), c > 1; convex from c = 5 on.
@@ -113,6 +120,8 @@ public:
     kit::string instanceText() const override;
     void value_and_slope(double phi, double sin_phi, double cos_phi, double& r,
                          double& dr) const override;
+    double curvature_at(double phi, double sin_phi, double cos_phi, double r,
+                        double dr) const override;
     void derivatives(double phi, double sin_phi, double cos_phi, double& r, double& dr,
                      double& ddr) const override;
 };
@@ -138,6 +147,8 @@ public:
     kit::string instanceText() const override;
     void value_and_slope(double phi, double sin_phi, double cos_phi, double& r,
                          double& dr) const override;
+    double curvature_at(double phi, double sin_phi, double cos_phi, double r,
+                        double dr) const override;
     void derivatives(double phi, double sin_phi, double cos_phi, double& r, double& dr,
                      double& ddr) const override;
 };
@@ -164,6 +175,8 @@ public:
     kit::string instanceText() const override;
     void value_and_slope(double phi, double sin_phi, double cos_phi, double& r,
                          double& dr) const override;
+    double curvature_at(double phi, double sin_phi, double cos_phi, double r,
+                        double dr) const override;
     void derivatives(double phi, double sin_phi, double cos_phi, double& r, double& dr,
                      double& ddr) const override;
 
@@ -195,10 +208,13 @@ public:
     double R(double phi) const override;
     double dR(double phi) const override;
     double ddR(double phi) const override;
+    double curvature(double phi) const override;
     kit::string familyText() const override;
     kit::string instanceText() const override;
     void value_and_slope(double phi, double sin_phi, double cos_phi, double& r,
                          double& dr) const override;
+    double curvature_at(double phi, double sin_phi, double cos_phi, double r,
+                        double dr) const override;
 
 private:
     enum piece { right_arc, top_side, left_arc, bottom_side };
@@ -233,10 +249,13 @@ public:
     double R(double phi) const override;
     double dR(double phi) const override;
     double ddR(double phi) const override;
+    double curvature(double phi) const override;
     kit::string familyText() const override;
     kit::string instanceText() const override;
     void value_and_slope(double phi, double sin_phi, double cos_phi, double& r,
                          double& dr) const override;
+    double curvature_at(double phi, double sin_phi, double cos_phi, double r,
+                        double dr) const override;
 
 private:
     // A side is R = distance / sin(phi + shift).

@@ -1,8 +1,6 @@
 // SPDX-License-Identifier: MIT
 // Periodic points of billiards, judged by points that were computed to fifty digits.
-#include "billiard/radius-core/TBilliard.h"
-#include "tests/data_tables.h"
-#include "tests/reference_curves.h"
+#include "tests/reference_billiards.h"
 
 #include <gtest/gtest.h>
 
@@ -16,21 +14,12 @@ namespace {
 
 const double somewhere_s = 0.123, somewhere_p = 0.456; ///< where the map stands before a capture
 
-/// The billiard of a row, made once for a run of rows with the same curve.
-class billiards {
-public:
-    TBilliardMap& of(const data_row& row) {
-        if (row.curve() != curve)
-            map = std::make_unique<TBilliardMap>(new_reference_curve(row.curve()));
-        curve = row.curve();
-        map->setPoint(somewhere_s, somewhere_p);
-        return *map;
-    }
-
-private:
-    std::string curve;
-    std::unique_ptr<TBilliardMap> map;
-};
+/// The billiard of a row, at the place where captures start.
+TBilliardMap& placed_billiard(reference_billiards& made, const data_row& row) {
+    TBilliardMap& map = made.of(row);
+    map.setPoint(somewhere_s, somewhere_p);
+    return map;
+}
 
 double around(double difference, double turn) {
     return std::abs(difference - turn * std::round(difference / turn));
@@ -70,11 +59,11 @@ bool stands_on(const TBilliardMap& map, const data_row& row) {
 }
 
 TEST(BilliardPeriodicPoints, CirclesHaveTheirOrder) {
-    billiards made;
+    reference_billiards made;
     std::map<std::string, int> asked, missed;
     for (const data_row& row : read_data_table("getorder.csv")) {
         SCOPED_TRACE(row.text("id"));
-        TBilliardMap& map = made.of(row);
+        TBilliardMap& map = placed_billiard(made, row);
         const int wanted = row.integer("order");
         const double x = row.number("x"), y = row.number("y");
         const double rx = row.number("rx"), ry = row.number("ry");
@@ -94,12 +83,12 @@ TEST(BilliardPeriodicPoints, CirclesHaveTheirOrder) {
 }
 
 TEST(BilliardPeriodicPoints, CirclesLeadToTheirPoint) {
-    billiards made;
+    reference_billiards made;
     for (const data_row& row : read_data_table("getorder.csv")) {
         const int order = row.integer("order");
         if (order < 0) continue;
         SCOPED_TRACE(row.text("id"));
-        TBilliardMap& map = made.of(row);
+        TBilliardMap& map = placed_billiard(made, row);
         double x = row.number("x"), y = row.number("y");
         int iter = 30;
         TRect box;
@@ -110,11 +99,11 @@ TEST(BilliardPeriodicPoints, CirclesLeadToTheirPoint) {
 }
 
 TEST(BilliardPeriodicPoints, KnownPointsAreFoundFromNearbyAtAnyDepthOfZoom) {
-    billiards made;
+    reference_billiards made;
     for (const data_row& row : read_data_table("fixpoints.csv")) {
         for (const double radius : {1e-3, 1e-7}) {
             SCOPED_TRACE(row.text("id"));
-            TBilliardMap& map = made.of(row);
+            TBilliardMap& map = placed_billiard(made, row);
             double S, P;
             map.setPhiAlpha(row.number("phi"), row.number("alpha"));
             map.getPoint(S, P); // the table's S of the point

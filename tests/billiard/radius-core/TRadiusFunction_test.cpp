@@ -80,6 +80,8 @@ TEST_P(each_curve, curvature_has_one_meaning) {
         EXPECT_NEAR(curve->curvatureNumerator(phi), n, 1e-13 * scale) << phi;
         const double q = r * r + dr * dr;
         EXPECT_NEAR(curve->curvature(phi) * q * std::sqrt(q), n, 1e-13 * scale) << phi;
+        const double there = curve->curvature_at(phi, std::sin(phi), std::cos(phi), r, dr);
+        EXPECT_NEAR(there * q * std::sqrt(q), n, 2e-12 * scale) << phi;
         EXPECT_NEAR(curve->arcDensity(phi), std::sqrt(q), 1e-12 * std::sqrt(q)) << phi;
     });
 }
