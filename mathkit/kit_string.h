@@ -2,6 +2,7 @@
 // The reference-counted texts of the support library, narrow and wide.
 #pragma once
 
+#include <atomic>
 #include <cstdarg>
 #include <cstddef>
 #include <cstdint>
@@ -10,12 +11,13 @@ namespace kit {
 
 /// A counted block of bytes; texts and memory streams keep their characters in one.
 ///
-/// The block is shared by handles through `refs`, a plain count: the program has one thread.
+/// The block is shared by handles through `refs`, which threads may change at a time: even texts
+/// that no thread hands to another share the empty block.
 struct bvector {
-    char* data = nullptr;     ///< the bytes, owned; null while `capacity` is 0
-    std::size_t size = 0;     ///< bytes in use
-    std::size_t capacity = 0; ///< bytes allocated
-    std::int32_t refs = 1;    ///< handles that share the block
+    char* data = nullptr;              ///< the bytes, owned; null while `capacity` is 0
+    std::size_t size = 0;              ///< bytes in use
+    std::size_t capacity = 0;          ///< bytes allocated
+    std::atomic<std::int32_t> refs{1}; ///< handles that share the block
 
     bvector() = default;
     bvector(const bvector&) = delete;

@@ -7,7 +7,6 @@
 #include "mathkit/symbolic/postfix_compiler.h"
 #include "mathkit/symbolic/scanexpr.h"
 #include "mathkit/symbolic/simplify.h"
-#include "mathkit/symbolic/subs_manager.h"
 #include "mathkit/turn.h"
 
 #include <algorithm>
@@ -16,13 +15,22 @@ namespace symbolic {
 
 using kit::wrapped;
 
-TSymbolicRadius::TSymbolicRadius(const char* formula) : text(formula) {
-    const var variable("t");
-    subs_manager manager;
-    manager.set_math_constants();
-    manager.set_experimental_functions();
+namespace {
 
-    ex e0 = scanexpr(formula).eval(manager.first, manager.second, -1);
+subs_manager language() {
+    subs_manager names;
+    names.set_math_constants();
+    names.set_experimental_functions();
+    return names;
+}
+
+} // namespace
+
+TSymbolicRadius::TSymbolicRadius(const char* formula) : TSymbolicRadius(formula, language()) {}
+
+TSymbolicRadius::TSymbolicRadius(const char* formula, const subs_manager& names) : text(formula) {
+    const var variable("t");
+    ex e0 = scanexpr(formula).eval(names.first, names.second, -1);
     ex e1 = simplify_0_1(e0.diff(variable));
     ex e2 = simplify_0_1(e1.diff(variable));
     for (ex* e : {&e0, &e1, &e2})

@@ -5,6 +5,7 @@
 #include "billiard/radius-core/TRadiusFunction.h"
 #include "mathkit/kit_string.h"
 #include "mathkit/symbolic/postfix_list.h"
+#include "mathkit/symbolic/subs_manager.h"
 
 #include <vector>
 
@@ -33,6 +34,9 @@ public:
     /// Throws TError, with a text for the user, if the formula cannot be parsed or is beyond the
     /// limits of symbolic/limits.h. Null counts as an empty text, which is no formula.
     explicit TSymbolicRadius(const char* formula);
+
+    /// The same for a formula whose names, those of constants and functions too, are `names`.
+    TSymbolicRadius(const char* formula, const subs_manager& names);
     TSymbolicRadius(const TSymbolicRadius&) = delete;
     TSymbolicRadius& operator=(const TSymbolicRadius&) = delete;
 

@@ -1,0 +1,227 @@
+// SPDX-License-Identifier: MIT
+// The verb "orbit": every bounce of each start.
+//
+// Notes: a bounce needs the one before, but most of the time goes into the text of its row. A long
+// orbit is cut into links: a thread takes the impact at which the link before has ended, follows
+// the particle, leaves the last impact, and writes its rows while another thread follows the
+// particle on.
+#include "billiard/batch/orbit_job.h"
+
+#include "billiard/batch/errors.h"
+#include "mathkit/TError.h"
+
+#include <algorithm>
+#include <atomic>
+#include <vector>
+
+namespace batch {
+
+namespace {
+
+// Rows of a block: few enough for many blocks to wait, enough for threads not to meet too often.
+constexpr std::int64_t block_rows = 512;
+constexpr std::size_t usual_row = 180;
+
+} // namespace
+
+/// What the links of one orbit hand on.
+struct orbit_chain {
+    std::int64_t orbit = 0;
+    std::int64_t bounce = 0; ///< the last one of the links taken so far
+    std::int64_t links = 0;  ///< their number
+
+    std::atomic<std::int64_t> turn{0}; ///< the link that may begin; what follows is its own
+    orbit_point at{};                  ///< the impact before the link's first
+    bool started = false;              ///< the row of the start is written
+
+    std::atomic<bool> ended{false}; ///< the orbit has failed: there are no further bounces
+};
+
+namespace {
+
+// The impacts that follow `at`, which becomes the last of them: `count`, or fewer where the orbit
+// fails.
+std::vector<orbit_point> follow(TBilliardMap& map, orbit_point& at, std::int64_t count) {
+    std::vector<orbit_point> impacts;
+    impacts.reserve(static_cast<std::size_t>(count));
+    map.setPhiAlpha(at.phi, at.alpha);
+    try {
+        while (static_cast<std::int64_t>(impacts.size()) < count) {
+            map.iterate();
+            impacts.push_back({map.phi, map.alpha});
+        }
+    } catch (const TError&) { // the rows before are the answer
+    }
+    if (!impacts.empty()) at = impacts.back();
+    return impacts;
+}
+
+// Whole orbits that together are no longer than a block.
+class short_orbits : public block {
+public:
+    short_orbits(const start_list& starts, std::int64_t n, std::int64_t first, std::int64_t count)
+        : starts(starts),
+          n(n),
+          first(first) {
+        units = count;
+    }
+
+    void compute(table_shelf& tables, work_monitor& monitor) override {
+        TBilliardMap& map = tables.table(0);
+        text.reserve(static_cast<std::size_t>((n + 1) * units) * usual_row);
+        for (std::int64_t i = first; i < first + units; ++i) {
+            const start from = starts.at(i, map);
+            orbit_point at{from.phi, from.alpha};
+            const std::vector<orbit_point> impacts = follow(map, at, n);
+            orbit_rows rows(map, i, text);
+            rows.add_start(from);
+            std::int64_t bounce = 0;
+            for (const orbit_point& impact : impacts)
+                rows.add(++bounce, impact);
+            monitor.bounces += bounce;
+            if (bounce < n) ++ended_early;
+        }
+    }
+
+    std::string take_rows() override { return std::move(text); }
+
+private:
+    const start_list& starts;
+    const std::int64_t n, first;
+    std::string text;
+};
+
+// A part of a long orbit.
+class orbit_link : public block {
+public:
+    orbit_link(const start_list& starts, std::shared_ptr<orbit_chain> of, std::int64_t bounces,
+               bool last)
+        : starts(starts),
+          chain(std::move(of)),
+          number(chain->links++),
+          before(chain->bounce),
+          bounces(bounces) {
+        chain->bounce += bounces;
+        units = last ? 1 : 0;
+    }
+
+    void compute(table_shelf& tables, work_monitor& monitor) override {
+        TBilliardMap& map = tables.table(0);
+        text.reserve(static_cast<std::size_t>(bounces + 1) * usual_row);
+        orbit_rows rows(map, chain->orbit, text);
+        std::int64_t bounce = before;
+        for (const orbit_point& impact : impacts_in_turn(map, rows, monitor))
+            rows.add(++bounce, impact);
+        monitor.bounces += bounce - before;
+    }
+
+    std::string take_rows() override { return std::move(text); }
+
+private:
+    // A link's turn, which must be passed on whatever happens in it.
+    class turn {
+    public:
+        explicit turn(const orbit_link& link) : chain(*link.chain) {
+            std::int64_t now;
+            while ((now = chain.turn) != link.number)
+                chain.turn.wait(now);
+        }
+        turn(const turn&) = delete;
+        turn& operator=(const turn&) = delete;
+        ~turn() {
+            ++chain.turn;
+            chain.turn.notify_all();
+        }
+
+    private:
+        orbit_chain& chain;
+    };
+
+    std::vector<orbit_point> impacts_in_turn(TBilliardMap& map, orbit_rows& rows,
+                                             const work_monitor& monitor) {
+        const turn mine(*this);
+        if (chain->ended || monitor.stop) {
+            units = 0;
+            return {};
+        }
+        if (chain->started) {
+            rows.go_on_from(chain->at);
+        } else {
+            const start from = starts.at(chain->orbit, map);
+            rows.add_start(from);
+            chain->at = {from.phi, from.alpha};
+            chain->started = true;
+        }
+        std::vector<orbit_point> impacts = follow(map, chain->at, bounces);
+        if (static_cast<std::int64_t>(impacts.size()) < bounces) {
+            ended_early = units = 1;
+            chain->ended = true;
+        }
+        return impacts;
+    }
+
+    const start_list& starts;
+    const std::shared_ptr<orbit_chain> chain;
+    const std::int64_t number, before, bounces;
+    std::string text;
+};
+
+// The number that a row has in its column `i`, -1 where there is none.
+std::int64_t count_in(const std::vector<std::string_view>& columns, std::size_t i) {
+    return i < columns.size() ? parse_count(columns[i]).value_or(-1) : -1;
+}
+
+} // namespace
+
+orbit_job::orbit_job(const start_list& starts, std::int64_t n, shard part)
+    : starts(starts),
+      n(n),
+      begin(part.begin(starts.size())),
+      end(part.end(starts.size())),
+      orbit(begin) {}
+
+job_size orbit_job::size() const {
+    const std::int64_t orbits = end - begin;
+    return {times(orbits, n + 1), times(orbits, n)};
+}
+
+void orbit_job::leave_out(const written_rows& rows) {
+    if (rows.rows == 0) return;
+    const auto columns = split(rows.last, ',');
+    const std::int64_t last = count_in(columns, 0), bounce = count_in(columns, 1);
+    const auto phi = columns.size() == 9 ? parse_real(columns[4]) : std::optional<double>{};
+    const auto alpha = columns.size() == 9 ? parse_real(columns[5]) : std::optional<double>{};
+    const bool ours = last >= begin && last < end && bounce >= 0 && bounce <= n && phi && alpha;
+    if (!ours) throw usage_error("the file's last row is none of this command");
+    orbit = last;
+    begin_chain();
+    chain->bounce = bounce;
+    chain->at = {*phi, *alpha};
+    chain->started = true;
+    if (bounce == n) chain = nullptr;
+}
+
+void orbit_job::begin_chain() {
+    chain = std::make_shared<orbit_chain>();
+    chain->orbit = orbit++;
+}
+
+std::unique_ptr<block> orbit_job::next() {
+    if (chain && chain->ended) chain = nullptr;
+    if (!chain) {
+        if (orbit == end) return nullptr;
+        if (n < block_rows) {
+            const std::int64_t count = std::min(end - orbit, block_rows / (n + 1));
+            orbit += count;
+            return std::make_unique<short_orbits>(starts, n, orbit - count, count);
+        }
+        begin_chain();
+    }
+    const std::int64_t bounces = std::min(block_rows, n - chain->bounce);
+    const bool last = chain->bounce + bounces == n;
+    auto link = std::make_unique<orbit_link>(starts, chain, bounces, last);
+    if (last) chain = nullptr;
+    return link;
+}
+
+} // namespace batch
