@@ -3,15 +3,13 @@
 #include "mathkit/save_rgba_as_pdf.h"
 
 #include "mathkit/kit_string.h"
-#include "mathkit/replacement_file.h"
+#include "mathkit/whole_file.h"
 
 #include <zlib.h>
 
 #include <algorithm>
 #include <charconv>
 #include <cstdarg>
-#include <cstdio>
-#include <utility>
 #include <vector>
 
 namespace {
@@ -24,28 +22,14 @@ constexpr double inset = 0.0001;
 // A PDF file that is written from front to back and remembers where its objects start.
 class pdf_file {
 public:
-    pdf_file() = default;
+    explicit pdf_file(whole_file& file) : file(file) {}
     pdf_file(const pdf_file&) = delete;
     pdf_file& operator=(const pdf_file&) = delete;
-    ~pdf_file() {
-        if (file) std::fclose(file);
-    }
-
-    bool open(const char* path) {
-        file = std::fopen(path, "wb");
-        return file != nullptr;
-    }
-
-    // Whether all of it has reached the file.
-    bool close() {
-        const bool sound = std::ferror(file) == 0;
-        return std::fclose(std::exchange(file, nullptr)) == 0 && sound;
-    }
 
     std::uint64_t position() const { return written; }
 
     void bytes(const void* data, std::size_t count) {
-        std::fwrite(data, 1, count, file);
+        file.write(data, count);
         written += count;
     }
 
@@ -77,7 +61,7 @@ public:
     }
 
 private:
-    std::FILE* file = nullptr;
+    whole_file& file;
     std::uint64_t written = 0;
     std::vector<std::uint64_t> starts;
 };
@@ -157,12 +141,14 @@ void write_image(pdf_file& file, deflater& packer, int w, int h, const std::uint
 
 void save_rgba_as_pdf(const char* path, int w, int h, const std::uint32_t* pixels) {
     if (!path || w < 1 || h < 1 || !pixels) return;
-    pdf_file file;
-    deflater packer(file);
-    if (!packer.is_ready()) return;
-    replacement_file target(path);
-    if (!file.open(target.path())) return;
+    whole_file target(path);
+    if (target.is_open() && write_rgba_as_pdf(target, w, h, pixels)) target.keep();
+}
 
+bool write_rgba_as_pdf(whole_file& target, int w, int h, const std::uint32_t* pixels) {
+    pdf_file file(target);
+    deflater packer(file);
+    if (!packer.is_ready()) return false;
     const double scale = std::min(1.0, longest_side / std::max(w, h));
     const kit::string page_w = points(w * scale);
     const kit::string page_h = points(h * scale);
@@ -187,5 +173,5 @@ void save_rgba_as_pdf(const char* path, int w, int h, const std::uint32_t* pixel
     file.end_object();
     write_image(file, packer, w, h, pixels);
     file.finish();
-    if (file.close()) target.keep();
+    return true;
 }

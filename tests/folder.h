@@ -1,7 +1,10 @@
 // SPDX-License-Identifier: MIT
-// A folder of a test's own, and whole files.
+// A folder of a test's own, whole files, and a disk without room.
 #pragma once
 
+#include <sys/resource.h>
+
+#include <csignal>
 #include <cstdint>
 #include <cstdlib>
 #include <filesystem>
@@ -40,3 +43,20 @@ inline std::string put_file(const std::string& path, const std::string& content,
     if (size > content.size()) std::filesystem::resize_file(path, size);
     return path;
 }
+
+/// While it lives, a file grows no larger than so many bytes.
+class full_disk {
+public:
+    explicit full_disk(rlim_t bytes) {
+        std::signal(SIGXFSZ, SIG_IGN); // the write fails instead
+        getrlimit(RLIMIT_FSIZE, &usual);
+        const rlimit limit{bytes, usual.rlim_max};
+        setrlimit(RLIMIT_FSIZE, &limit);
+    }
+    full_disk(const full_disk&) = delete;
+    full_disk& operator=(const full_disk&) = delete;
+    ~full_disk() { setrlimit(RLIMIT_FSIZE, &usual); }
+
+private:
+    rlimit usual{};
+};

@@ -7,6 +7,7 @@
 #include <X11/Xlib.h>
 
 #include <cmath>
+#include <csignal>
 #include <cstdio>
 #include <cstdlib>
 #include <string_view>
@@ -80,6 +81,9 @@ int main(int argc, char** argv) {
     auto* app = new plot_application("Billiard", "Iterra");
     app->init(argc, argv, true);
     XSetIOErrorHandler(display_lost);
+    // A file that grows too large, or a pipe that nobody reads, is told by the writer.
+    for (const int signal : {SIGXFSZ, SIGPIPE})
+        std::signal(signal, SIG_IGN);
     create(app);
 
     layout_root area;

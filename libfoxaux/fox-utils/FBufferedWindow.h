@@ -58,8 +58,8 @@ public:
     void save_dialog(const char* title);
 
     /// Saves `image` as PNG, BMP, JPEG or PDF, by the ending of `path`; a path with no such ending
-    /// gets ".png". Throws TError if the file cannot be opened, or the picture not be read. An old
-    /// file of the name stays until the new one is whole: on a full disk it stays, without a word.
+    /// gets ".png". Throws TError if the file cannot be opened or written, or the picture not be
+    /// read; an old file of the name then stays, and no piece of a new one is left.
     void save(const char* path);
     using FXWindow::save; // the toolkit's own, to a stream
 

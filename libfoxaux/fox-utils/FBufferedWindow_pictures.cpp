@@ -6,16 +6,13 @@
 #include "libfoxaux/fox-utils/file_dialogs.h"
 #include "libfoxaux/fox-utils/label_text.h"
 #include "mathkit/TError.h"
-#include "mathkit/replacement_file.h"
 #include "mathkit/save_rgba_as_pdf.h"
+#include "mathkit/whole_file.h"
 
 #include <FXJPGImage.h>
 #include <FXPNGImage.h>
 
-#include <fcntl.h>
-#include <filesystem>
 #include <new>
-#include <unistd.h>
 
 namespace {
 
@@ -29,8 +26,31 @@ constexpr int save_directory_line = 260; // names the history of where pictures 
 constexpr int jpeg_quality = 75;
 constexpr int largest_side = 16384; // the display can't give larger pictures back
 
-// Writes pixels of 32 bits, row by row, to an open stream.
+// The toolkit's way into a file: its picture writers know streams only.
+class file_stream : public FXStream {
+public:
+    explicit file_stream(whole_file& file) : file(file) { open(FXStreamSave, 8192); }
+
+protected:
+    FXuval writeBuffer(FXuval) override {
+        file.write(rdptr, static_cast<std::size_t>(wrptr - rdptr));
+        wrptr = rdptr = begptr;
+        return static_cast<FXuval>(endptr - wrptr);
+    }
+
+private:
+    whole_file& file;
+};
+
+// Writes pixels of 32 bits, row by row, to an open file. False if there is no memory.
+using picture_writer = bool (*)(whole_file&, FXint, FXint, const FXColor*);
 using stream_writer = bool (*)(FXStream&, const FXColor*, FXint, FXint);
+
+template<stream_writer write>
+bool by_stream(whole_file& file, FXint w, FXint h, const FXColor* pixels) {
+    file_stream out(file);
+    return write(out, pixels, w, h) && out.flush();
+}
 
 bool write_jpeg(FXStream& out, const FXColor* pixels, FXint w, FXint h) {
     return fxsaveJPG(out, pixels, w, h, jpeg_quality);
@@ -38,15 +58,16 @@ bool write_jpeg(FXStream& out, const FXColor* pixels, FXint w, FXint h) {
 
 struct picture_format {
     const char* pattern;
-    stream_writer write; // null: PDF, which opens the file itself
-    const char* suffix;  // what the name to write gets in addition
+    picture_writer write;
+    const char* suffix = ""; // what the name to write gets in addition
 };
 
 // The first pattern that fits decides. The last two take the names without a known ending.
 constexpr picture_format picture_formats[] = {
-    {"*.png", fxsavePNG, ""},  {"*.bmp", fxsaveBMP, ""}, {"*.jpeg", write_jpeg, ""},
-    {"*.jpg", write_jpeg, ""}, {"*.pdf", nullptr, ""},   {"*.", fxsavePNG, "png"},
-    {"*", fxsavePNG, ".png"},
+    {"*.png", by_stream<fxsavePNG>},     {"*.bmp", by_stream<fxsaveBMP>},
+    {"*.jpeg", by_stream<write_jpeg>},   {"*.jpg", by_stream<write_jpeg>},
+    {"*.pdf", write_rgba_as_pdf},        {"*.", by_stream<fxsavePNG>, "png"},
+    {"*", by_stream<fxsavePNG>, ".png"},
 };
 
 const picture_format& format_of(const char* path) {
@@ -82,25 +103,6 @@ private:
     throw error.setPosition("void FBufferedWindow::save(const char*)", source, line);
 }
 
-// Whether `path` can be opened for writing; what it holds stays. A pipe that nobody reads cannot:
-// it would be waited for without end.
-bool is_writable(const char* path) {
-    const int file = open(path, O_WRONLY | O_APPEND | O_CREAT | O_NONBLOCK, 0666);
-    if (file < 0) return false;
-    close(file);
-    return true;
-}
-
-// Closes a stream and tells whether all of it has reached the file. The stream itself takes a full
-// disk for a success if what is missing still lay in its buffer.
-bool close_whole(FXFileStream& out, const char* path) {
-    const auto size = static_cast<std::uintmax_t>(out.position());
-    const bool sound = out.status() == FXStreamOK;
-    out.close();
-    std::error_code failure;
-    return sound && std::filesystem::file_size(path, failure) == size;
-}
-
 } // namespace
 
 void FBufferedWindow::save_dialog(const char* title) {
@@ -117,22 +119,17 @@ void FBufferedWindow::save_dialog(const char* title) {
 
 void FBufferedWindow::save(const char* path) {
     const picture_format& format = format_of(path);
-    const kit::string name = kit::string::format("%s%s", path, format.suffix);
     try {
         // The pixels come first: if there is no room for them, no file is touched.
         const client_pixels pixels(image);
         image->restore();
-        if (!is_writable(name)) throw_open_error(path, __LINE__);
-        if (!format.write) {
-            save_rgba_as_pdf(path, image->getWidth(), image->getHeight(), image->getData());
-            return;
-        }
-        replacement_file target(name.c_str());
-        FXFileStream out;
-        if (!out.open(target.path(), FXStreamSave, 8192)) throw_open_error(path, __LINE__);
-        const bool written =
-            format.write(out, image->getData(), image->getWidth(), image->getHeight());
-        if (close_whole(out, target.path()) && written) target.keep();
+        whole_file file(picture_name(path));
+        if (!file.is_open()) throw_open_error(path, __LINE__);
+        if (!format.write(file, image->getWidth(), image->getHeight(), image->getData()))
+            throw std::bad_alloc();
+        if (!file.keep())
+            throw TError(
+                kit::string::format("cannot write \"%s\": %s", path, file.reason().c_str()));
     } catch (const FXException& failure) {
         throw TError(
             kit::string::format("error read picture for \"%s\": %s", path, failure.what()));

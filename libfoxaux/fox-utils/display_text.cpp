@@ -7,10 +7,9 @@
 #include "libfoxaux/fox-utils/label_text.h"
 #include "mathkit/TError.h"
 #include "mathkit/kit_string.h"
-#include "mathkit/replacement_file.h"
+#include "mathkit/whole_file.h"
 
 #include <cstring>
-#include <fstream>
 #include <vector>
 
 // The toolkit's dialogs only hide when they are closed; the last two entries make this one go.
@@ -104,18 +103,12 @@ long display_text::onCmdSave(FXObject*, FXSelector, void*) {
 }
 
 void save_text(FXText* text, const char* filename) {
-    replacement_file target(filename);
-    std::ofstream out(target.path(), std::ios_base::trunc);
-    if (!out) throw TError(kit::string::format("could not open file \"%s\"", filename));
-    try {
-        out.exceptions(std::ios_base::badbit | std::ios_base::eofbit | std::ios_base::failbit);
-        std::vector<char> bytes(static_cast<std::size_t>(text->getLength()) + 1); // and a zero
-        text->getText(bytes.data(), text->getLength());
-        out.write(bytes.data(), text->getLength());
-        out.close(); // a full disk shows here
-        if (!target.keep()) out.setstate(std::ios_base::failbit);
-    } catch (const std::ios_base::failure& failure) {
-        throw TError(
-            kit::string::format("failure during saving \"%s\":\n  %s", filename, failure.what()));
-    }
+    std::vector<char> bytes(static_cast<std::size_t>(text->getLength()) + 1); // and a zero
+    text->getText(bytes.data(), text->getLength());
+    whole_file file(filename);
+    if (!file.is_open()) throw TError(kit::string::format("could not open file \"%s\"", filename));
+    file.write(bytes.data(), bytes.size() - 1);
+    if (!file.keep())
+        throw TError(kit::string::format("failure during saving \"%s\":\n  %s", filename,
+                                         file.reason().c_str()));
 }

@@ -38,5 +38,5 @@ protected:
 };
 
 /// Writes what `text` holds to a file, byte for byte. Throws TError if it can't; an old file then
-/// stays, a new one may hold a part of it.
+/// stays, and no piece of a new one is left.
 void save_text(FXText* text, const char* filename);

@@ -5,6 +5,7 @@ usage: faults.py PROGRAM CASE, on a display with a window manager. CASES at the 
 """
 import os
 import queue
+import resource
 import signal
 import socket
 import subprocess
@@ -230,6 +231,21 @@ def killed_while_saving():
                 check(file.read() == b"old", f"{name} is lost by {number.name}")
 
 
+def full_disk():
+    """A picture for which there is no room: the user is told, and no piece of it is left."""
+    def no_room():
+        resource.setrlimit(resource.RLIMIT_FSIZE, (1000, 1000))
+    with started(preexec_fn=no_room) as program:
+        for name in ("orbit.png", "orbit.pdf"):
+            program.keys("s")
+            program.dialog("Save Poincare-Section as Picture")
+            program.type(name)
+            program.keys("Return")
+            program.close_box("Error")
+        check(os.listdir(program.folder.name) == [], "a piece of a picture is left")
+        program.close_well(b"foxrc")
+
+
 class SlowDisplay:
     """A road to this display of so many bytes a second. Like a network it takes in at once all that
     is sent, and who sends faster than it delivers waits long for an answer."""
@@ -311,8 +327,8 @@ def two_copies():
 
 CASES = {case.__name__: case for case in (
     no_home, missing_home, unwritable_home, garbage_settings, shallow_display, few_colors,
-    no_display, no_fonts, lost_display, signals, killed_while_saving, slow_display, sizes,
-    two_copies)}
+    no_display, no_fonts, lost_display, signals, killed_while_saving, full_disk,
+    slow_display, sizes, two_copies)}
 
 
 def main():
