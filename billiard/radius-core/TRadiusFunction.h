@@ -30,11 +30,6 @@ public:
     /// The signed curvature, N / (R^2 + R'^2)^(3/2).
     virtual double curvature(double phi) const;
 
-    /// The same for callers that hold what value_and_slope takes and gives; each curve has its own
-    /// short form.
-    virtual double curvature_at(double phi, double sin_phi, double cos_phi, double r,
-                                double dr) const;
-
     /// A text that names the family of curves, with letters for the parameters.
     virtual kit::string familyText() const { return kit::string::empty(); }
 
@@ -53,6 +48,11 @@ public:
     /// of angles.
     virtual void derivatives(double phi, double sin_phi, double cos_phi, double& r, double& dr,
                              double& ddr) const;
+
+    /// The curvature, for callers that hold what value_and_slope takes and gives; each curve has
+    /// its own short form.
+    virtual double curvature_at(double phi, double sin_phi, double cos_phi, double r,
+                                double dr) const;
 
     /// The arc length per radian, sqrt(R^2 + R'^2).
     double arcDensity(double phi) const;
@@ -120,10 +120,10 @@ public:
     kit::string instanceText() const override;
     void value_and_slope(double phi, double sin_phi, double cos_phi, double& r,
                          double& dr) const override;
-    double curvature_at(double phi, double sin_phi, double cos_phi, double r,
-                        double dr) const override;
     void derivatives(double phi, double sin_phi, double cos_phi, double& r, double& dr,
                      double& ddr) const override;
+    double curvature_at(double phi, double sin_phi, double cos_phi, double r,
+                        double dr) const override;
 };
 
 /// R = 1 + e cos(phi), |e| < 1.
@@ -147,10 +147,10 @@ public:
     kit::string instanceText() const override;
     void value_and_slope(double phi, double sin_phi, double cos_phi, double& r,
                          double& dr) const override;
-    double curvature_at(double phi, double sin_phi, double cos_phi, double r,
-                        double dr) const override;
     void derivatives(double phi, double sin_phi, double cos_phi, double& r, double& dr,
                      double& ddr) const override;
+    double curvature_at(double phi, double sin_phi, double cos_phi, double r,
+                        double dr) const override;
 };
 
 /// R = c + cos(n phi), c > 1, n >= 0.
@@ -175,10 +175,10 @@ public:
     kit::string instanceText() const override;
     void value_and_slope(double phi, double sin_phi, double cos_phi, double& r,
                          double& dr) const override;
-    double curvature_at(double phi, double sin_phi, double cos_phi, double r,
-                        double dr) const override;
     void derivatives(double phi, double sin_phi, double cos_phi, double& r, double& dr,
                      double& ddr) const override;
+    double curvature_at(double phi, double sin_phi, double cos_phi, double r,
+                        double dr) const override;
 
 private:
     void power(double phi, double sin_phi, double cos_phi, double& x, double& y) const;
@@ -208,7 +208,6 @@ public:
     double R(double phi) const override;
     double dR(double phi) const override;
     double ddR(double phi) const override;
-    double curvature(double phi) const override;
     kit::string familyText() const override;
     kit::string instanceText() const override;
     void value_and_slope(double phi, double sin_phi, double cos_phi, double& r,
@@ -249,7 +248,6 @@ public:
     double R(double phi) const override;
     double dR(double phi) const override;
     double ddR(double phi) const override;
-    double curvature(double phi) const override;
     kit::string familyText() const override;
     kit::string instanceText() const override;
     void value_and_slope(double phi, double sin_phi, double cos_phi, double& r,

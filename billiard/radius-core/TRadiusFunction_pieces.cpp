@@ -87,14 +87,10 @@ double TStadiumFunction::ddR(double phi) const {
     return p == right_arc ? bend - a * c : bend + a * c;
 }
 
-double TStadiumFunction::curvature(double phi) const {
-    const piece p = piece_at(reduced(phi));
-    return p == right_arc || p == left_arc ? 1 / b : 0;
-}
-
 double TStadiumFunction::curvature_at(double phi, double /*sin_phi*/, double /*cos_phi*/,
                                       double /*r*/, double /*dr*/) const {
-    return TStadiumFunction::curvature(phi);
+    const piece p = piece_at(reduced(phi));
+    return p == right_arc || p == left_arc ? 1 / b : 0;
 }
 
 kit::string TStadiumFunction::familyText() const {
@@ -187,10 +183,6 @@ double TTriangleFunction::ddR(double phi) const {
     const double s = std::sin(x);
     const double c = std::cos(x);
     return at.distance / s + 2 * at.distance * c * c / (s * s * s);
-}
-
-double TTriangleFunction::curvature(double /*phi*/) const {
-    return 0;
 }
 
 double TTriangleFunction::curvature_at(double /*phi*/, double /*sin_phi*/, double /*cos_phi*/,
