@@ -34,7 +34,8 @@ static_assert(FMain::ID_OVAL_A == 75 && FMain::ID_TRIANGLE == 81);
 
 namespace {
 
-constexpr FXint panel_width = 100;
+constexpr FXint least_panel_width = 100;
+constexpr FXint label_padding = 2; // on all sides of what stands in the panel
 
 struct button_row {
     const char* label;
@@ -58,7 +59,14 @@ template<std::size_t n>
 void add_buttons(FXComposite* panel, FMain* target, const button_row (&rows)[n]) {
     for (const button_row& row : rows)
         new FXButton(panel, row.label, nullptr, target, row.id, FRAME_RAISED | LAYOUT_FILL_X, 0, 0,
-                     0, 0, 2, 2, 2, 2);
+                     0, 0, label_padding, label_padding, label_padding, label_padding);
+}
+
+// Makes the panel as wide as its labels want. At the usual font the longest has its room without
+// its padding, and the panel keeps its width.
+void fit_panel(FXComposite* panel) {
+    const FXint wanted = panel->getDefaultWidth();
+    if (wanted - 2 * label_padding > panel->getWidth()) panel->setWidth(wanted);
 }
 
 } // namespace
@@ -97,16 +105,18 @@ void FMain::build_canvas(FXComposite* parent) {
 }
 
 void FMain::build_panel(FXComposite* parent) {
-    auto* panel = new FXVerticalFrame(parent, LAYOUT_FIX_WIDTH | LAYOUT_FILL_Y, 0, 0, panel_width,
-                                      0, 4, 4, 4, 4, 4, 4);
+    auto* panel = new FXVerticalFrame(parent, LAYOUT_FIX_WIDTH | LAYOUT_FILL_Y, 0, 0,
+                                      least_panel_width, 0, 4, 4, 4, 4, 4, 4);
     add_buttons(panel, this, buttons_above_loop);
-    loop_check = new FXCheckButton(panel, "Loop", this, ID_LOOP, CHECKBUTTON_NORMAL | LAYOUT_FILL_X,
-                                   0, 0, 0, 0, 2, 2, 2, 2);
+    loop_check =
+        new FXCheckButton(panel, "Loop", this, ID_LOOP, CHECKBUTTON_NORMAL | LAYOUT_FILL_X, 0, 0, 0,
+                          0, label_padding, label_padding, label_padding, label_padding);
     color_well = new panel_well(panel, this, ID_PLOT_COLOR);
     update_color_well();
     build_function_menu();
     new function_button(panel, function_menu, poincare);
     add_buttons(panel, this, buttons_at_foot);
+    fit_panel(panel);
 }
 
 void FMain::build_function_menu() {

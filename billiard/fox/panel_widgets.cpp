@@ -3,6 +3,7 @@
 #include "billiard/fox/panel_widgets.h"
 
 #include "libfoxaux/fox-utils/FBufferedWindow.h"
+#include "libfoxaux/fox-utils/layout.h"
 
 namespace {
 
@@ -34,9 +35,13 @@ long function_button::onCmdUnpost(FXObject* sender, FXSelector sel, void* ptr) {
 
 panel_well::panel_well(FXComposite* panel, FXObject* target, FXSelector message)
     : FXColorWell(panel, FXRGB(255, 255, 255), target, message,
-                  FXuint{COLORWELL_NORMAL} | LAYOUT_FILL_X, 0, 0, 0, 0, padding, padding, padding,
-                  padding) {}
+                  FXuint{COLORWELL_NORMAL} | COLORWELL_OPAQUEONLY | LAYOUT_FILL_X, 0, 0, 0, 0,
+                  padding, padding, padding, padding) {}
 
 bool panel_well::canFocus() const {
     return false;
+}
+
+FXint panel_well::getDefaultHeight() {
+    return grown(FXColorWell::getDefaultHeight());
 }

@@ -26,12 +26,13 @@ private:
     FBufferedWindow* canvas = nullptr;
 };
 
-/// The colour well. It never takes the keys: a click on it, or its dialog cancelled, would tell
-/// nobody to give them back.
+/// The colour well, of opaque colours only: plots have no alpha. It never takes the keys: a click
+/// on it, or its dialog cancelled, would tell nobody to give them back.
 class panel_well : public FXColorWell {
 public:
     /// Sends `message` to `target` when another colour has been chosen.
     panel_well(FXComposite* panel, FXObject* target, FXSelector message);
 
     bool canFocus() const override;
+    FXint getDefaultHeight() override;
 };

@@ -2,6 +2,8 @@
 // A font of the toolkit as description and as text, and the dialog that chooses one.
 #include "libfoxaux/font/font_choice.h"
 
+#include "libfoxaux/fox-utils/layout.h"
+
 #include <cstring>
 
 namespace {
@@ -44,8 +46,9 @@ void font_choice::take_text(const char* text) {
 }
 
 void font_choice::ask(FXObject* sender) {
-    FXFontDialog dialog(window_of(sender), "Change Font", DECOR_TITLE | DECOR_BORDER, 0, 0, 600,
-                        380);
+    FXFontDialog dialog(window_of(sender), "Change Font", DECOR_TITLE | DECOR_BORDER, 0, 0,
+                        grown(600), grown(380));
+    fit_to_screen(dialog);
     dialog.setFontSelection(desc);
     dialog.forceRefresh();
     if (!dialog.execute(PLACEMENT_CURSOR)) return;

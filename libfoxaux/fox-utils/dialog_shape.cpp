@@ -2,6 +2,8 @@
 // The one shape of the program's dialogs, built from rows of tables.
 #include "libfoxaux/fox-utils/dialog_shape.h"
 
+#include "libfoxaux/fox-utils/layout.h"
+
 #include <algorithm>
 
 namespace {
@@ -41,15 +43,15 @@ FXIMPLEMENT(dialog_shape, FXDialogBox, dialog_shape_map, ARRAYNUMBER(dialog_shap
 
 dialog_shape::dialog_shape(FXWindow* owner, const char* title, FXIcon* icon, FXuint decorations,
                            FXint width, FXint height)
-    : FXDialogBox(owner, title, decorations, 0, 0, width, height, padding, padding, padding,
-                  padding, spacing, spacing),
+    : FXDialogBox(owner, title, decorations, 0, 0, grown(width), grown(height), padding, padding,
+                  padding, padding, spacing, spacing),
       frame(new FXVerticalFrame(this, fill, 0, 0, 0, 0, inner_padding, inner_padding, inner_padding,
                                 inner_padding, spacing, spacing)) {
     setIcon(icon);
 }
 
 FXint dialog_shape::label_room(FXint width) {
-    return width - 2 * (padding + inner_padding + DEFAULT_PAD);
+    return grown(width) - 2 * (padding + inner_padding + DEFAULT_PAD);
 }
 
 FXMatrix* dialog_shape::add_matrix(int columns, FXComposite* parent) {
@@ -131,8 +133,8 @@ bool dialog_shape::run(FXuint placement) {
     return execute(placement) != 0;
 }
 
-// A size that was asked for suits the usual font; a larger one must not push the buttons out.
-// Entries and shortened texts do with the width that there is.
+// The width that was asked for need not be enough for the texts, nor the screen for all that stands
+// in the dialog. Entries and shortened texts do with the width that there is.
 void dialog_shape::grow_to_contents() {
     FXint width = getWidth();
     for (FXWindow* child = frame->getFirst(); child; child = child->getNext()) {
@@ -140,6 +142,7 @@ void dialog_shape::grow_to_contents() {
         width = std::max(width, child->getDefaultWidth() + 2 * (padding + inner_padding));
     }
     resize(width, std::max(getHeight(), getDefaultHeight()));
+    fit_to_screen(*this);
 }
 
 void dialog_shape::save_histories(const fields& entered) {

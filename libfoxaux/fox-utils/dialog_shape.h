@@ -43,14 +43,14 @@ public:
 
     FXVerticalFrame* frame = nullptr; ///< holds all that the dialog shows; padding and spacing 4
 
-    /// `icon` is not owned, must outlive the dialog and may be null. A width or height of 0 is the
-    /// one that the content wants.
+    /// `icon` is not owned, must outlive the dialog and may be null. Width and height are those for
+    /// the toolkit's usual font; one of 0 is what the content wants.
     dialog_shape(FXWindow* owner, const char* title, FXIcon* icon, FXuint decorations = DECOR_ALL,
                  FXint width = 0, FXint height = 0);
     dialog_shape(const dialog_shape&) = delete;
     dialog_shape& operator=(const dialog_shape&) = delete;
 
-    /// The pixels that a label in `frame` has for its text in a dialog `width` pixels wide.
+    /// The pixels that a label in `frame` has for its text in a dialog made with `width`.
     static FXint label_room(FXint width);
 
     /// Adds a matrix by columns, in `parent` or, if that is null, in `frame`.

@@ -6,6 +6,7 @@
 #include "libfoxaux/fox-utils/history_manager.h"
 #include "libfoxaux/fox-utils/icons.h"
 #include "libfoxaux/fox-utils/label_text.h"
+#include "libfoxaux/fox-utils/layout.h"
 
 namespace {
 
@@ -21,13 +22,14 @@ struct request {
 // becomes empty and the answer is false.
 bool choose(const request& request, kit::string& file, kit::string& directory) {
     FXGIFIcon icon(FXApp::instance(), icons::file_gif);
-    FXFileDialog dialog(request.owner, request.title, 0, 0, 0, 500, 300);
+    FXFileDialog dialog(request.owner, request.title, 0, 0, 0, grown(500), grown(300));
     dialog.setIcon(&icon);
     dialog.setSelectMode(request.mode);
     if (!file.is_empty()) dialog.setFilename(file.c_str());
     if (!request.patterns.is_empty()) dialog.setPatternList(request.patterns.c_str());
     if (!directory.is_empty()) dialog.setDirectory(directory.c_str());
     dialog.create();
+    fit_to_screen(dialog);
     focus_first_field(&dialog); // the name's; the toolkit leaves the focus on none
     if (!dialog.execute(PLACEMENT_OWNER)) {
         file = kit::string::empty();

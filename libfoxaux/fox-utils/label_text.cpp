@@ -2,11 +2,13 @@
 // Makes any text fit to stand in a label or a message box.
 #include "libfoxaux/fox-utils/label_text.h"
 
+#include "libfoxaux/fox-utils/layout.h"
+
 #include <algorithm>
 
 namespace {
 
-constexpr FXint line_characters = 100;
+constexpr FXint box_characters = 100; // of a line
 constexpr FXint box_lines = 20;
 constexpr const char* ellipsis = "...";
 
@@ -54,6 +56,13 @@ FXString from_latin1(const char* text) {
         }
     }
     return utf8;
+}
+
+// How many letters of a message box's line the screen has room for, as many as a box may have.
+FXint room_for_characters() {
+    const FXint letter = FXApp::instance()->getNormalFont()->getTextWidth("n", 1);
+    const double room = 0.75 * layout_root().width() / std::max(letter, 1);
+    return static_cast<FXint>(std::clamp<double>(room, 20, box_characters));
 }
 
 // The text in UTF-8; control characters, but line breaks where they may stay, become blanks.
@@ -109,6 +118,7 @@ FXString label_text(const char* text, const FXFont* font, FXint width, FXint lin
 
 FXString box_text(const char* text) {
     const FXString whole = readable(text, true);
+    const FXint line_characters = room_for_characters();
     FXString result;
     FXint start = 0;
     for (FXint line = 0; start < whole.length(); ++line) {

@@ -13,8 +13,8 @@
 /// if it has one; the last line ends with "..." then. A text that is no UTF-8 counts as Latin-1.
 FXString label_text(const char* text, const FXFont* font, FXint width, FXint lines = 1);
 
-/// The same for a message box: line breaks stay, a line goes on below after 100 characters, and the
-/// text ends with "..." after 20 lines.
+/// The same for a message box: line breaks stay, a line goes on below after 100 characters, or
+/// fewer on a screen too narrow for them, and the text ends with "..." after 20 lines.
 FXString box_text(const char* text);
 
 /// Shows `text`, whatever it holds, in a box with the caption "Error" and one OK button, and

@@ -48,6 +48,7 @@ TEST_F(FMain_test, color_well_and_plot_color_follow_each_other) {
     window().color_well->setRGBA(0xFF112233);
     command(FMain::ID_PLOT_COLOR);
     EXPECT_EQ(section().foreground, 0xFF112233u);
+    EXPECT_TRUE(window().color_well->isOpaqueOnly());
 }
 
 TEST_F(FMain_test, every_command_gives_the_focus_to_the_phase_canvas) {
