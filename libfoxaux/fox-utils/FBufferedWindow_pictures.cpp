@@ -149,10 +149,11 @@ void FBufferedWindow::resize_hack_dialog() {
         if (getParent()) getParent()->layout();
         return;
     }
-    dialog_shape::save_histories(fields);
     const auto fits = [](int side) { return 1 <= side && side <= largest_side; };
-    if (fits(width) && fits(height))
-        resize(width, height);
-    else
+    if (!fits(width) || !fits(height)) {
         show_error(this, "Parameters Wrong");
+        return;
+    }
+    dialog_shape::save_histories(fields);
+    resize(width, height);
 }

@@ -54,7 +54,12 @@ FXTextFieldPopup::~FXTextFieldPopup() {
     delete popup;
 }
 
-FXIMPLEMENT(FXComboBoxPopup, FXComboBox, nullptr, 0)
+// clang-format off
+FXDEFMAP(FXComboBoxPopup) FXComboBoxPopupMap[] = {
+    FXMAPFUNC(SEL_FOCUS_PREV, 0, FXComboBoxPopup::onFocusPrev),
+};
+// clang-format on
+FXIMPLEMENT(FXComboBoxPopup, FXComboBox, FXComboBoxPopupMap, ARRAYNUMBER(FXComboBoxPopupMap))
 
 FXComboBoxPopup::FXComboBoxPopup(FXComposite* p, FXint cols, FXObject* tgt, FXSelector sel,
                                  FXuint opts, FXint x, FXint y, FXint w, FXint h, FXint pl,
@@ -65,6 +70,11 @@ FXComboBoxPopup::FXComboBoxPopup(FXComposite* p, FXint cols, FXObject* tgt, FXSe
     field = new FXTextFieldPopup(this, cols, this, ID_TEXT, 0, 0, 0, 0, 0, pl, pr, pt, pb);
     if (opts & COMBOBOX_STATIC) field->setEditable(false);
     setNumVisible(visible_rows);
+}
+
+// The arrow stands before the field: the Tab key skips it on its way, and here on its way back.
+long FXComboBoxPopup::onFocusPrev(FXObject* sender, FXSelector sel, void* ptr) {
+    return getFocus() ? 0 : FXComboBox::onFocusPrev(sender, sel, ptr);
 }
 
 void FXComboBoxPopup::fill(bool set_text) {

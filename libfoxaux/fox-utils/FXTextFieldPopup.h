@@ -51,6 +51,8 @@ public:
     FXComboBoxPopup& operator=(const FXComboBoxPopup&) = delete;
     ~FXComboBoxPopup() override = default;
 
+    long onFocusPrev(FXObject*, FXSelector, void*);
+
     /// Takes the history of a site and offers it in the list, newest first. With `set_text` the
     /// newest entry goes into the field and through the target into its variable; without, the
     /// field shows the variable. An empty history gives the variable's value as the only item.

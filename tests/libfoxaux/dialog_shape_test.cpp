@@ -125,9 +125,7 @@ TEST_F(dialog_shape_test, TheTabKeyStaysOnThePageThatIsOpen) {
                     FXEvent tab{};
                     tab.code = back && at % 2 ? KEY_ISO_Left_Tab : KEY_Tab;
                     tab.state = back ? SHIFTMASK : 0;
-                    do
-                        send(top, SEL_KEYPRESS, tab);
-                    while (dynamic_cast<FXMenuButton*>(focus_of(top))); // the arrow of a list
+                    send(top, SEL_KEYPRESS, tab);
                     const int wanted = back ? 2 * length - at : at % length;
                     EXPECT_EQ(focus_of(top), circle[wanted]) << "page " << page << " at " << at;
                 }

@@ -3,6 +3,7 @@
 #include "libfoxaux/fox-utils/FBufferedWindow.h"
 
 #include "libfoxaux/fox-utils/display_text.h"
+#include "libfoxaux/fox-utils/history_manager.h"
 #include "mathkit/TError.h"
 #include "tests/libfoxaux/dialog_helpers.h"
 
@@ -232,6 +233,14 @@ void force_size(canvas& window, const char* width, const char* height,
     pump();
 }
 
+// Whether the dialog offers a width again.
+bool is_remembered(const char* width) {
+    const auto& widths =
+        history_manager::instance()->lookup("libfoxaux/fox-utils/FBufferedWindow", 365, nullptr);
+    return std::ranges::any_of(
+        widths, [&](const kit::string& entry) { return std::string_view(entry.c_str()) == width; });
+}
+
 TEST(ForcedSize, AcceptsWhatThePictureCanBeAndRefusesTheRest) {
     const std::pair<int, int> usual(200, 150);
     const struct {
@@ -250,6 +259,7 @@ TEST(ForcedSize, AcceptsWhatThePictureCanBeAndRefusesTheRest) {
         const auto wanted = c.accepted ? std::pair(std::stoi(c.width), std::stoi(c.height)) : usual;
         EXPECT_EQ(size_of(window.canvas), wanted) << c.width;
         EXPECT_EQ(size_of(window->image), wanted) << c.width;
+        EXPECT_EQ(is_remembered(c.width), c.accepted) << c.width;
     }
 }
 
