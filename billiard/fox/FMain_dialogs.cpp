@@ -72,16 +72,33 @@ bool ask_curve(FMain* owner, const curve_entry& entry, curve_values& values) {
     return true;
 }
 
-// Puts the curve with these values into the map; one that is refused changes nothing.
-void install_curve(FMain* owner, const curve_entry& entry, const curve_values& values) {
+// The toolkit's wait cursor on all windows for as long as this lives.
+class wait_cursor {
+public:
+    explicit wait_cursor(FXApp* app) : app(app) { app->beginWaitCursor(); }
+    wait_cursor(const wait_cursor&) = delete;
+    wait_cursor& operator=(const wait_cursor&) = delete;
+    ~wait_cursor() { app->endWaitCursor(); }
+
+private:
+    FXApp* app;
+};
+
+// Puts the curve with these values into the map, which may take seconds for a long formula. False
+// for one that its setter refuses.
+bool install_curve(FMain* owner, const curve_entry& entry, const curve_values& values) {
+    const wait_cursor shown(owner->getApp());
+    auto curve = entry.build(values);
+    if (!curve) return false;
+    owner->map.setF(curve.release());
+    owner->curve_changed();
+    return true;
+}
+
+// The same; a curve that is refused changes nothing, and a box tells why.
+void try_curve(FMain* owner, const curve_entry& entry, const curve_values& values) {
     try {
-        auto curve = entry.build(values);
-        if (!curve) {
-            show_error(owner, entry.refusal);
-            return;
-        }
-        owner->map.setF(curve.release());
-        owner->curve_changed();
+        if (!install_curve(owner, entry, values)) show_error(owner, entry.refusal);
     } catch (const TError& error) {
         show_error(owner, error.text());
     }
@@ -125,7 +142,7 @@ position_tab ask_position(FMain* owner, position_values& at) {
 long FMain::curve_dialog(FXuint id) {
     const curve_entry& entry = entry_of(id);
     curve_values values = first_values(entry);
-    if (ask_curve(this, entry, values)) install_curve(this, entry, values);
+    if (ask_curve(this, entry, values)) try_curve(this, entry, values);
     poincare->take_focus();
     return 1;
 }

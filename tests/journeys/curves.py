@@ -1,5 +1,7 @@
 # SPDX-License-Identifier: MIT
 """Every curve of the menu gives its outline and its orbits; a refused one costs nothing."""
+import ctypes
+
 from journey import BLACK, check, make_room, run, until
 
 TITLE = "Boundary Curve"
@@ -10,6 +12,28 @@ CURVES = [
     ("OvalC", ["6", "-5"], "6 5"), ("Stadium", ["0.5"], "0.5"),
     ("Formula", ["3 + cos(2*t) * 0.4"], "3 + cos(2*t) * 0.4"), ("Triangle", [], "60 70"),
 ]
+
+# Long enough for seconds of work.
+SLOW = "5+fabs(sin(t" + 200 * "+sin(9*t)" + "))"
+
+
+class Cursor:
+    """The cursor that the display shows."""
+
+    class Image(ctypes.Structure):
+        _fields_ = [(name, ctypes.c_short) for name in ("x", "y", "width", "height", "x0", "y0")]
+
+    def __init__(self):
+        xlib, self.xfixes = ctypes.CDLL("libX11.so.6"), ctypes.CDLL("libXfixes.so.3")
+        xlib.XOpenDisplay.restype = ctypes.c_void_p
+        self.display = ctypes.c_void_p(xlib.XOpenDisplay(None))
+        self.xfixes.XFixesQueryExtension(self.display, *2 * [ctypes.byref(ctypes.c_int())])
+        self.xfixes.XFixesGetCursorImage.restype = ctypes.POINTER(self.Image)
+
+    def shape(self):
+        """Its size and the place of its point: what tells an arrow from a watch."""
+        image = self.xfixes.XFixesGetCursorImage(self.display).contents
+        return image.width, image.height, image.x0, image.y0
 
 
 def journey(program, model):
@@ -44,6 +68,17 @@ def journey(program, model):
     program.cancel(TITLE)
     program.keys("space")
     program.wait_plotted(start + orbit + model.pixels("iterate", 1000), "refused and cancelled")
+
+    # What takes long shows the wait cursor as long as it takes.
+    program.choose_curve(5)
+    program.dialog(TITLE)
+    program.type(SLOW)
+    program.move(program.main, 60, 60)
+    cursor = Cursor()
+    usual = cursor.shape()
+    program.keys("alt+a")
+    until(lambda: cursor.shape() != usual, "the wait cursor", pause=0)
+    until(lambda: cursor.shape() == usual, "the usual cursor")
 
 
 run(journey)
