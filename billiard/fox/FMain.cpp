@@ -7,7 +7,6 @@
 #include "billiard/fox/help_text.h"
 #include "billiard/fox/panel_widgets.h"
 #include "billiard/fox/poincare_billiard.h"
-#include "billiard/radius-core/TRadiusFunction.h"
 
 // clang-format off
 FXDEFMAP(FMain) FMainMap[] = {
@@ -82,9 +81,8 @@ FMain::FMain(FXApp* app, FXint x, FXint y, FXint w, FXint h)
     build_panel(splitter);
     build_coordinate_window(app);
 
-    auto* curve = new TOvalAFunction;
-    curve->set(5.0);
-    map.setF(curve);
+    const curve_entry& first = curve_of(ID_OVAL_A);
+    map.setF(first.build(first_values(first)).release());
     map.setPoint(0.5, 0.5);
 
     FXMainWindow::create(); // curve_changed() draws, and that takes windows and pictures

@@ -9,10 +9,8 @@
 #include "libfoxaux/fox-utils/label_text.h"
 #include "libfoxaux/fox-utils/page_book.h"
 #include "mathkit/TError.h"
-#include "mathkit/stderr_failed.h"
 #include "mathkit/turn.h"
 
-#include <algorithm>
 #include <numbers>
 
 namespace {
@@ -24,21 +22,6 @@ double to_degrees(double radians) {
 }
 double to_radians(double degrees) {
     return degrees * std::numbers::pi / 180;
-}
-
-const curve_entry& entry_of(FXuint id) {
-    const auto& table = curve_table();
-    const auto row = std::ranges::find(table, id, &curve_entry::id);
-    stderr_assert(row != table.end(), "row!=table.end()", history_file,
-                  "const curve_entry& entry_of(FXuint)");
-    return *row;
-}
-
-curve_values first_values(const curve_entry& entry) {
-    curve_values values;
-    for (const curve_parameter& parameter : entry.parameters)
-        std::visit([&](auto first) { values.emplace_back(first); }, parameter.first);
-    return values;
 }
 
 entry_row field_row(const curve_parameter& parameter, curve_values::value_type& value) {
@@ -140,7 +123,7 @@ position_tab ask_position(FMain* owner, position_values& at) {
 
 // The fields' texts are remembered also if the curve is then refused.
 long FMain::curve_dialog(FXuint id) {
-    const curve_entry& entry = entry_of(id);
+    const curve_entry& entry = curve_of(id);
     curve_values values = first_values(entry);
     if (ask_curve(this, entry, values)) try_curve(this, entry, values);
     poincare->take_focus();

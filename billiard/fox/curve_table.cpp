@@ -4,6 +4,9 @@
 
 #include "billiard/fox/FMain.h"
 #include "billiard/radius-core/TSymbolicRadius.h"
+#include "mathkit/stderr_failed.h"
+
+#include <algorithm>
 
 namespace {
 
@@ -24,6 +27,12 @@ kit::string formula_help() {
            "\n"
            "The function must be positive,two times\n"
            "continuous differentiable and 2*pi periodic!";
+}
+
+// A curve that takes any value of its one parameter.
+template<class Curve>
+std::unique_ptr<TRadiusFunction> of_any(const curve_values& values) {
+    return std::make_unique<Curve>(real(values, 0));
 }
 
 // A curve with these parameters, or null if its setter refuses them.
@@ -54,8 +63,7 @@ const std::vector<curve_entry>& curve_table() {
          .id = FMain::ID_ELLIPSE,
          .heading = family<TEllipseFunction>,
          .parameters = {{"e", 0.5, 254}},
-         .build = [](values v) { return checked<TEllipseFunction>(real(v, 0)); },
-         .refusal = "parameter wrong"},
+         .build = of_any<TEllipseFunction>},
 
         {.name = "Oval Type A",
          .id = FMain::ID_OVAL_A,
@@ -84,8 +92,7 @@ const std::vector<curve_entry>& curve_table() {
          .id = FMain::ID_STADIUM,
          .heading = family<TStadiumFunction>,
          .parameters = {{"z", 1.0, 301}},
-         .build = [](values v) { return checked<TStadiumFunction>(real(v, 0)); },
-         .refusal = "parameter wrong"},
+         .build = of_any<TStadiumFunction>},
 
         {.name = "User Defined Formula",
          .id = FMain::ID_USER_FORMULA,
@@ -107,3 +114,18 @@ const std::vector<curve_entry>& curve_table() {
     return table;
 }
 // clang-format on
+
+const curve_entry& curve_of(FXuint id) {
+    const auto& table = curve_table();
+    const auto row = std::ranges::find(table, id, &curve_entry::id);
+    stderr_assert(row != table.end(), "row!=table.end()", "billiard/fox/curve_table",
+                  "const curve_entry& curve_of(FXuint)");
+    return *row;
+}
+
+curve_values first_values(const curve_entry& entry) {
+    curve_values values;
+    for (const curve_parameter& parameter : entry.parameters)
+        std::visit([&](auto first) { values.emplace_back(first); }, parameter.first);
+    return values;
+}

@@ -44,3 +44,9 @@ struct curve_entry {
 
 /// The curves in the order of the menu.
 const std::vector<curve_entry>& curve_table();
+
+/// The curve with that message id, which must be one of the table's.
+const curve_entry& curve_of(FXuint id);
+
+/// What the fields of a curve's dialog hold before anything was accepted in it.
+curve_values first_values(const curve_entry& entry);

@@ -153,7 +153,7 @@ void main_base::show_help(const char* data, unsigned size) {
     // Without this the operator below would keep a failure of the reading side to itself.
     text.exceptions(std::ios_base::badbit | std::ios_base::failbit);
     text << plain.rdbuf() << '\0';
-    open_text(new display_text("Help", text.data()), help_icon);
+    show_help_text(text.data());
 }
 
 void main_base::show_text(const FXString& title, const char* text) {
