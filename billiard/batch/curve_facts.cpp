@@ -1,0 +1,83 @@
+// SPDX-License-Identifier: MIT
+// The table itself: how long, how large, how it bends.
+#include "billiard/batch/curve_facts.h"
+
+#include "billiard/radius-core/TBilliard.h"
+#include "billiard/radius-core/TRadiusFunction.h"
+#include "mathkit/TIntegrator.h"
+#include "mathkit/turn.h"
+
+#include <algorithm>
+#include <cstddef>
+#include <numbers>
+#include <vector>
+
+namespace batch {
+
+namespace {
+
+class area_integrator : public TIntegrator {
+public:
+    explicit area_integrator(const TRadiusFunction& F) : F(F) {}
+    double f(double x) override { return F.areaDensity(x); }
+
+private:
+    const TRadiusFunction& F;
+};
+
+// How far the curve reaches into the direction (x, y), which the row of the table next to it tells
+// up to the boundary's bend between two rows.
+double reach(const TBilliard& table, double x, double y) {
+    const auto reach_at = [&](double phi) {
+        double px, py;
+        table.F->pointAt(phi, px, py);
+        return px * x + py * y;
+    };
+    const std::vector<double>& phi = table.circumference.phi;
+    const auto highest = std::max_element(
+        phi.begin(), phi.end(), [&](double a, double b) { return reach_at(a) < reach_at(b); });
+    const auto row = static_cast<std::size_t>(highest - phi.begin());
+    const std::size_t last = phi.size() - 1; // the same point as row 0
+    double a = row > 0 ? phi[row - 1] : phi[last - 1] - kit::two_pi;
+    double b = row < last ? phi[row + 1] : phi[1] + kit::two_pi;
+
+    // The golden section finds the peak also where it is a corner.
+    const double part = std::numbers::phi - 1;
+    double best = reach_at(phi[row]);
+    for (int i = 0; i < 70; ++i) { // from a row's width to rounding
+        const double left = b - part * (b - a), right = a + part * (b - a);
+        const double at_left = reach_at(left), at_right = reach_at(right);
+        best = std::max({best, at_left, at_right});
+        (at_left > at_right ? b : a) = at_left > at_right ? right : left;
+    }
+    return best;
+}
+
+int inflections_of_one_turn(TBilliard& table) {
+    table.buildInflections();
+    // The list runs over two turns. The one to be counted begins where no curve of the menu has an
+    // inflection: rounding might take one on the seam for none or for two.
+    constexpr double begin = 0.1234;
+    const std::vector<double>& list = table.inflections;
+    return static_cast<int>(std::count_if(list.begin(), list.end(), [](double theta) {
+        return theta >= begin && theta < begin + kit::two_pi;
+    }));
+}
+
+} // namespace
+
+curve_facts facts_of(TBilliard& table) {
+    curve_facts facts{};
+    facts.circumference = table.circumference.length;
+    facts.area = area_integrator(*table.F).AdaptiveGauss(0, kit::two_pi, 1e-12, 36);
+    facts.x1 = -reach(table, -1, 0);
+    facts.y1 = -reach(table, 0, -1);
+    facts.x2 = reach(table, 1, 0);
+    facts.y2 = reach(table, 0, 1);
+    facts.inflections = inflections_of_one_turn(table);
+    facts.convex = facts.inflections == 0;
+    facts.mean_chord = std::numbers::pi * facts.area / facts.circumference;
+    return facts;
+}
+
+} // namespace batch
