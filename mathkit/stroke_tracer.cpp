@@ -144,21 +144,14 @@ stroke_tracer::stroke_tracer(int height)
     : height(height),
       pen(std::max(1, static_cast<int>(std::lround(weight * height)))),
       scale((height - pen) / capital_units) {
-    // A round nib: on a slant a square one would be half as thick again. Of a large one the rim
-    // will do, since strokes are longer than it is thick.
+    // A round nib: on a slant a square one would be half as thick again.
     const double middle = (pen - 1) / 2.0;
-    const double limit = pen * pen / 4.0 - 0.5;
-    const auto inside = [&](int x, int y) {
-        const double dx = x - middle;
-        const double dy = y - middle;
-        return dx * dx + dy * dy <= std::max(limit, 0.0);
-    };
+    const double limit = std::max(pen * pen / 4.0 - 0.5, 0.0);
     for (int y = 0; y < pen; y++) {
-        for (int x = 0; x < pen; x++) {
-            const bool core = pen > 4 && inside(x - 1, y) && inside(x + 1, y) && inside(x, y - 1) &&
-                              inside(x, y + 1);
-            if (inside(x, y) && !core) nib.push_back({x, y});
-        }
+        int x = 0;
+        while ((x - middle) * (x - middle) + (y - middle) * (y - middle) > limit)
+            x++;
+        nib.push_back({x, pen - 1 - x});
     }
 }
 
@@ -187,6 +180,7 @@ void stroke_tracer::trace(const stroke_glyph& glyph, int origin) {
     const int first = origin + scaled(glyph.left);
     place = {first, glyph.width, columns, first + columns / 2.0, false, 0};
     follow(glyph.path);
+    if (is_thick()) fill_pinholes();
 }
 
 void stroke_tracer::trace_accent(const stroke_glyph& accent, const stroke_glyph& letter, int rise,
@@ -282,7 +276,7 @@ void stroke_tracer::arc_to(point low, point high, int from, int to) {
 
     if (open) line_to(pixels.front());
     open = true;
-    add_runs(pixels);
+    add_way(pixels);
     last = pixels.back();
 }
 
@@ -299,7 +293,8 @@ void stroke_tracer::box(point low, point high) {
 
 void stroke_tracer::add_straight(point a, point b) {
     if (a.x != b.x && a.y != b.y) {
-        add_run(a, b);
+        if (is_thick() && b.y < a.y) std::swap(a, b); // so that mirror images are alike
+        add_way({a, b});
         return;
     }
     const int reach = pen - 1;
@@ -314,9 +309,19 @@ void stroke_tracer::add_straight(point a, point b) {
     }
 }
 
+void stroke_tracer::add_way(const std::vector<point>& pixels) {
+    if (is_thick()) {
+        sweep(pixels);
+    } else {
+        add_runs(pixels);
+    }
+}
+
 void stroke_tracer::add_run(point a, point b) {
-    for (const point& p : nib)
-        lines.push_back({a.x + p.x, a.y + p.y, b.x + p.x, b.y + p.y});
+    for (int y = 0; y < pen; y++) {
+        for (int x = nib[y].left; x <= nib[y].right; x++)
+            lines.push_back({a.x + x, a.y + y, b.x + x, b.y + y});
+    }
 }
 
 // Steps in one direction make one line.

@@ -45,6 +45,14 @@ private:
         int rise;      ///< added to every y
     };
 
+    /// Pixels of a row from `left` to `right`.
+    struct span {
+        int left, right;
+    };
+
+    /// Whether strokes are filled row by row: a line for each pixel of the nib would be too many.
+    bool is_thick() const { return pen > 4; }
+
     int columns_of(const stroke_glyph& glyph) const;
     int scaled(int units) const;
     int column(int x) const;
@@ -57,13 +65,16 @@ private:
     void ellipse(point low, point high);
     void box(point low, point high);
     void add_straight(point a, point b);
+    void add_way(const std::vector<point>& pixels);
     void add_run(point a, point b);
     void add_runs(const std::vector<point>& pixels);
+    void sweep(const std::vector<point>& way);
+    void fill_pinholes();
 
     int height;
-    int pen;                ///< thickness of a stroke, in pixels
-    double scale;           ///< pixels a unit
-    std::vector<point> nib; ///< the pixels of the pen on a slanted stroke
+    int pen;               ///< thickness of a stroke, in pixels
+    double scale;          ///< pixels a unit
+    std::vector<span> nib; ///< the rows of the pen on a slanted stroke
     placement place{};
     point last{};
     bool open = false; ///< a stroke has begun
