@@ -35,7 +35,7 @@ public:
           curve(inlined) {}
 
     [[gnu::flatten]] void iterate() override {
-        ray::bounce<final_curve<Inlined>> path(curve, convex, inflections, knots);
+        ray::bounce<final_curve<Inlined>> path(curve, convex, inflections, knots, last);
         if (path.next(phi, alpha) != ray::refusal::none) throw TError("no impact");
     }
 

@@ -137,6 +137,7 @@ void TBilliard::setF(TRadiusFunction* curve) {
 
 void TBilliard::prepare() {
     convex = F->isConvex();
+    last = {};
     buildCircumference();
     if (!convex) buildInflections();
 }
@@ -417,7 +418,7 @@ void TBilliard::buildKnots() {
 
 [[gnu::flatten]] void TBilliard::findit(double& phi, double& alpha) {
     using ray::refusal;
-    ray::bounce<TRadiusFunction> path(*F, convex, inflections, knots);
+    ray::bounce<TRadiusFunction> path(*F, convex, inflections, knots, last);
     // One line each: the error's line number is all that tells one reason from another.
     switch (path.next(phi, alpha)) {
     case refusal::none:

@@ -7,12 +7,31 @@
 #include "mathkit/TRect.h"
 #include "mathkit/TRootSolver.h"
 
+#include <bit>
+#include <cstdint>
 #include <vector>
 
 class TRadiusFunction;
 namespace ray {
+
 struct inflection_knot;
-}
+
+/// How the particle leaves the last impact: what the next bounce would else compute anew from phi
+/// and alpha, and less exactly. It counts while both are, bit for bit, those that it belongs to.
+struct departure {
+    double phi = 0, alpha = 0;
+    double sine = 0, cosine = 0; ///< of phi
+    double s = 0, o = 0;         ///< sine and cosine of the angle from there to the new line
+    double r = 0, dr = 0;        ///< of the curve
+    bool known = false;
+
+    bool leads_to(double phi_, double alpha_) const {
+        return known && std::bit_cast<std::uint64_t>(phi) == std::bit_cast<std::uint64_t>(phi_) &&
+               std::bit_cast<std::uint64_t>(alpha) == std::bit_cast<std::uint64_t>(alpha_);
+    }
+};
+
+} // namespace ray
 
 /// The arc length per radian of a curve, as an integrand.
 class TCircumferenceIntegrator : public TIntegrator {
@@ -121,6 +140,12 @@ public:
     /// In: polar angle phi of the impact and angle alpha from the counter-clockwise tangent to the
     /// velocity after it. Out: the same of the next impact, phi in [0, 2 pi) and alpha in [0, pi).
     /// Throws a TError, with both unchanged, where no impact can be found. There must be a curve.
+    ///
+    /// Called with exactly the two numbers that the last call on the same curve gave, it goes on
+    /// from what it knew of that impact beyond their rounding: such an orbit is exact to fewer
+    /// roundings. From any other point, or in another billiard, it starts from phi and alpha alone.
+    /// The first bounces from the same two numbers then differ by some rounding, and chaotic orbits
+    /// part as they do for any other rounding.
     void findit(double& phi, double& alpha);
 
     /// The arc length from phi = 0 to phi, in [0, 2 pi], over the circumference. Good to 1e-12,
@@ -136,6 +161,8 @@ public:
 protected:
     /// What a bounce needs at the inflections; the benchmarks' billiards read it too.
     std::vector<ray::inflection_knot> knots;
+
+    ray::departure last; ///< of the last findit; a new curve forgets it
 
 private:
     void prepare();
@@ -168,8 +195,10 @@ public:
     /// The state itself, in radians.
     void getPhiAlpha(double& phi, double& alpha) const;
 
-    /// Stores both, radians, without a test. Until the next impact getPoint and getXY know a phi in
-    /// [0, 2 pi) only; an alpha that leads out of the table shows in that impact.
+    /// Stores both, radians, without a test. What getPhiAlpha gave continues the orbit unchanged,
+    /// to the last digit, as long as the map has not bounced from elsewhere in between. Until the
+    /// next impact getPoint and getXY know a phi in [0, 2 pi) only; an alpha that leads out of the
+    /// table shows in that impact.
     void setPhiAlpha(double phi, double alpha);
 
     /// The impact as a point of the plane, its radius interpolated between the rows of the table.

@@ -85,13 +85,15 @@ template<class Curve>
 class bounce {
 public:
     /// `inflections` is read when `convex` is false. `knots` may hold the same angles with their
-    /// values; where it does not, the curve is asked. All stay the caller's.
+    /// values; where it does not, the curve is asked. `last` is the last impact, which each bounce
+    /// replaces. All stay the caller's.
     bounce(Curve& curve, bool convex, const std::vector<double>& inflections,
-           const std::vector<inflection_knot>& knots)
+           const std::vector<inflection_knot>& knots, departure& last)
         : curve(curve),
           convex(convex),
           inflections(inflections),
-          knots(knots) {}
+          knots(knots),
+          last(last) {}
 
     /// Replaces phi and alpha by those of the next impact; both stay unless the answer is none.
     refusal next(double& phi, double& alpha);
@@ -113,7 +115,9 @@ private:
 
     refusal in_units(double unit, double& phi, double& alpha);
     refusal find(spot& impact);
-    refusal reflect(const spot& impact, double& phi, double& alpha) const;
+    refusal reflect(const spot& impact, double& phi, double& alpha);
+    void keep(const spot& impact, double phi, double alpha, double across, double along);
+    void depart();
     refusal direction(double alpha);
     refusal through_origin(spot& impact);
     refusal bracket();
@@ -125,22 +129,21 @@ private:
         p.h = p.r * p.s - c;
     }
 
-    // The place at the angle x whose sine and cosine are given, not looked at yet.
-    spot place(double x, double sin_x, double cos_x) const {
-        return turned(start, x, sin_x, cos_x);
-    }
+    // The place at the angle x, not looked at yet.
     spot place(double x) const {
         double sin_x, cos_x;
         kit::sincos(x, sin_x, cos_x);
-        return turned(start, x, sin_x, cos_x);
+        return turned(start, x, sin_x, 1 - cos_x);
     }
-    static spot turned(const spot& from, double by, double sin_by, double cos_by) {
+    // Turned by an angle whose sine and versed sine, 1 - cosine, are given: where both are small
+    // nothing but the result is rounded, and vectors keep their length over many steps.
+    static spot turned(const spot& from, double by, double sin_by, double versine_by) {
         spot p;
         p.x = from.x + by;
-        p.sine = from.sine * cos_by + from.cosine * sin_by;
-        p.cosine = from.cosine * cos_by - from.sine * sin_by;
-        p.s = from.s * cos_by - from.o * sin_by;
-        p.o = from.o * cos_by + from.s * sin_by;
+        p.sine = from.sine + (from.cosine * sin_by - from.sine * versine_by);
+        p.cosine = from.cosine - (from.sine * sin_by + from.cosine * versine_by);
+        p.s = from.s - (from.o * sin_by + from.s * versine_by);
+        p.o = from.o + (from.s * sin_by - from.o * versine_by);
         return p;
     }
 
@@ -173,6 +176,7 @@ private:
     const bool convex;
     const std::vector<double>& inflections;
     const std::vector<inflection_knot>& knots;
+    departure& last;
 
     double phi = 0;
     double c = 0; // distance of the line from the origin
@@ -190,23 +194,54 @@ constexpr double end_distance = 2.5e-7;
 constexpr double least_radius = 1e-70;
 constexpr double largest_radius = 1e70;
 
+// Of such a point the path leads on by the plain formulas.
+inline bool is_ordinary(double r, double dr) {
+    return r > least_radius && r < largest_radius && std::fabs(dr) < 1e100;
+}
+
+// Of a vector that has nearly that length: one step of Newton's method, with the root left out.
+inline void bring_to_length_1(double& x, double& y) {
+    const double lacks = 0.5 * ((1 - x) * (1 + x) - y * y);
+    x += x * lacks;
+    y += y * lacks;
+}
+
 template<class Curve>
 refusal bounce<Curve>::next(double& phi_, double& alpha) {
     phi = phi_;
     start.x = 0;
-    kit::sincos(phi, start.sine, start.cosine);
-    curve.value_and_slope(phi, start.sine, start.cosine, start.r, start.dr);
-    const double unit = std::fabs(start.r);
-    if (unit > largest_radius || unit < least_radius) {
-        if (unit > 0 && std::isfinite(unit)) return in_units(unit, phi_, alpha);
+    start.h = 0;
+    if (last.leads_to(phi, alpha)) {
+        depart();
+    } else {
+        kit::sincos(phi, start.sine, start.cosine);
+        curve.value_and_slope(phi, start.sine, start.cosine, start.r, start.dr);
+        const double unit = std::fabs(start.r);
+        if (unit > largest_radius || unit < least_radius) {
+            if (unit > 0 && std::isfinite(unit)) return in_units(unit, phi_, alpha);
+        }
+        const refusal why = direction(alpha);
+        if (why != refusal::none) return why;
     }
+    c = start.r * start.s;
+    dir = start.dr * start.s - start.r * start.o > 0 ? 1 : -1;
 
-    refusal why = direction(alpha);
-    if (why != refusal::none) return why;
     spot impact;
-    why = std::fabs(start.s) < 1e-6 ? through_origin(impact) : find(impact);
+    const refusal why = std::fabs(start.s) < 1e-6 ? through_origin(impact) : find(impact);
     if (why != refusal::none) return why;
     return reflect(impact, phi_, alpha);
+}
+
+// Takes the start from the last impact, which knows all of it.
+template<class Curve>
+void bounce<Curve>::depart() {
+    start.sine = last.sine;
+    start.cosine = last.cosine;
+    start.s = last.s;
+    start.o = last.o;
+    start.r = last.r;
+    start.dr = last.dr;
+    w = kit::angle_of(start.s, start.o);
 }
 
 // The same bounce on the curve measured by its radius at the start.
@@ -217,7 +252,10 @@ refusal bounce<Curve>::in_units(double unit, double& phi_, double& alpha) {
     } else {
         curve_in_units measured(curve, unit);
         const std::vector<inflection_knot> no_knots; // theirs are in the other unit
-        return bounce<curve_in_units>(measured, convex, inflections, no_knots).next(phi_, alpha);
+        last.known = false;
+        departure unused; // theirs too
+        return bounce<curve_in_units>(measured, convex, inflections, no_knots, unused)
+            .next(phi_, alpha);
     }
 }
 
@@ -235,7 +273,7 @@ refusal bounce<Curve>::find(spot& impact) {
 // Velocity (o, s) against tangent (R', R), both from the radius at the impact. Angles to the
 // tangent count modulo pi, and so the velocity may as well be the opposite one.
 template<class Curve>
-refusal bounce<Curve>::reflect(const spot& impact, double& phi_, double& alpha) const {
+refusal bounce<Curve>::reflect(const spot& impact, double& phi_, double& alpha) {
     double across = impact.o * impact.r - impact.s * impact.dr;
     double along = impact.o * impact.dr + impact.s * impact.r;
     if (across < 0) {
@@ -247,7 +285,31 @@ refusal bounce<Curve>::reflect(const spot& impact, double& phi_, double& alpha) 
     if (!(turned_alpha >= 0 && theta >= 0 && theta <= kit::two_pi)) return refusal::no_number;
     phi_ = theta < kit::two_pi ? theta : 0;
     alpha = turned_alpha < pi ? turned_alpha : 0;
+    keep(impact, phi_, alpha, across, along);
     return refusal::none;
+}
+
+// The next path starts here. Its velocity comes from that of this one by the tangent, without a
+// root or an angle; both vectors are brought back to length 1.
+template<class Curve>
+void bounce<Curve>::keep(const spot& impact, double phi_, double alpha, double across,
+                         double along) {
+    const double r = impact.r;
+    const double dr = impact.dr;
+    last.known = is_ordinary(r, dr);
+    const double scale = 1 / (r * r + dr * dr);
+    const double radial = (dr * along - r * across) * scale;
+    const double tangential = (r * along + dr * across) * scale;
+    last.s = std::fabs(tangential);
+    last.o = tangential < 0 ? -radial : radial;
+    last.sine = impact.sine;
+    last.cosine = impact.cosine;
+    bring_to_length_1(last.s, last.o);
+    bring_to_length_1(last.sine, last.cosine);
+    last.r = r;
+    last.dr = dr;
+    last.phi = phi_;
+    last.alpha = alpha;
 }
 
 // The direction of the line, its distance from the origin, and which way the path runs.
@@ -255,9 +317,7 @@ template<class Curve>
 refusal bounce<Curve>::direction(double alpha) {
     const double r = start.r;
     const double dr = start.dr;
-    const bool ordinary =
-        r > 1e-100 && r < 1e100 && std::fabs(dr) < 1e100 && alpha >= 0 && alpha < pi;
-    if (ordinary) {
+    if (is_ordinary(r, dr) && alpha >= 0 && alpha < pi) {
         // The velocity from the radius: the tangent (R', R), turned by alpha. Of the two
         // directions of the line, psi is the one with a sine that is not negative.
         double sin_alpha, cos_alpha;
@@ -276,9 +336,6 @@ refusal bounce<Curve>::direction(double alpha) {
         start.s = std::sin(w);
         start.o = std::cos(w);
     }
-    c = r * start.s;
-    start.h = 0;
-    dir = dr * start.s - r * start.o > 0 ? 1 : -1;
     return refusal::none;
 }
 
@@ -293,7 +350,7 @@ refusal bounce<Curve>::through_origin(spot& impact) {
     const double move = e * (start.r + r2) / r2;
     if (!(std::fabs(move) < 1e9)) return refusal::no_number;
     impact = place(move);
-    impact = turned(impact, pi, 0, -1);
+    impact = turned(impact, pi, 0, 2);
     look(impact);
     return refusal::none;
 }
@@ -305,7 +362,7 @@ template<class Curve>
 refusal bounce<Curve>::bracket() {
     double d = end_distance;
     for (int i = 0;; ++i, d *= 0.01) {
-        near_end = place(dir * d, dir * d, 1 - 0.5 * d * d);
+        near_end = turned(start, dir * d, dir * d, 0.5 * d * d);
         look(near_end);
         if (near_end.h >= 0) break;
         if (i == 2) return dir > 0 ? refusal::near_end_forward : refusal::near_end_backward;
@@ -314,11 +371,11 @@ refusal bounce<Curve>::bracket() {
     constexpr double sin_end = end_distance;
     constexpr double cos_end = 1 - 0.5 * end_distance * end_distance;
     if (dir > 0) {
-        far_end = place(w - end_distance, start.s * cos_end - start.o * sin_end,
-                        start.o * cos_end + start.s * sin_end);
+        far_end = turned(start, w - end_distance, start.s * cos_end - start.o * sin_end,
+                         1 - (start.o * cos_end + start.s * sin_end));
     } else {
-        far_end = place((w - pi) + end_distance, -start.s * cos_end - start.o * sin_end,
-                        -start.o * cos_end + start.s * sin_end);
+        far_end = turned(start, (w - pi) + end_distance, -start.s * cos_end - start.o * sin_end,
+                         1 - (-start.o * cos_end + start.s * sin_end));
     }
     far_end.s = sin_end; // known better than by turning
     far_end.o = dir * cos_end;
@@ -340,7 +397,7 @@ typename bounce<Curve>::spot bounce<Curve>::conic_guess() const {
     const double n = (start.dr * start.s - start.r * start.o) * (1 - cos_far) * rb;
     const double m = start.s * (start.r * start.r - (start.r * cos_far - start.dr * sin_far) * rb);
     const double scale = 1 / (n * n + m * m);
-    return place(2 * kit::angle_of(n, m), 2 * n * m * scale, (m - n) * (m + n) * scale);
+    return turned(start, 2 * kit::angle_of(n, m), 2 * n * m * scale, 2 * n * n * scale);
 }
 
 // The same from one point to another, with the slope of the first: the conic meets the line where
@@ -373,7 +430,7 @@ typename bounce<Curve>::spot bounce<Curve>::conic_between(const spot& u, const s
         m = -m;
     }
     const double scale = 1 / (n * n + m * m);
-    return turned(u, 2 * kit::angle_of(n, m), 2 * n * m * scale, (m - n) * (m + n) * scale);
+    return turned(u, 2 * kit::angle_of(n, m), 2 * n * m * scale, 2 * n * n * scale);
 }
 
 // A few terms of the arc tangent: what they leave out only makes the next step larger, and small
@@ -392,15 +449,17 @@ inline double bend_near(double rise, double way, double r) {
     return std::fabs(bend) < 1000 * r ? bend : 0;
 }
 
-// Sine and cosine of a step of the search; most are so small that few terms are enough.
-inline void step_sine_cosine(double d, double& sine, double& cosine) {
+// Sine and versed sine of a step of the search; most are so small that few terms are enough.
+inline void step_sine_versine(double d, double& sine, double& versine) {
     const double z = d * d;
     if (!(z < 0.0025)) {
+        double cosine;
         kit::sincos(d, sine, cosine);
+        versine = 1 - cosine;
         return;
     }
     sine = d + d * z * (-1.0 / 6 + z * (1.0 / 120 - z * (1.0 / 5040)));
-    cosine = 1 + z * (-0.5 + z * (1.0 / 24 - z * (1.0 / 720 - z * (1.0 / 40320))));
+    versine = z * (0.5 - z * (1.0 / 24 - z * (1.0 / 720 - z * (1.0 / 40320))));
 }
 
 // The cubic through x at two values of W, with the slopes there, read at 0: the way from `now`.
@@ -444,7 +503,7 @@ template<class Curve>
 typename bounce<Curve>::spot bounce<Curve>::arrived(const spot& p, const sample& last,
                                                     double step) {
     const double move = std::fabs(step) < 1e-7 ? step : 0;
-    spot impact = turned(p, move, move, 1);
+    spot impact = turned(p, move, move, 0);
     impact.r = p.r + p.dr * move;
     impact.dr = p.dr + bend_near(p.dr - last.dr, p.x - last.x, p.r) * move;
     return impact;
@@ -496,9 +555,9 @@ refusal bounce<Curve>::search(const spot& inside, const spot& outside, spot& imp
         // before gives way to halving, but for the first few.
         const bool shrinks = i < free_steps || 2 * size < last_size;
         if (shrinks && !at_rest && between(in, p.x + step, out)) {
-            double sin_step, cos_step;
-            step_sine_cosine(step, sin_step, cos_step);
-            p = turned(p, step, sin_step, cos_step);
+            double sin_step, versine_step;
+            step_sine_versine(step, sin_step, versine_step);
+            p = turned(p, step, sin_step, versine_step);
             last_size = size;
             continue;
         }
@@ -586,7 +645,7 @@ typename bounce<Curve>::spot bounce<Curve>::piece_end(std::ptrdiff_t entry) {
     }
     const inflection_knot& k = knots[i];
     spot p = turned(start, angle_to(entry), k.sine * start.cosine - k.cosine * start.sine,
-                    k.cosine * start.cosine + k.sine * start.sine);
+                    1 - (k.cosine * start.cosine + k.sine * start.sine));
     p.sine = k.sine;
     p.cosine = k.cosine;
     p.r = k.r;
