@@ -7,6 +7,7 @@
 #include "billiard/fox/help_text.h"
 #include "billiard/fox/panel_widgets.h"
 #include "billiard/fox/poincare_billiard.h"
+#include "libfoxaux/fox-utils/layout.h"
 
 // clang-format off
 FXDEFMAP(FMain) FMainMap[] = {
@@ -124,7 +125,9 @@ void FMain::build_function_menu() {
 }
 
 void FMain::build_coordinate_window(FXApp* app) {
-    coordinate_win = new coordinate_space_win(app, 40, 40, 300, 300);
+    const layout_root screen(getX(), getY());
+    coordinate_win = new coordinate_space_win(app, static_cast<FXint>(screen.x1) + 40,
+                                              static_cast<FXint>(screen.y1) + 40, 300, 300);
     coordinate_win->setIcon(main_icon);
     coordinate_win->create();
     coordinate = coordinate_win->canvas;

@@ -48,10 +48,10 @@ void font_choice::take_text(const char* text) {
 void font_choice::ask(FXObject* sender) {
     FXFontDialog dialog(window_of(sender), "Change Font", DECOR_TITLE | DECOR_BORDER, 0, 0,
                         grown(600), grown(380));
-    fit_to_screen(dialog);
     dialog.setFontSelection(desc);
     dialog.forceRefresh();
-    if (!dialog.execute(PLACEMENT_CURSOR)) return;
+    place_on_monitor(dialog, PLACEMENT_CURSOR);
+    if (!dialog.execute(PLACEMENT_DEFAULT)) return;
     dialog.getFontSelection(desc);
     take_desc(desc);
 }

@@ -4,6 +4,7 @@
 
 #include "libfoxaux/fox-utils/dialog_shape.h"
 #include "libfoxaux/fox-utils/icons.h"
+#include "libfoxaux/fox-utils/layout.h"
 #include "mathkit/stderr_failed.h"
 
 #include <FXPNGIcon.h>
@@ -68,7 +69,9 @@ void color_manager::foreground_dialog() {
     dialog.setIcon(&icon);
     dialog.setOpaqueOnly(true); // lines ignore the alpha value, text does not
     dialog.setRGBA(foreground);
-    if (!dialog.execute(PLACEMENT_OWNER)) return;
+    dialog.create();
+    place_on_monitor(dialog, PLACEMENT_OWNER);
+    if (!dialog.execute(PLACEMENT_DEFAULT)) return;
     foreground = dialog.getRGBA();
     on_change();
 }

@@ -130,11 +130,11 @@ bool dialog_shape::run(FXuint placement) {
     layout();
     forceRefresh();
     focus_first_field(this);
-    return execute(placement) != 0;
+    place_on_monitor(*this, placement);
+    return execute(PLACEMENT_DEFAULT) != 0;
 }
 
-// The width that was asked for need not be enough for the texts, nor the screen for all that stands
-// in the dialog. Entries and shortened texts do with the width that there is.
+// A width that was asked for need not be enough for the texts; entries do with what there is.
 void dialog_shape::grow_to_contents() {
     FXint width = getWidth();
     for (FXWindow* child = frame->getFirst(); child; child = child->getNext()) {
@@ -142,7 +142,6 @@ void dialog_shape::grow_to_contents() {
         width = std::max(width, child->getDefaultWidth() + 2 * (padding + inner_padding));
     }
     resize(width, std::max(getHeight(), getDefaultHeight()));
-    fit_to_screen(*this);
 }
 
 void dialog_shape::save_histories(const fields& entered) {

@@ -5,6 +5,7 @@
 #include "libfoxaux/fox-utils/file_dialogs.h"
 #include "libfoxaux/fox-utils/fxmain_base.h"
 #include "libfoxaux/fox-utils/label_text.h"
+#include "libfoxaux/fox-utils/layout.h"
 #include "mathkit/TError.h"
 #include "mathkit/kit_string.h"
 #include "mathkit/whole_file.h"
@@ -74,11 +75,12 @@ void display_text::set_text(const char* replacement) {
 }
 
 void display_text::open() {
-    const FXWindow* root = getApp()->getRootWindow();
-    setWidth(root->getWidth() * 3 / 4);
-    setHeight(root->getHeight() * 3 / 4);
+    const layout_root screen;
+    setWidth(static_cast<FXint>(screen.width()) * 3 / 4);
+    setHeight(static_cast<FXint>(screen.height()) * 3 / 4);
     create();
-    show(PLACEMENT_SCREEN);
+    place_on_monitor(*this, PLACEMENT_SCREEN);
+    show();
 }
 
 long display_text::onTextRightRelease(FXObject*, FXSelector sel, void* ptr) {

@@ -29,9 +29,9 @@ bool choose(const request& request, kit::string& file, kit::string& directory) {
     if (!request.patterns.is_empty()) dialog.setPatternList(request.patterns.c_str());
     if (!directory.is_empty()) dialog.setDirectory(directory.c_str());
     dialog.create();
-    fit_to_screen(dialog);
+    place_on_monitor(dialog, PLACEMENT_OWNER);
     focus_first_field(&dialog); // the name's; the toolkit leaves the focus on none
-    if (!dialog.execute(PLACEMENT_OWNER)) {
+    if (!dialog.execute(PLACEMENT_DEFAULT)) {
         file = kit::string::empty();
         return false;
     }

@@ -5,6 +5,7 @@
 #include "libfoxaux/fox-utils/dialog_shape.h"
 #include "libfoxaux/fox-utils/display_text.h"
 #include "libfoxaux/fox-utils/icons.h"
+#include "libfoxaux/fox-utils/layout.h"
 #include "mathkit/kit_stream.h"
 #include "mathkit/tiny_izstream.h"
 
@@ -143,7 +144,9 @@ void main_base::show_about() {
                      BUTTON_INITIAL | BUTTON_DEFAULT | FRAME_RAISED | FRAME_THICK | LAYOUT_FILL_X,
                      0, 0, 0, 0, 2, 2, 2, 2);
     ok->setFocus();
-    dialog.execute(PLACEMENT_SCREEN);
+    dialog.create();
+    place_on_monitor(dialog, PLACEMENT_SCREEN);
+    dialog.execute(PLACEMENT_DEFAULT);
 }
 
 void main_base::show_help(const char* data, unsigned size) {

@@ -4,16 +4,75 @@
 
 #include "mathkit/stderr_failed.h"
 
+#include <X11/extensions/Xrandr.h>
+
 #include <algorithm>
+#include <cmath>
+#include <vector>
+
+namespace {
+
+constexpr double room_of_frame = 0.95; // of a monitor is left to a window by its title and border
+
+TRect area_at(int x, int y, int width, int height) {
+    return {double(x), double(y), double(x) + width, double(y) + height};
+}
+
+bool tells_monitors(Display* display) {
+    int event, error, major, minor;
+    return XRRQueryExtension(display, &event, &error) && XRRQueryVersion(display, &major, &minor) &&
+           (major > 1 || minor >= 5);
+}
+
+// The monitors that the display tells of; none where it can't.
+std::vector<TRect> monitors() {
+    std::vector<TRect> areas;
+    auto* display = static_cast<Display*>(FXApp::instance()->getDisplay());
+    if (!tells_monitors(display)) return areas;
+    int count = 0;
+    XRRMonitorInfo* list =
+        XRRGetMonitors(display, FXApp::instance()->getRootWindow()->id(), True, &count);
+    for (int i = 0; i < count; ++i)
+        areas.push_back(area_at(list[i].x, list[i].y, list[i].width, list[i].height));
+    if (list) XRRFreeMonitors(list);
+    return areas;
+}
+
+bool holds(const TRect& area, FXint x, FXint y) {
+    return area.x1 <= x && x < area.x2 && area.y1 <= y && y < area.y2;
+}
+
+FXint pixels(double length) {
+    return static_cast<FXint>(std::rint(length));
+}
+
+// Where a side of that length starts if it is moved no more than it takes to lie inside.
+FXint moved_inside(FXint start, FXint length, double low, double high) {
+    return std::max(pixels(low), std::min(start, pixels(high) - length));
+}
+
+} // namespace
 
 layout_root::layout_root() {
-    const FXApp* app = FXApp::instance();
+    FXApp* app = FXApp::instance();
     stderr_assert(app != nullptr, "FXApp::instance()!=0", "libfoxaux/fox-utils/layout",
                   "layout_root::layout_root()");
+    FXint x = 0, y = 0;
+    FXuint buttons;
+    app->getRootWindow()->getCursorPosition(x, y, buttons);
+    *this = layout_root(x, y);
+}
 
-    const FXWindow* root = app->getRootWindow();
-    set(root->getX(), root->getY(), root->getX() + root->getWidth(),
-        root->getY() + root->getHeight());
+layout_root::layout_root(FXint x, FXint y) {
+    const FXWindow* root = FXApp::instance()->getRootWindow();
+    const std::vector<TRect> all = monitors();
+    const auto found =
+        std::ranges::find_if(all, [&](const TRect& area) { return holds(area, x, y); });
+    // What one monitor shows is what the root window tells.
+    const bool several = all.size() > 1 && found != all.end();
+    TRect::operator=(
+        several ? *found
+                : area_at(root->getX(), root->getY(), root->getWidth(), root->getHeight()));
 }
 
 void layout_root::lower_top(double pixels) {
@@ -29,11 +88,19 @@ FXint grown(FXint pixels) {
     return static_cast<FXint>(pixels * std::clamp(letters / usual, 1.0, largest));
 }
 
-void fit_to_screen(FXTopWindow& window) {
-    layout_root screen;
-    screen.zoom(0.95, 0.95);
-    const auto cut = [](FXint side, double room) {
-        return std::min(side, static_cast<FXint>(room));
-    };
-    window.resize(cut(window.getWidth(), screen.width()), cut(window.getHeight(), screen.height()));
+void place_on_monitor(FXTopWindow& window, FXuint placement) {
+    window.place(placement);
+    const FXint width = window.getWidth(), height = window.getHeight();
+    layout_root area = placement == PLACEMENT_SCREEN
+                           ? layout_root()
+                           : layout_root(window.getX() + width / 2, window.getY() + height / 2);
+    area.zoom(room_of_frame, room_of_frame);
+    window.resize(std::min(width, pixels(area.width())), std::min(height, pixels(area.height())));
+    if (placement == PLACEMENT_SCREEN)
+        window.move(pixels((area.x1 + area.x2 - window.getWidth()) / 2),
+                    pixels((area.y1 + area.y2 - window.getHeight()) / 2));
+    else
+        window.place(placement);
+    window.move(moved_inside(window.getX(), window.getWidth(), area.x1, area.x2),
+                moved_inside(window.getY(), window.getHeight(), area.y1, area.y2));
 }

@@ -6,11 +6,16 @@
 
 #include <fx.h>
 
-/// The whole root window in screen pixels, from which a window's rectangle is cut; y1 is its
-/// upper edge. The application must stand and be created.
+/// The area in screen pixels from which a window's rectangle is cut; y1 is its upper edge. It is
+/// the whole root window or, where there are several monitors, one of them. The application must
+/// stand and be created.
 class layout_root : public TRect {
 public:
+    /// The monitor that holds the pointer.
     layout_root();
+
+    /// The monitor that holds the pixel (x, y) of the root window.
+    layout_root(FXint x, FXint y);
 
     /// Moves the upper edge down by `pixels`; a rectangle too low for that stays as it is.
     void lower_top(double pixels);
@@ -20,5 +25,7 @@ public:
 /// the proportion in which the letters of the application's normal font are larger, never shorter.
 FXint grown(FXint pixels);
 
-/// Makes a window smaller that is larger than the screen can show together with title and border.
-void fit_to_screen(FXTopWindow& window);
+/// Places a window that is about to be shown as the toolkit's PLACEMENT_OWNER and the like say, but
+/// on one monitor only, and cut down to what this can show together with a title and a border.
+/// Show it by PLACEMENT_DEFAULT then, which leaves it there.
+void place_on_monitor(FXTopWindow& window, FXuint placement);

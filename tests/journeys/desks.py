@@ -1,14 +1,15 @@
 # SPDX-License-Identifier: MIT
-"""Desks of many kinds: the sizes of the interface's letters.
+"""Desks of many kinds: letters of many sizes, two monitors.
 
-On each of them every label of the panel is whole and every dialog lies on the screen.
+On each of them every label of the panel is whole and every dialog lies on one monitor.
 """
 import contextlib
 import os
+import subprocess
 import sys
 import tempfile
 
-from journey import PANEL, PANEL_WIDGETS, Failure, Picture, Program, check
+from journey import PANEL, PANEL_WIDGETS, PATH, Failure, Picture, Program, check, xdotool
 
 USUAL = PANEL - 4  # the width of the panel at the usual letters
 
@@ -40,12 +41,18 @@ def check_labels(program):
         check(all(word & 0x808080 for word in edges), f"the label {name} is cut")
 
 
-def check_on_screen(program, title):
-    _, _, screen_width, screen_height = program.geometry()
-    x, y, width, height = program.geometry(program.dialog(title))
-    check(x >= 0 and y >= 0 and x + width <= screen_width and y + height <= screen_height,
-          f"{title}, {width} x {height} at {x}, {y}, is not all on the screen")
-    program.cancel(title)
+def check_inside(program, window, area):
+    """The window lies in an area of the screen, given as by geometry()."""
+    x, y, width, height = program.geometry(window)
+    check(x >= area[0] and y >= area[1] and x + width <= area[0] + area[2] and
+          y + height <= area[1] + area[3], f"{width} x {height} at {x}, {y} is not in {area}")
+
+
+def check_dialogs(program, area):
+    for key, title in DIALOGS.items():
+        program.keys(key)
+        check_inside(program, program.dialog(title), area)
+        program.cancel(title)
 
 
 def panel_width(program):
@@ -59,15 +66,37 @@ def letters():
             check_labels(program)
             width = panel_width(program)
             check(USUAL <= width <= widest, f"at {points} points the panel is {width} wide")
-            for key, title in DIALOGS.items():
-                program.keys(key)
-                check_on_screen(program, title)
+            check_dialogs(program, program.geometry())
+
+
+def monitors():
+    """Of two monitors the program takes the one with the pointer, and stays on it."""
+    with started() as program:
+        _, _, width, height = program.geometry()
+    half = width // 2
+    for name, x, output in (("left", 0, "screen"), ("right", half, "none")):
+        subprocess.run(["xrandr", "--setmonitor", name, f"{half}/200x{height}/300+{x}+0", output],
+                       check=True, stdout=subprocess.DEVNULL)
+    for x in (half, 0):
+        xdotool("mousemove", x + 50, 400)
+        area = [x, 0, half, height]
+        with started() as program:
+            seen = program.geometry(program.main)
+            wanted = [x + half // 20, height // 20 + 16, half * 9 // 10, height * 9 // 10 - 16]
+            check(max(abs(a - b) for a, b in zip(seen, wanted)) <= 1,
+                  f"the window is {seen}, not {wanted}")
+            check_dialogs(program, area)
+            for button, title in (("About", "About"), ("Help", "Help"), ("Show Billiard", PATH)):
+                program.press(button)
+                check_inside(program, program.window(title), area)
+                program.keys("Escape")
+                program.focus(program.main)
 
 
 def main():
     # By design the program deletes nothing on its way out: its windows are no leaks.
     os.environ["ASAN_OPTIONS"] = os.environ.get("ASAN_OPTIONS", "") + ":detect_leaks=0"
-    for desk in (letters,):
+    for desk in (letters, monitors):
         try:
             desk()
         except Failure as failure:
