@@ -8,6 +8,7 @@
 #include "mathkit/turn.h"
 
 #include <algorithm>
+#include <cmath>
 #include <cstddef>
 #include <numbers>
 #include <vector>
@@ -53,20 +54,33 @@ double reach(const TBilliard& table, double x, double y) {
     return best;
 }
 
-int inflections_of_one_turn(TBilliard& table) {
-    table.buildInflections();
-    // The list runs over two turns. The one to be counted begins where no curve of the menu has an
-    // inflection: rounding might take one on the seam for none or for two.
-    constexpr double begin = 0.1234;
-    const std::vector<double>& list = table.inflections;
-    return static_cast<int>(std::count_if(list.begin(), list.end(), [](double theta) {
-        return theta >= begin && theta < begin + kit::two_pi;
-    }));
+// How often the polyline of the table's rows changes from turning left to turning right or back.
+// On straight sides it turns by rounding, which counts as no turn.
+int inflections_of(const TBilliard::circumference_class& table) {
+    const int rows = table.size() - 1; // the last is the first again
+    double x0, y0, x1, y1, x2, y2;
+    table.get(rows - 1, x0, y0);
+    table.get(0, x1, y1);
+    int first = 0, before = 0, changes = 0;
+    for (int i = 1; i <= rows; ++i) {
+        table.get(i, x2, y2);
+        const double left = (x1 - x0) * (y2 - y1), right = (y1 - y0) * (x2 - x1);
+        const double rounding =
+            1e-14 * (std::fabs(x1) + std::fabs(y1)) *
+            (std::fabs(x2 - x1) + std::fabs(y2 - y1) + std::fabs(x1 - x0) + std::fabs(y1 - y0));
+        const int turn = left > right + rounding ? 1 : left < right - rounding ? -1 : 0;
+        changes += turn * before < 0 ? 1 : 0;
+        before = turn != 0 ? turn : before;
+        first = first != 0 ? first : turn;
+        x0 = x1, y0 = y1;
+        x1 = x2, y1 = y2;
+    }
+    return changes + (first * before < 0 ? 1 : 0);
 }
 
 } // namespace
 
-curve_facts facts_of(TBilliard& table) {
+curve_facts facts_of(const TBilliard& table) {
     curve_facts facts{};
     facts.circumference = table.circumference.length;
     facts.area = area_integrator(*table.F).AdaptiveGauss(0, kit::two_pi, 1e-12, 36);
@@ -74,7 +88,7 @@ curve_facts facts_of(TBilliard& table) {
     facts.y1 = -reach(table, 0, -1);
     facts.x2 = reach(table, 1, 0);
     facts.y2 = reach(table, 0, 1);
-    facts.inflections = inflections_of_one_turn(table);
+    facts.inflections = inflections_of(table.circumference);
     facts.convex = facts.inflections == 0;
     facts.mean_chord = std::numbers::pi * facts.area / facts.circumference;
     return facts;

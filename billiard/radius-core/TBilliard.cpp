@@ -322,7 +322,7 @@ struct scanned {
 };
 
 // Where rounding might decide on the sign, or squares might leave the range of doubles, the bend is
-// the curvature itself; on a straight side it is 0 and not the rounding of a sum.
+// the curvature itself.
 scanned scan(const TRadiusFunction& F, double phi) {
     double sine, cosine, r, dr, ddr;
     kit::sincos(phi, sine, cosine);
@@ -331,9 +331,7 @@ scanned scan(const TRadiusFunction& F, double phi) {
     const double bend = r * ddr;
     const double size = arc + std::fabs(bend);
     const bool plain = size > 1e-100 && size < 1e100 && std::fabs(arc - bend) > 1e-9 * size;
-    if (plain) return {phi, r, dr, std::copysign(1.0, arc - bend)};
-    const bool straight = F.curvature_at(phi, sine, cosine, r, dr) == 0;
-    return {phi, r, dr, straight ? 0 : F.curvature(phi)};
+    return {phi, r, dr, plain ? std::copysign(1.0, arc - bend) : F.curvature(phi)};
 }
 
 // Tells by its sign whether the tangent turns left from a to b, an angle further whose sine and
