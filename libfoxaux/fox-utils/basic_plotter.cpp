@@ -179,21 +179,26 @@ void basic_plotter::zoom_out(bool entirely) {
     show_view(before);
 }
 
-// Takes a new world rectangle, its corners in any order.
-void basic_plotter::set_view(const TRect& wanted) {
+// Takes a new world rectangle, its corners in any order; gives what show_view() gives.
+bool basic_plotter::set_view(const TRect& wanted) {
     const TRect before = w2s->world;
     w2s->world = wanted;
     w2s->world.purify();
-    show_view(before);
+    return show_view(before);
 }
 
 // The end of every change of view: the map holds the new world rectangle. If what its limits make
-// of it cannot be shown, it gives way to the one from before the change.
-void basic_plotter::show_view(const TRect& before) {
+// of it cannot be shown, it gives way to the one from before the change, whose picture stays:
+// false.
+bool basic_plotter::show_view(const TRect& before) {
     constrain_view();
     TRect& view = w2s->world;
-    if (!can_show(view.x1, view.x2) || !can_show(view.y1, view.y2)) view = before;
+    if (!can_show(view.x1, view.x2) || !can_show(view.y1, view.y2)) {
+        view = before;
+        return false;
+    }
     redraw();
+    return true;
 }
 
 void basic_plotter::zoom_view(double fx, double fy) {
@@ -216,9 +221,9 @@ void basic_plotter::snap_view() {
 }
 
 void basic_plotter::isometric_view() {
-    const TRect before = w2s->world;
-    w2s->makeIso();
-    show_view(before);
+    TMapW2S widened = *w2s; // a view that is dropped must leave the scale of the picture, too
+    widened.makeIso();
+    set_view(widened.world);
 }
 
 void basic_plotter::left_press(FXEvent* event) {

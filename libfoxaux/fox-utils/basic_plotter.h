@@ -26,7 +26,7 @@ public:
 ///
 /// Whatever changes the view ends in constrain_view(), render() and update(). A view that doubles
 /// cannot hold, not finite or narrower than some steps of the doubles at its place, is dropped:
-/// the old one stays, and so zooming in ends where zooming out still works.
+/// the old one stays with its picture, and so zooming in ends where zooming out still works.
 class basic_plotter : public FBufferedWindow, public map_wrap, public color_manager {
     FXDECLARE(basic_plotter)
 
@@ -89,7 +89,8 @@ public:
     /// axes one scale. For render() of a subclass, once `image` is created.
     void draw_frame(const wchar_t* xtitle, const wchar_t* ytitle, bool iso);
 
-    /// The dialog "Change Position": the range by its corners or by centre and size.
+    /// The dialog "Change Position": the range by its corners or by centre and size. A range that
+    /// is dropped is told in a box.
     void position_dialog();
 
     /// Draws the bar with the pointer's world position on the window, at `bar_y`.
@@ -151,10 +152,11 @@ protected:
     virtual void draw_marks(FXDC& dc) const;
 
 private:
+    void end_missed_release(FXuint buttons);
     bool has_marks() const;
     void draw_bar();
-    void set_view(const TRect& wanted);
-    void show_view(const TRect& before);
+    bool set_view(const TRect& wanted);
+    bool show_view(const TRect& before);
     void zoom_view(double fx, double fy);
     void pan_view(double tenths_x, double tenths_y);
     void snap_view();

@@ -5,6 +5,7 @@
 #include "libfoxaux/font/fox_hfont.h"
 #include "libfoxaux/fox-utils/dialog_shape.h"
 #include "libfoxaux/fox-utils/icons.h"
+#include "libfoxaux/fox-utils/label_text.h"
 #include "libfoxaux/fox-utils/page_book.h"
 
 namespace {
@@ -71,5 +72,5 @@ void basic_plotter::position_dialog() {
     } else {
         dialog_shape::save_histories(corner_fields);
     }
-    set_view(corners);
+    if (!set_view(corners)) show_error(this, "Parameters Wrong");
 }

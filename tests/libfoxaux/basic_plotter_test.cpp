@@ -224,26 +224,44 @@ TEST(basic_plotter, DeepZoomEndsWhereZoomingOutStillWorks) {
             type_keys(canvas.canvas, "-");
         EXPECT_EQ(corners_of(canvas->view()), corners_of(canvas->limit)) << "zoomed out";
     }
-    // At the deepest zoom a band keeps the view.
-    canvas->view().set_mid(0.5, 0.5, 0x1p-48, 0x1p-48);
+    // At the deepest zoom what goes deeper keeps the view and the picture.
+    canvas->view().set_mid(0.5, 0.5, 1.2 * 0x1p-49, 1.2 * 0x1p-49);
     canvas->redraw();
     const corners deepest = corners_of(canvas->view());
+    const int renders = canvas->renders;
+    type_keys(canvas.canvas, "*xy");
     drag_band(*canvas, 50, 30, 51, 31);
     EXPECT_EQ(corners_of(canvas->view()), deepest);
+    EXPECT_EQ(canvas->renders, renders);
 }
 
-// Types a range into the fields of one page of the dialog and ends it.
+TEST(basic_plotter, AnIsometricViewThatIsRefusedKeepsTheScale) {
+    shown<plot> canvas(400, 300);
+    canvas->view().set(-1, -9e298, 1, 9e298); // as wide as this is high, it would be too wide
+    canvas->redraw();
+    const double scale = canvas->w2s->ax;
+    const int renders = canvas->renders;
+    type_keys(canvas.canvas, "i");
+    EXPECT_TRUE(canvas->renders == renders && canvas->w2s->ax == scale);
+}
+
+// Types a range into the fields of one page of the dialog and ends it; a box tells a refusal.
 using range = std::array<const char*, 4>;
 
-void enter_range(plot& canvas, int page, const range& texts) {
-    with_dialogs([&] { type_keys(&canvas, "p"); }, {[&](FXTopWindow* dialog) {
-                     EXPECT_STREQ(dialog->getTitle().text(), "Change Position");
-                     all_of<FXTabBook>(dialog).at(0)->setCurrent(page);
-                     const auto fields = all_of<FXTextField>(dialog);
-                     for (int i = 0; i < 4; ++i)
-                         type_into(fields.at(4 * page + i), texts[i]);
-                     close_dialog(dialog, true);
-                 }});
+void enter_range(plot& canvas, int page, const range& texts, bool refused = false) {
+    const auto enter = [&](FXTopWindow* dialog) {
+        EXPECT_STREQ(dialog->getTitle().text(), "Change Position");
+        all_of<FXTabBook>(dialog).at(0)->setCurrent(page);
+        const auto fields = all_of<FXTextField>(dialog);
+        for (int i = 0; i < 4; ++i)
+            type_into(fields.at(4 * page + i), texts[i]);
+        close_dialog(dialog, true);
+    };
+    std::vector<dialog_driver::script> dialogs{enter};
+    if (refused) dialogs.push_back(message_box("Error", "Parameters Wrong"));
+    const int renders = canvas.renders;
+    with_dialogs([&] { type_keys(&canvas, "p"); }, dialogs);
+    EXPECT_EQ(canvas.renders, refused ? renders : renders + 1) << texts[0];
 }
 
 TEST(basic_plotter, TheRangeIsTypedByCornersOrByCenterAndSize) {
@@ -268,7 +286,7 @@ TEST(basic_plotter, TheRangeIsTypedByCornersOrByCenterAndSize) {
     shown<plot> canvas(400, 300);
     for (const auto& c : cases) {
         canvas->view() = start;
-        enter_range(*canvas, c.page, c.texts);
+        enter_range(*canvas, c.page, c.texts, corners_of(c.view) == corners_of(start));
         expect_view(*canvas, c.view, c.texts[0]);
     }
 }
