@@ -52,7 +52,7 @@ public:
     virtual void sync_companions() {}
 
     /// Looks for a fixed point in the ellipse about (x, y) with the half axes rx, ry, all in
-    /// world units; both are 0 where the drag came back to where it began.
+    /// world units.
     virtual void find_fixed_point(double x, double y, double rx, double ry);
 
     /// Stops the loop and arms the capture of a fixed point if the mouse is idle.

@@ -67,7 +67,9 @@ long basic_plotter::onEnter(FXObject*, FXSelector, void*) {
 
 long basic_plotter::onLeftBtnPress(FXObject*, FXSelector, void* ptr) {
     take_focus();
-    left_press(static_cast<FXEvent*>(ptr));
+    auto* event = static_cast<FXEvent*>(ptr);
+    end_missed_release(event->state & ~LEFTBUTTONMASK);
+    left_press(event);
     return 0;
 }
 
@@ -78,8 +80,9 @@ long basic_plotter::onLeftBtnRelease(FXObject*, FXSelector, void* ptr) {
 
 long basic_plotter::onRightBtnPress(FXObject*, FXSelector, void* ptr) {
     take_focus();
-    if (mode != idle) return 0;
     auto* event = static_cast<FXEvent*>(ptr);
+    end_missed_release(event->state & ~RIGHTBUTTONMASK);
+    if (mode != idle) return 0;
     bar_y = event->win_y <= getHeight() / 2 ? getHeight() - 3 * text_size() : 0;
     draw_position_bar(event);
     mode = position_shown;
@@ -94,8 +97,18 @@ long basic_plotter::onRightBtnRelease(FXObject*, FXSelector, void*) {
 }
 
 long basic_plotter::onMotion(FXObject*, FXSelector, void* ptr) {
-    mouse_motion(static_cast<FXEvent*>(ptr));
+    auto* event = static_cast<FXEvent*>(ptr);
+    end_missed_release(event->state);
+    mouse_motion(event);
     return 0;
+}
+
+// A dialog that a key opens while a button is held takes the release for itself. `buttons` are
+// those that were held when the event came.
+void basic_plotter::end_missed_release(FXuint buttons) {
+    const FXuint wanted = is_dragging() ? LEFTBUTTONMASK : RIGHTBUTTONMASK;
+    const bool holds = is_dragging() || mode == position_shown;
+    if (holds && !(buttons & wanted)) cancel_mode();
 }
 
 void basic_plotter::render() {

@@ -168,7 +168,6 @@ TEST(FPoincareWin, ACircleIsCapturedInWorldUnits) {
     } cases[] = {
         {40, 60, 43, 56, 5},
         {40, 60, 41, 61, std::sqrt(2.0)}, // not rounded
-        {40, 60, 40, 60, 0},              // back at the anchor
         {10, 60, 10, 160, 100},           // beyond the edge, too, the circle follows the pointer
         {10, 60, -50, -20, 100},
         {10, 60, -1, 60, 12}, // the mark of a circle not drawn yet counts as the next pixel
@@ -198,9 +197,24 @@ TEST(FPoincareWin, ACircleIsCapturedInWorldUnits) {
 TEST(FPoincareWin, ACaptureWithoutMotionOrCancelledSearchesNothing) {
     toy window;
     window->end_y = 77; // of an earlier drag
+    for (const bool there_and_back : {false, true}) {
+        window->arm_fixed_point();
+        send_mouse(window.canvas, SEL_LEFTBUTTONPRESS, 50, 50);
+        for (const int x : {70, 50})
+            if (there_and_back) send_mouse(window.canvas, SEL_MOTION, x, 50);
+        send_mouse(window.canvas, SEL_LEFTBUTTONRELEASE, 50, 50);
+        EXPECT_TRUE(window->mode == 0 && window->getDefaultCursor() == window->normal_cursor);
+        pump();
+        EXPECT_EQ(screen_of(window.canvas).count(white), 101 * 101);
+    }
+
     window->arm_fixed_point();
-    window.click(50, 50);
+    send_mouse(window.canvas, SEL_LEFTBUTTONPRESS, 50, 50);
+    send_mouse(window.canvas, SEL_MOTION, 70, 50);
+    buttons_down = 0; // a dialog has taken the release
+    send_mouse(window.canvas, SEL_MOTION, 60, 50);
     EXPECT_EQ(window->mode, 0);
+    pump();
 
     window->arm_fixed_point();
     send_mouse(window.canvas, SEL_LEFTBUTTONPRESS, 50, 50);

@@ -94,14 +94,16 @@ TEST(basic_plotter, EveryKeyOfTheView) {
 }
 
 TEST(basic_plotter, TheMouseMachine) {
-    // + arms, e is Esc, l and r press a button, L and R release it, m moves; below, the modes
-    // after.
+    // + arms, e is Esc, l and r press a button, L and R release it, m moves, d is a dialog that
+    // takes the release for itself; below, the modes after.
     const struct {
         const char *steps, *modes;
         int renders;
     } journeys[] = {
-        {"lmL", "000", 0}, {"++e", "110", 0},       {"+ml+rRmL", "11222220", 1}, {"+rR", "111", 0},
-        {"+lL", "120", 0}, {"+lmemL", "122000", 0}, {"r+lLmR", "333330", 0},
+        {"lmL", "000", 0},       {"++e", "110", 0},     {"+ml+rRmL", "11222220", 1},
+        {"+rR", "111", 0},       {"+lL", "120", 0},     {"+lmemL", "122000", 0},
+        {"r+lLmR", "333330", 0}, {"+lmdm", "12220", 0}, {"+lmdlmL", "1222000", 0},
+        {"rdm", "330", 0},       {"rdlL", "3300", 0},   {"rdrR", "3330", 0},
     };
     shown<plot> canvas(400, 300);
     for (const auto& journey : journeys) {
@@ -115,7 +117,8 @@ TEST(basic_plotter, TheMouseMachine) {
             {'L', [&] { EXPECT_EQ(send_mouse(canvas.canvas, SEL_LEFTBUTTONRELEASE, x, y), 0); }},
             {'r', [&] { send_mouse(canvas.canvas, SEL_RIGHTBUTTONPRESS, x, y); }},
             {'R', [&] { send_mouse(canvas.canvas, SEL_RIGHTBUTTONRELEASE, x, y); }},
-            {'m', [&] { send_mouse(canvas.canvas, SEL_MOTION, x += 40, y += 30); }}};
+            {'m', [&] { send_mouse(canvas.canvas, SEL_MOTION, x += 40, y += 30); }},
+            {'d', [] { buttons_down = 0; }}};
         for (int i = 0; journey.steps[i]; ++i) {
             SCOPED_TRACE(std::string(journey.steps, i + 1));
             EXPECT_EQ(canvas->renders, before);

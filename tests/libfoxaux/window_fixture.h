@@ -94,9 +94,17 @@ inline long send(FXWindow* window, FXuint type, FXEvent& event) {
     return answer;
 }
 
+/// The mouse buttons that are held, as bits of an event's state.
+inline FXuint buttons_down = 0;
+
 /// Sends a mouse message, SEL_LEFTBUTTONPRESS and the like; gives the handler's answer.
 inline long send_mouse(FXWindow* window, FXuint type, int x, int y) {
+    if (type == SEL_LEFTBUTTONPRESS) buttons_down |= LEFTBUTTONMASK;
+    if (type == SEL_LEFTBUTTONRELEASE) buttons_down &= ~LEFTBUTTONMASK;
+    if (type == SEL_RIGHTBUTTONPRESS) buttons_down |= RIGHTBUTTONMASK;
+    if (type == SEL_RIGHTBUTTONRELEASE) buttons_down &= ~RIGHTBUTTONMASK;
     FXEvent event = mouse_event(window, x, y);
+    event.state = buttons_down;
     return send(window, type, event);
 }
 
