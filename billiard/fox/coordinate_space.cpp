@@ -116,6 +116,7 @@ void coordinate_space::begin_path() {
     end_highlight();
     segment_state = 0;
     add_bounce();
+    update();
 }
 
 void coordinate_space::draw_boundary(bool clear) {

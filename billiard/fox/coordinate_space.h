@@ -47,7 +47,8 @@ public:
     void redraw_boundary();
 
     /// Takes the map's present impact as the first point of a path. What was drawn stays, the
-    /// newest segment no longer highlighted, and no segment will lead from there to here.
+    /// newest segment no longer highlighted, and no segment will lead from there to here. Shows the
+    /// picture.
     void begin_path();
 
     /// Takes the map's present impact as the next point of the path and draws the segment that

@@ -75,6 +75,7 @@ void poincare_billiard::iterate() {
         stop_loop();
         map->setPoint(0.5, 0.5);
         main->coordinate->begin_path();
+        update(); // behind the box stand the points that came before it
         show_error(box_owner(), error.text());
     }
 }

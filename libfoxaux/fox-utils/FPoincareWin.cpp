@@ -183,6 +183,7 @@ void FPoincareWin::stop_loop() {
     loop_changed(0);
     loop_idle.stop();
     FXWindow::update();
+    sync_companions();
 }
 
 // Runs the map until an event waits; the event loop then comes back here. A map that fails stops

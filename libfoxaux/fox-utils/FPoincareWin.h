@@ -48,7 +48,7 @@ public:
     /// One unit of work: run_orbit(iterations).
     virtual void iterate();
 
-    /// Brings other windows up to date, about once a second while the loop runs.
+    /// Brings other windows up to date, about once a second while the loop runs and when it ends.
     virtual void sync_companions() {}
 
     /// Looks for a fixed point in the ellipse about (x, y) with the half axes rx, ry, all in

@@ -152,7 +152,10 @@ TEST(FPoincareWin, TheLoopBringsTheScreenUpToDateAboutOnceASecond) {
     window->orbit = {{0.6, 0.6}};
     const std::size_t steps = window->steps;
     EXPECT_TRUE(pump_until([&] { return window->steps > steps; }));
+    const int syncs = window->syncs;
+    window->last_sync = getMicroTime();
     type_keys(window.canvas, "L"); // the end of the loop is a refresh, too
+    EXPECT_EQ(window->syncs, syncs + 1);
     pump();
     EXPECT_EQ(screen_of(window.canvas).count(black), 2);
 }
