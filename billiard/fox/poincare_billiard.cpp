@@ -100,13 +100,17 @@ void poincare_billiard::find_fixed_point(double x, double y, double rx, double r
     try {
         // A point that cannot be refined is none: a wrong answer would be worse than no answer.
         const int order = map->getorder(x, y, rx, ry, order_limit);
+        if (order < 0) {
+            fail("could not get order of fixpoint");
+            return;
+        }
         // The map now stands on the point that told the order. Beside the circle there may be one
         // that is nearer to the centre.
-        if (order > 0) map->getPoint(x, y);
+        map->getPoint(x, y);
         TRect box;
         int steps = 30;
-        if (order < 0 || !map->fixfinder(x, y, order, steps, box, 1e-14)) {
-            fail("could not get order of fixpoint");
+        if (!map->fixfinder(x, y, order, steps, box, 1e-14)) {
+            fail(kit::string::format("could not refine fixpoint of order %d", order));
             return;
         }
         FXMessageBox::information(this, MBOX_OK, "Information",
