@@ -82,6 +82,7 @@ long FBufferedWindow::onPaint(FXObject*, FXSelector, void* ptr) {
 
 long FBufferedWindow::onKeyPress(FXObject*, FXSelector, void* ptr) {
     const auto* event = static_cast<const FXEvent*>(ptr);
+    if (event->state & (CONTROLMASK | ALTMASK)) return 0; // AltGr, which types, is neither
     int key = event->code;
     // A key without text brings a text of one zero byte.
     if (event->text.length() == 1) {

@@ -39,7 +39,7 @@ public:
 
     /// Reacts to one key: a typed character as its byte (32 to 255), else the key symbol. Gives 1
     /// if the key is used up, 0 if the toolkit may go on with it. A subclass passes keys that it
-    /// does not know on to its base.
+    /// does not know on to its base. A key with Control or Alt does not come here.
     virtual long on_key(int key);
 
     /// Makes `backup` if there is none; to be called before create().

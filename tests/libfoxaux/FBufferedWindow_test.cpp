@@ -45,6 +45,24 @@ TEST(FBufferedWindow, AKeyArrivesAsItsCharacterOrItsSymbol) {
     EXPECT_EQ(window->saves, 3);
 }
 
+TEST(FBufferedWindow, AKeyWithControlOrAltIsNoCommand) {
+    shown<canvas> window(50, 50);
+    const FXuint alt_gr = 0x80; // the fifth modifier, as all layouts have it
+    const std::pair<FXuint, int> cases[] = {
+        {CONTROLMASK, 0},           {ALTMASK, 0},   {SHIFTMASK | CONTROLMASK, 0},
+        {NUMLOCKMASK | ALTMASK, 0}, {SHIFTMASK, 1}, {CAPSLOCKMASK | NUMLOCKMASK | alt_gr, 1},
+    };
+    for (const auto& [state, saves] : cases) {
+        window->saves = 0;
+        FXEvent event{};
+        event.code = KEY_s;
+        event.text = "s";
+        event.state = state;
+        EXPECT_EQ(send(window.canvas, SEL_KEYPRESS, event), 0);
+        EXPECT_EQ(window->saves, saves) << std::hex << state;
+    }
+}
+
 // With one pixel at least, whatever the layout makes of it.
 TEST(FBufferedWindow, BothPicturesFollowTheWindow) {
     shown<canvas> window(200, 150);
