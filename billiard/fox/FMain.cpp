@@ -9,6 +9,8 @@
 #include "billiard/fox/poincare_billiard.h"
 #include "libfoxaux/fox-utils/layout.h"
 
+#include <fxkeys.h>
+
 // clang-format off
 FXDEFMAP(FMain) FMainMap[] = {
     FXMAPFUNC (SEL_CLOSE,   0,                                          FMain::onClose),
@@ -81,6 +83,8 @@ FMain::FMain(FXApp* app, FXint x, FXint y, FXint w, FXint h)
     build_canvas(splitter);
     build_panel(splitter);
     build_coordinate_window(app);
+    for (FXWindow* window : {static_cast<FXWindow*>(this), static_cast<FXWindow*>(coordinate_win)})
+        window->getAccelTable()->addAccel(KEY_F1, this, FXSEL(SEL_COMMAND, ID_HELP));
 
     const curve_entry& first = curve_of(ID_OVAL_A);
     map.setF(first.build(first_values(first)).release());

@@ -1,6 +1,7 @@
 // SPDX-License-Identifier: MIT
 // The main window's panel and commands, and what a change of curve keeps.
 #include "tests/billiard/fox/main_window.h"
+#include "tests/libfoxaux/dialog_helpers.h"
 
 using namespace window_test;
 
@@ -73,6 +74,17 @@ TEST_F(FMain_test, every_command_gives_the_focus_to_the_phase_canvas) {
         window().loop_check->setFocus();
         EXPECT_EQ(command(id), 1);
         EXPECT_FALSE(section().inFocusChain()) << id;
+    }
+}
+
+TEST_F(FMain_test, f1_opens_the_manual_in_both_windows) {
+    for (FBufferedWindow* canvas :
+         {static_cast<FBufferedWindow*>(&section()), static_cast<FBufferedWindow*>(&plane())}) {
+        send_key(canvas->getShell(), KEY_F1);
+        const auto opened = text_windows();
+        ASSERT_EQ(opened.size(), 1u);
+        EXPECT_STREQ(opened[0]->getTitle().text(), "Help");
+        close_by_manager(opened[0]);
     }
 }
 
