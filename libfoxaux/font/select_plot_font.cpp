@@ -77,7 +77,7 @@ namespace {
 // Everything the dialog lets the user choose, and the widgets that hold it while it is open.
 class font_dialog {
 public:
-    font_dialog();
+    explicit font_dialog(FXWindow* owner);
     font_dialog(const font_dialog&) = delete;
     font_dialog& operator=(const font_dialog&) = delete;
 
@@ -101,7 +101,7 @@ private:
     int ttf_size = 20;
     int antialias = remembered_int(source, antialias_line, 1);
 
-    dialog_shape dialog{main_base::dialog_owner(), "Select Font", nullptr};
+    dialog_shape dialog;
     page_book* book;
     FXComboBoxPopup* stroke_size_field = nullptr;
     FXComboBoxPopup* file_field = nullptr;
@@ -109,7 +109,9 @@ private:
     FXColorWell* color_well;
 };
 
-font_dialog::font_dialog() : book(new page_book(dialog.frame)) {
+font_dialog::font_dialog(FXWindow* owner)
+    : dialog(owner, "Select Font", nullptr),
+      book(new page_book(dialog.frame)) {
     font.set_name(remembered_text(source, font_line, font.name.text()));
     add_stroke_page();
     add_toolkit_page();
@@ -196,7 +198,8 @@ int font_dialog::apply() {
 } // namespace
 
 void select_plot_font() {
-    font_dialog dialog;
+    FXWindow* owner = main_base::dialog_owner();
+    font_dialog dialog(owner);
     if (!dialog.run()) return;
     // Stored whatever happens next, so that a path that fails can be corrected.
     dialog.store();
@@ -204,7 +207,6 @@ void select_plot_font() {
         const int size = dialog.apply();
         color_manager::set_all_axes(size, dialog.color());
     } catch (const TError& error) {
-        show_error(main_base::dialog_owner(),
-                   kit::string::format("Could not load font:\n%s", error.text().c_str()));
+        show_error(owner, kit::string::format("Could not load font:\n%s", error.text().c_str()));
     }
 }

@@ -106,9 +106,14 @@ main_base::~main_base() {
 }
 
 FXWindow* main_base::dialog_owner() {
+    const auto owns_dialogs = [](const FXWindow* window) {
+        return window->isMemberOf(FXMETACLASS(FXMainWindow)) && window->id();
+    };
+    FXWindow* active = FXApp::instance()->getActiveWindow();
+    if (active && active->shown() && owns_dialogs(active)) return active;
     FXWindow* root = FXApp::instance()->getRootWindow();
     for (FXWindow* window = root->getFirst(); window; window = window->getNext())
-        if (window->isMemberOf(FXMETACLASS(FXMainWindow)) && window->id()) return window;
+        if (owns_dialogs(window)) return window;
     return root;
 }
 

@@ -31,8 +31,9 @@ public:
         return _main;
     }
 
-    /// The window that owns the dialogs of the whole application: the main window, or, before there
-    /// is one, the root window. A click on the main window can't cover what it owns.
+    /// The window that owns a dialog of the whole application: of the main windows the one that has
+    /// the keys, which get back to it, else the first, or, before there is one, the root window. A
+    /// click on it can't cover what it owns.
     static FXWindow* dialog_owner();
 
     /// The fixed-pitch font of the text views, created on the display; stays owned here.
