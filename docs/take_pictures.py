@@ -24,6 +24,8 @@ CYCLE = ["black", "white", "gray", "red", "green", "blue", "yellow", "cyan", "ma
 DARK = ["red", "green", "blue", "magenta", "indigo", "darkred", "darkgreen", "deeppink", "teal",
         "brown", "steelblue", "olive"]
 
+PATH_PLACE = (590, 380)  # of the path window, beside what is clicked in the main one
+
 
 class Guide:
     """Leads the program as the tutorial leads its reader."""
@@ -142,7 +144,7 @@ def circle(guide):
     guide.settle()
     guide.take("step-01")
 
-    guide.program.show_path(40, 40)
+    guide.program.show_path(*PATH_PLACE)
     guide.start(0.3, 0.6)
     guide.iterate(40)
     guide.take_path("step-02")
@@ -159,7 +161,7 @@ def ellipse(guide):
     guide.settle()
     guide.take("step-03")
 
-    guide.program.show_path(40, 40)
+    guide.program.show_path(*PATH_PLACE)
     guide.start(0.5, 0.5)
     guide.iterate(40)
     guide.take_path("step-04")
@@ -220,7 +222,7 @@ def stadium(guide):
     guide.iterate(40)
     guide.settle()
     guide.take("step-09")
-    guide.program.show_path(40, 40)
+    guide.program.show_path(*PATH_PLACE)
     for name, S in (("step-10-a", 0.3), ("step-10-b", 0.3001)):
         guide.type_position(S, 0.4)
         guide.iterate(14)
@@ -242,7 +244,7 @@ def gallery(guide):
     resize(560, 420)
     mixed_section(guide)
     guide.take("section")
-    program.show_path(560, 40)
+    program.show_path(590, 40)
     guide.start(0.5, 0.68)
     guide.iterate(80)
     guide.take_path("path")

@@ -91,6 +91,7 @@ FMain::FMain(FXApp* app, FXint x, FXint y, FXint w, FXint h)
     map.setPoint(0.5, 0.5);
 
     FXMainWindow::create(); // curve_changed() draws, and that takes windows and pictures
+    coordinate_win->accompany(this);
     curve_changed();
 }
 
@@ -202,6 +203,7 @@ void FMain::toggle_coordinate_window() {
         coordinate->take_focus();
     }
     show_billiard = !show_billiard;
+    setFocus(); // without a window manager the one shown or hidden may have moved the keys
 }
 
 void FMain::follow_loop_check() {

@@ -249,11 +249,11 @@ FXDEFMAP(coordinate_space_win) coordinate_space_winMap[] = {
 };
 // clang-format on
 
-FXIMPLEMENT(coordinate_space_win, FXMainWindow, coordinate_space_winMap,
+FXIMPLEMENT(coordinate_space_win, companion_window, coordinate_space_winMap,
             ARRAYNUMBER(coordinate_space_winMap))
 
 coordinate_space_win::coordinate_space_win(FXApp* app, FXint x, FXint y, FXint w, FXint h)
-    : FXMainWindow(app, "Billiard: Coordinate Space", nullptr, nullptr, DECOR_ALL, x, y, w, h),
+    : companion_window(app, "Billiard: Coordinate Space", x, y, w, h),
       canvas(new coordinate_space(this, LAYOUT_FILL_X | LAYOUT_FILL_Y, 0, 0, 0, 0)) {}
 
 long coordinate_space_win::onClose(FXObject*, FXSelector, void*) {

@@ -3,6 +3,7 @@
 #pragma once
 
 #include "libfoxaux/fox-utils/FBufferedWindow.h"
+#include "libfoxaux/fox-utils/companion_window.h"
 #include "mathkit/TMapW2S.h"
 
 class FMain;
@@ -67,7 +68,7 @@ private:
 };
 
 /// The top-level window that the path canvas fills. Closing it only hides it.
-class coordinate_space_win : public FXMainWindow {
+class coordinate_space_win : public companion_window {
     FXDECLARE(coordinate_space_win)
 
 public:

@@ -155,7 +155,10 @@ class Program:
         until(lambda: self.find(title) is None, title + " closed")
 
     def focus(self, window):
-        xdotool("windowactivate", "--sync", window)
+        def focused():
+            xdotool("windowactivate", window)
+            return self.focused() == window
+        until(focused, "a window that takes the keys")  # the path window does once it is shown
 
     def focused(self):
         return int(output_of("xdotool", "getwindowfocus") or 0)
@@ -234,7 +237,6 @@ class Program:
         self.path = self.window(PATH)
         xdotool("windowmove", self.path, x, y)
         until(lambda: abs(self.geometry(self.path)[0] - x) < 30, "the path window moved")
-        self.focus(self.main)
         return self.path
 
     def hide_path(self):

@@ -175,10 +175,10 @@ class Monkey:
         if title.startswith(FILE_DIALOGS):
             self.name_file()
         else:
-            if title == MAIN and self.random.random() < 0.2:
-                other = self.program.path_window()
-                if other:
-                    self.do("windowactivate", other)
+            if title == PATH and self.random.random() < 0.8:  # it never lies below the other
+                window, title = self.program.main, MAIN
+                width, height = self.program.geometry(window)[2:]
+                self.do("windowactivate", window)
             action(window, title, width, height)
         self.alive()
 

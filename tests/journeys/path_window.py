@@ -1,6 +1,6 @@
 # SPDX-License-Identifier: MIT
 """The second window: the curve, the path in its colours, its own keys, hiding and showing."""
-from journey import BLACK, PATH_BLUE, RED, check, make_room, run, until
+from journey import BLACK, PATH_BLUE, RED, check, make_room, output_of, run, until, xdotool
 
 
 def path_is(program, corners, message, newest=RED):
@@ -23,12 +23,17 @@ def path_is(program, corners, message, newest=RED):
     until(right, message)
 
 
+def is_shown(window):
+    return b"IsViewable" in output_of("xwininfo", "-id", str(window))
+
+
 def journey(program, model):
     make_room(program, model)
     program.show_path()
     model.ask("plane", 300, 300)
     outline = set(model.pixels("boundary"))
     until(lambda: program.picture(program.path).points(BLACK) == outline, "the start curve")
+    check(program.focused() == program.main, "the path window takes the keys")
 
     def bounce(corners):
         program.keys("space")
@@ -61,6 +66,16 @@ def journey(program, model):
     program.keys("d")
     path_is(program, [], "d wipes the path")
     path_is(program, bounce(corners[-2:]), "d keeps the last segment")
+
+    # It stays above the main window, and goes with it.
+    def place(window):
+        return [w for w, _ in program.clients("_NET_CLIENT_LIST_STACKING")].index(window)
+    program.focus(program.main)
+    check(place(program.path) > place(program.main), "the main window covers the path window")
+    xdotool("windowminimize", program.main)
+    until(lambda: not is_shown(program.path), "the path window minimised with the main one")
+    program.focus(program.main)
+    until(lambda: is_shown(program.path), "the path window restored with the main one")
 
     # A dialog of the whole application takes the keys here as well, and gives them back.
     for key, title in [("F8", "Select Font"), ("F9", "Resize Hack"), ("F10", "Select Global Fonts")]:

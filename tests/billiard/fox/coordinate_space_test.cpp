@@ -16,7 +16,7 @@ protected:
     void SetUp() override {
         reset();
         command(FMain::ID_SHOW_BILLIARD);
-        pump();
+        EXPECT_TRUE(pump_until([] { return plane().image->getWidth() == plane().getWidth(); }));
     }
 };
 

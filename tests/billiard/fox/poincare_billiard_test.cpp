@@ -29,6 +29,18 @@ int& evaluations_left() {
     return static_cast<failing_curve*>(map().F)->left;
 }
 
+// Shows the path window and waits until it stands beside the other windows.
+void show_path_beside() {
+    const int left = 900;
+    command(FMain::ID_SHOW_BILLIARD);
+    EXPECT_TRUE(pump_until([] {
+        window().coordinate_win->move(left, 40);
+        int x, y;
+        plane().translateCoordinatesTo(x, y, app().getRootWindow(), 0, 0);
+        return x >= left && screen_of(&plane()) == pixels(plane().image);
+    }));
+}
+
 pixel_set pixels_of(FXImage* image, FXColor color) {
     const pixels picture(image);
     const irect& area = section().w2s->screen;
@@ -69,9 +81,8 @@ TEST_F(poincare_billiard_test, a_failed_bounce_ends_the_loop_with_one_box) {
         reset();
         section().foreground = red;
         take_curve(new failing_curve);
-        if (path_shown) command(FMain::ID_SHOW_BILLIARD);
-        window().coordinate_win->move(900, 40); // beside the box
-        map().setPoint(0.31, 0.437);            // an orbit that doesn't close
+        if (path_shown) show_path_beside();
+        map().setPoint(0.31, 0.437); // an orbit that doesn't close
         evaluations_left() = 300;
 
         const auto until_stopped = [] {
