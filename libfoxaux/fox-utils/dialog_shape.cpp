@@ -2,6 +2,7 @@
 // The one shape of the program's dialogs, built from rows of tables.
 #include "libfoxaux/fox-utils/dialog_shape.h"
 
+#include "libfoxaux/fox-utils/label_text.h"
 #include "libfoxaux/fox-utils/layout.h"
 
 #include <algorithm>
@@ -36,7 +37,8 @@ FXTextField* first_field(FXWindow* top) {
 
 // clang-format off
 FXDEFMAP(dialog_shape) dialog_shape_map[] = {
-    FXMAPFUNC(SEL_MAP, 0, dialog_shape::onMap),
+    FXMAPFUNC(SEL_MAP,     0,                       dialog_shape::onMap),
+    FXMAPFUNC(SEL_COMMAND, FXDialogBox::ID_ACCEPT,  dialog_shape::onCmdAccept),
 };
 // clang-format on
 FXIMPLEMENT(dialog_shape, FXDialogBox, dialog_shape_map, ARRAYNUMBER(dialog_shape_map))
@@ -67,9 +69,11 @@ FXVerticalFrame* dialog_shape::add_page(FXTabBook* book, const char* title) {
 FXComboBoxPopup* dialog_shape::add_row(FXComposite* parent, const history_site& site,
                                        const entry_row& row, int columns) {
     new FXLabel(parent, row.label, nullptr, label_style | row.justify);
-    FXDataTarget* variable = std::visit([this](auto* value) { return target(*value); }, row.value);
+    entry_target* variable = std::visit(
+        [&](auto* value) { return &entries.emplace_back(row.label, *value); }, row.value);
     auto* field =
         new FXComboBoxPopup(parent, columns, variable, FXDataTarget::ID_VALUE, entry_style);
+    variable->field = field->text_field();
     field->load_history(site.file, row.line, site.context, row.set_text);
     return field;
 }
@@ -85,8 +89,10 @@ dialog_shape::fields dialog_shape::add_rows(FXComposite* parent, const history_s
 FXTextField* dialog_shape::add_number(FXComposite* parent, const char* label, int& value,
                                       int columns) {
     new FXLabel(parent, label, nullptr, label_style);
-    return new FXTextFieldPopup(parent, columns, target(value), FXDataTarget::ID_VALUE,
-                                FRAME_SUNKEN | FRAME_THICK);
+    entry_target* variable = &entries.emplace_back(label, value);
+    variable->field = new FXTextFieldPopup(parent, columns, variable, FXDataTarget::ID_VALUE,
+                                           FRAME_SUNKEN | FRAME_THICK);
+    return variable->field;
 }
 
 FXColorWell* dialog_shape::add_well(FXComposite* parent, const char* label, FXColor color) {
@@ -120,6 +126,26 @@ long dialog_shape::onMap(FXObject* sender, FXSelector sel, void* ptr) {
     FXDialogBox::onMap(sender, sel, ptr);
     setFocus();
     return 1;
+}
+
+// Whether a widget of the dialog stands on no page that lies behind another.
+bool dialog_shape::is_seen(const FXWindow* widget) const {
+    while (widget != this && widget->shown())
+        widget = widget->getParent();
+    return widget == this;
+}
+
+long dialog_shape::onCmdAccept(FXObject* sender, FXSelector sel, void* ptr) {
+    layout(); // a page that has just been chosen comes to the front by it
+    for (const entry_target& entry : entries) {
+        const kit::string complaint = entry.complaint();
+        if (complaint.is_empty() || !is_seen(entry.field)) continue;
+        show_error(this, complaint);
+        entry.field->setFocus();
+        entry.field->selectAll();
+        return 1;
+    }
+    return FXDialogBox::onCmdAccept(sender, sel, ptr);
 }
 
 bool dialog_shape::run(FXuint placement) {

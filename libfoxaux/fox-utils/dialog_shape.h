@@ -3,6 +3,7 @@
 #pragma once
 
 #include "libfoxaux/fox-utils/FXTextFieldPopup.h"
+#include "libfoxaux/fox-utils/entry_target.h"
 
 #include <fx.h>
 
@@ -26,6 +27,9 @@ struct history_site {
 };
 
 /// A modal dialog with padding and spacing, a filling vertical frame, and "&Accept" and "&Cancel".
+///
+/// "&Accept" first looks at the fields of numbers that can be seen, on the page in front: a text
+/// that is no number is told and selected, and the dialog stays.
 ///
 /// Build it on the stack, fill `frame` from the top down, close it with add_buttons() and run it:
 ///
@@ -94,14 +98,17 @@ public:
     }
 
     long onMap(FXObject*, FXSelector, void*);
+    long onCmdAccept(FXObject*, FXSelector, void*);
 
 protected:
     dialog_shape() = default;
 
 private:
     void grow_to_contents();
+    bool is_seen(const FXWindow* widget) const;
 
-    std::list<FXDataTarget> targets; ///< what the fields point at
+    std::list<entry_target> entries; ///< what the entry fields point at
+    std::list<FXDataTarget> targets; ///< what other widgets point at
 };
 
 /// Gives the focus to the first text field shown in a dialog, which must have been created, and

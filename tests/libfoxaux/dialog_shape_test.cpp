@@ -18,7 +18,7 @@ struct dialog_shape_test : ::testing::Test {
     }
 
     // Runs the dialog with a script; gives what run() gave.
-    bool run(const dialog_driver::script& script, bool set_text = true) {
+    bool run(const std::vector<dialog_driver::script>& scripts, bool set_text = true) {
         bool accepted = false;
         with_dialogs(
             [&] {
@@ -30,7 +30,7 @@ struct dialog_shape_test : ::testing::Test {
                 accepted = dialog.run();
                 if (accepted) dialog_shape::save_histories(fields);
             },
-            {script});
+            scripts);
         return accepted;
     }
 
@@ -40,7 +40,7 @@ struct dialog_shape_test : ::testing::Test {
 };
 
 TEST_F(dialog_shape_test, AValueCanBeTypedAtOnce) {
-    EXPECT_TRUE(run([&](FXTopWindow* dialog) {
+    EXPECT_TRUE(run({[&](FXTopWindow* dialog) {
         const auto fields = all_of<FXTextField>(dialog);
         EXPECT_EQ(focus_of(dialog), fields.at(0));
         EXPECT_EQ(selected_text(fields.at(0)), "2");
@@ -53,7 +53,7 @@ TEST_F(dialog_shape_test, AValueCanBeTypedAtOnce) {
         send_key(dialog, KEY_Tab);
         EXPECT_EQ(dynamic_cast<FXButton*>(focus_of(dialog))->getText(), "Accept");
         strike_key(dialog, KEY_space);
-    }));
+    }}));
     EXPECT_EQ(c, 7);
     EXPECT_EQ(n, 4);
 }
@@ -66,7 +66,49 @@ TEST_F(dialog_shape_test, TheTextStaysSelectedWhenTheHistoryIsOnlyOffered) {
             EXPECT_EQ(selected_text(all_of<FXTextField>(dialog).at(0)), text);
             close_dialog(dialog, true);
         };
-        EXPECT_TRUE(run(accept_selected, false));
+        EXPECT_TRUE(run({accept_selected}, false));
+    }
+}
+
+// What is typed is accepted once it is a number. A text that is none stays, whatever it counts as.
+TEST_F(dialog_shape_test, ATextThatIsNoNumberIsToldAndSelected) {
+    const char* const real = "c: a number is meant, with a decimal point, as in 0.5.\n";
+    const char* const whole = "n: a whole number is meant";
+    const struct {
+        const char *c, *n;
+        std::size_t bad; // field
+        const char* told;
+    } cases[] = {
+        {"0,5", "3", 0, real},    {"1/2", "3", 0, real},
+        {"", "3", 0, real},       {"abc", "3", 0, real},
+        {"0.5.", "3", 0, real},   {"1 000", "3", 0, real},
+        {"-", "0,5", 0, real},    {"0.5", "", 1, whole},
+        {"0.5", "2.5", 1, whole}, {"0.5", "x", 1, whole},
+        {"0.5", "1e3", 1, whole}, {"0.5", "2147483648", 1, "n: a number closer to 0"},
+    };
+    for (const auto& row : cases) {
+        SCOPED_TRACE(std::string(row.c) + "|" + row.n);
+        const auto type_and_click = [&](FXTopWindow* dialog) {
+            const auto fields = all_of<FXTextField>(dialog);
+            type_into(fields.at(0), row.c);
+            type_into(fields.at(1), row.n);
+            all_of<FXButton>(dialog).back()->setFocus(); // a click on it would, before it acts
+            pump();
+            close_dialog(dialog, true);
+        };
+        const auto type_again = [&](FXTopWindow* dialog) {
+            const auto fields = all_of<FXTextField>(dialog);
+            const char* const texts[] = {row.c, row.n};
+            EXPECT_EQ(focus_of(dialog), fields.at(row.bad));
+            EXPECT_EQ(fields.at(row.bad)->getText().text(), std::string(texts[row.bad]));
+            EXPECT_EQ(selected_text(fields.at(row.bad)), texts[row.bad]);
+            type_into(fields.at(0), " -5e-1 ");
+            type_into(fields.at(1), "-2147483648");
+            close_dialog(dialog, true);
+        };
+        EXPECT_TRUE(run({type_and_click, message_box("Error", row.told), type_again}));
+        EXPECT_EQ(c, -0.5);
+        EXPECT_EQ(n, -2147483647 - 1);
     }
 }
 
@@ -106,6 +148,24 @@ TEST_F(dialog_shape_test, TheFirstFieldIsThatOfThePageInFront) {
                          close_dialog(top, false);
                      }});
     }
+}
+
+TEST_F(dialog_shape_test, OnlyThePageInFrontMustHoldNumbers) {
+    paged_dialog dialog(&shell, 0);
+    const auto accept_after_bad_text = [&](std::size_t field) {
+        return [&dialog, field](FXTopWindow* top) {
+            type_into(all_of<FXTextField>(top).at(field), "0,5");
+            dialog.book->setCurrent(1);
+            close_dialog(top, true);
+        };
+    };
+    with_dialogs([&] { EXPECT_TRUE(dialog.run()); },
+                 {accept_after_bad_text(2), message_box("Error", "x: "), [](FXTopWindow* top) {
+                      type_into(all_of<FXTextField>(top).at(2), "0.5");
+                      type_into(all_of<FXTextField>(top).at(0), "0,5");
+                      close_dialog(top, true);
+                  }});
+    EXPECT_EQ(dialog.values[2], 0.5);
 }
 
 // The Tab key goes round and round, and back by Shift; only a tab that is clicked turns the page.
