@@ -50,15 +50,29 @@ struct mirror {
     }
 };
 
-mirror mirror_at(const TBilliardMap& map, phase_point p) {
+// The mirror where the path leaves with the sine of alpha; sine and cosine are those of phi.
+mirror mirror_of(const TBilliardMap& map, double phi, double sine, double cosine, double r,
+                 double dr, double sin_alpha) {
     const double whole = map.circumference.length;
-    double s, c, r, dr, sin_alpha, cos_alpha;
-    kit::sincos(p.phi, s, c);
-    kit::sincos(p.alpha, sin_alpha, cos_alpha);
-    map.F->value_and_slope(p.phi, s, c, r, dr);
-    const double curvature = map.F->curvature_at(p.phi, s, c, r, dr);
+    const double curvature = map.F->curvature_at(phi, sine, cosine, r, dr);
     const double scaled = r / whole;
-    return {scaled * c, scaled * s, curvature * whole, sin_alpha};
+    return {scaled * cosine, scaled * sine, curvature * whole, sin_alpha};
+}
+
+mirror mirror_at(const TBilliardMap& map, phase_point p) {
+    double sine, cosine, r, dr;
+    kit::sincos(p.phi, sine, cosine);
+    map.F->value_and_slope(p.phi, sine, cosine, r, dr);
+    return mirror_of(map, p.phi, sine, cosine, r, dr, kit::sin(p.alpha));
+}
+
+// The same from what the bounce has told of it.
+mirror mirror_after_bounce(const TBilliardMap& map, phase_point p) {
+    const ray::departure& d = map.lastDeparture();
+    if (!d.leads_to(p.phi, p.alpha)) return mirror_at(map, p);
+    const double across = std::fabs(d.dr * d.s - d.r * d.o);
+    return mirror_of(map, p.phi, d.sine, d.cosine, d.r, d.dr,
+                     across / std::sqrt(d.r * d.r + d.dr * d.dr));
 }
 
 class judged_orbit {
@@ -74,7 +88,7 @@ public:
         const double phi = at.phi;
         map.findit(at.phi, at.alpha);
         turns += at.phi < phi ? 1 : 0;
-        const mirror next = mirror_at(map, at);
+        const mirror next = mirror_after_bounce(map, at);
         const double dx = next.x - here.x;
         const double dy = next.y - here.y;
         const double flight = std::sqrt(dx * dx + dy * dy);
@@ -123,6 +137,7 @@ private:
 orbit_verdict verdict_of(TBilliardMap& map, phase_point start, std::int64_t n,
                          work_monitor& monitor) {
     constexpr std::int64_t chunk = 4096;
+    map.forgetDeparture(); // the orbit before may have ended on this start
     judged_orbit orbit(map, start);
     try {
         for (std::int64_t left = n; left > 0 && !monitor.stop.load(std::memory_order_relaxed);) {

@@ -148,6 +148,12 @@ public:
     /// part as they do for any other rounding.
     void findit(double& phi, double& alpha);
 
+    /// What findit knows of the impact that it found last; a failed search leaves it as it was.
+    const ray::departure& lastDeparture() const { return last; }
+
+    /// Lets the next findit start from phi and alpha alone, whatever it was called with before.
+    void forgetDeparture() { last = {}; }
+
     /// The arc length from phi = 0 to phi, in [0, 2 pi], over the circumference. Good to 1e-12,
     /// where the S that is read from the table is linear between the rows.
     double arcShare(double phi) const;

@@ -142,6 +142,18 @@ TEST(orbit_verdict, judges_a_failed_orbit_by_what_there_was) {
     }
 }
 
+TEST(orbit_verdict, is_the_same_whatever_was_judged_before) {
+    // A bounce goes on from what the last one knew where it is called with the same two numbers.
+    TBilliardMap map(new_reference_curve("OvalA 2")), fresh(new_reference_curve("OvalA 2"));
+    for (int i = 0; i < 20; ++i) {
+        verdicts_of(map, {{0.3 * i, 1}}, 50);
+        const phase_point start = {map.lastDeparture().phi, map.lastDeparture().alpha};
+        fresh.forgetDeparture();
+        EXPECT_EQ(verdicts_of(map, {start}, 300).front().lyapunov,
+                  verdicts_of(fresh, {start}, 300).front().lyapunov);
+    }
+}
+
 TEST(orbit_verdict, stops_when_told) {
     TBilliardMap map(new_reference_curve("Ellipse 0"));
     std::vector<orbit_verdict> verdicts(1);
