@@ -33,8 +33,7 @@ def journey(program, model):
     until(lambda: program.picture() != empty, "a circle while it is dragged")
     program.keys("Escape")
     program.release()
-    program.keys("d")  # wipes the marks that Esc leaves
-    until(lambda: program.picture() == empty, "cancelled captures leave nothing")
+    until(lambda: program.picture() == empty, "Esc takes the circle off")
     check(program.find("Information") is None, "a cancelled capture shows a box")
     program.click(200, 150)
     program.wait_plotted(model.pixels("click", 200, 150), "a click is a start again")

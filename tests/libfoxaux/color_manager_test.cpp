@@ -1,5 +1,5 @@
 // SPDX-License-Identifier: MIT
-// Tests of the plot colours: defaults, both dialogs. Font dialogs test the setting for all plots.
+// Tests of the plot colours: defaults, both dialogs. That of all plots: font_dialogs_test.cpp.
 #include "libfoxaux/fox-utils/color_manager.h"
 
 #include "tests/libfoxaux/window_fixture.h"

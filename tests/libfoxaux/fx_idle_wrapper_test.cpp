@@ -1,5 +1,5 @@
 // SPDX-License-Identifier: MIT
-// Tests of the repeated callback's timer and of its end. The loop of a plot tests the chore.
+// Tests of the repeated callback: its timer and its end. The chore: FPoincareWin_test.cpp.
 #include "libfoxaux/fox-utils/fx_idle_wrapper.h"
 
 #include "tests/libfoxaux/window_fixture.h"
