@@ -42,7 +42,8 @@ public:
     /// The current point is afterwards the periodic point found; without one, what it was before.
     int getorder(double x, double y, double rx, double ry, int n);
 
-    /// Refines (x, y) to the nearest periodic point of that order.
+    /// Refines (x, y) to the nearest periodic point of that order; above order 100 to the one that
+    /// Newton's method reaches from there, if it reaches one.
     ///
     /// `iter` limits the Newton steps of one refinement and then holds those that the result took;
     /// a refinement ends early when a step is below `tol`.

@@ -132,7 +132,7 @@ void FBufferedWindow::save(const char* path) {
                 kit::string::format("cannot write \"%s\": %s", path, file.reason().c_str()));
     } catch (const FXException& failure) {
         throw TError(
-            kit::string::format("error read picture for \"%s\": %s", path, failure.what()));
+            kit::string::format("cannot read the picture for \"%s\": %s", path, failure.what()));
     } catch (const std::bad_alloc&) {
         throw TError(kit::string::format("out of memory for \"%s\"", path));
     }

@@ -204,8 +204,9 @@ void FPoincareWin::loop_body() {
     } while (!getApp()->peekEvent());
 }
 
-// The loop draws faster than a slow display or network takes it in. What lies on the way there is
-// in front of every answer to a key: so the slower the display, the sooner it is waited for again.
+// The loop draws faster than a slow display or network takes it in, and the answer to a key has to
+// wait until all that was drawn before it has arrived. So the slower the display, the sooner the
+// loop waits for it again.
 void FPoincareWin::wait_for_display(std::int64_t now) {
     getApp()->flush(true);
     last_wait = getMicroTime();

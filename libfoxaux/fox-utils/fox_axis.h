@@ -10,7 +10,7 @@
 /// thickness(), let the map fill ticks and labels, set the other fields, draw().
 ///
 /// Texts go through the plot font. The foreground of `dc` is the colour, except in the two-colour
-/// layouts. Pixels everywhere.
+/// layouts. Lengths are in pixels.
 class fox_axis : public kit::axis {
 public:
     int font_size = 12; ///< of all texts, in points, as color_manager::text_size() gives it

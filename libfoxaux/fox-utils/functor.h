@@ -64,7 +64,7 @@ private:
         handle* h = nullptr;   ///< the target, owned; null in an empty functor
     };
 
-    // Not inlined: g++ 12 then loses track of the count and warns of a use after free.
+    // Where this is inlined g++ 12 loses track of the count and warns of a use after free.
     [[gnu::noinline]] void release() {
         if (--body->refs > 0) return;
         delete body->h;
