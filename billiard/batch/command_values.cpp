@@ -8,6 +8,7 @@
 #include "billiard/batch/user_words.h"
 
 #include <algorithm>
+#include <cctype>
 #include <charconv>
 #include <thread>
 #include <unistd.h>
@@ -39,6 +40,32 @@ std::unique_ptr<start_source> typed_start(const std::string& option, const std::
     }
     const auto angles = reals_of("--angles", "two numbers PHI,ALPHA", text, 2);
     return typed_angles(angles[0], angles[1]);
+}
+
+// The place of an option's value among its choices, or `first` where it is left out.
+std::size_t choice_of(const command& c, const char* option, std::size_t first) {
+    const auto text = c.value(option);
+    if (!text) return first;
+    const auto choices = split(find_option(option).choices, ' ');
+    const auto found = std::find(choices.begin(), choices.end(), *text);
+    if (found == choices.end()) {
+        throw usage_error(std::string(option) + " has no value " + in_quotes(*text) +
+                          name_hint(*text, choices));
+    }
+    return static_cast<std::size_t>(found - choices.begin());
+}
+
+bool ends_in_png(std::string name) {
+    for (char& letter : name)
+        letter = static_cast<char>(std::tolower(static_cast<unsigned char>(letter)));
+    return name.ends_with(".png");
+}
+
+std::pair<double, double> range_of(const std::string& text) {
+    const char* const wanted = "two numbers LO,HI with LO < HI";
+    const auto ends = reals_of("--range", wanted, text, 2);
+    if (!(ends[0] < ends[1])) refuse("--range", wanted, text);
+    return {ends[0], ends[1]};
 }
 
 } // namespace
@@ -90,12 +117,8 @@ std::uint64_t seed_of(const command& c) {
 }
 
 bool progress_of(const command& c) {
-    const std::string when = c.value("--progress").value_or("auto");
-    const auto choices = split(find_option("--progress").choices, ' ');
-    if (std::find(choices.begin(), choices.end(), when) == choices.end()) {
-        throw usage_error("--progress has no value " + in_quotes(when) + name_hint(when, choices));
-    }
-    return when == "always" || (when == "auto" && isatty(STDERR_FILENO) == 1);
+    const std::size_t when = choice_of(c, "--progress", 2);
+    return when == 0 || (when == 2 && isatty(STDERR_FILENO) == 1);
 }
 
 std::optional<count_pair> cells_of(const command& c) {
@@ -120,6 +143,55 @@ section_window window_of(const command& c) {
         0 <= w[0] && w[0] < w[2] && w[2] <= 1 && -1 <= w[1] && w[1] < w[3] && w[3] <= 1;
     if (!good) refuse("--window", "S1,P1,S2,P2 with 0 <= S1 < S2 <= 1, -1 <= P1 < P2 <= 1", *text);
     return {w[0], w[1], w[2], w[3]};
+}
+
+std::optional<picture_plan> picture_of(const command& c) {
+    if (!ends_in_png(c.value("-o").value_or(""))) {
+        for (const char* option : {"--show", "--range", "--scale"}) {
+            if (!c.has(option)) continue;
+            throw usage_error(std::string(option) + " is for a picture, -o FILE.png");
+        }
+        return {};
+    }
+    if (c.verb != "map") throw usage_error("a picture is made by map --cells");
+    const auto cells = cells_of(c);
+    bool others = false;
+    for (const char* option : {"--start", "--angles", "--from", "--random"})
+        others = others || c.has(option);
+    if (!cells || others) throw usage_error("a picture is made of --cells alone");
+    if (c.has("--shard")) throw usage_error("a part of the rows is no picture: leave out --shard");
+
+    picture_plan plan;
+    plan.width = cells->first;
+    plan.height = cells->second;
+    plan.scale = static_cast<int>(count_of(c, "--scale", 1, most_pixels));
+    if (times(std::max(plan.width, plan.height), plan.scale) > most_pixels) {
+        throw usage_error("the picture has more than " + std::to_string(most_pixels) +
+                          " pixels on a side");
+    }
+    constexpr int first_value = 2; // behind S and P
+    plan.column = first_value + static_cast<int>(choice_of(c, "--show", 0));
+    if (const auto range = c.value("--range")) plan.range = range_of(*range);
+    return plan;
+}
+
+std::optional<double> threshold_of(const command& c) {
+    const auto text = c.value("--threshold");
+    if (!text) return {};
+    return reals_of("--threshold", "a number", *text, 1).front();
+}
+
+start_list survey_starts_of(const command& c) {
+    start_list starts;
+    starts.add(random_points(random_of(c).value_or(200), seed_of(c)));
+    return starts;
+}
+
+start_list search_starts_of(const command& c) {
+    const count_pair cells = cells_of(c).value_or(count_pair{40, 40});
+    start_list starts;
+    starts.add(cell_centres(cells.first, cells.second, window_of(c)));
+    return starts;
 }
 
 start_list starts_of(const command& c) {

@@ -50,7 +50,7 @@ const std::vector<curve_kind>& curve_catalog() {
          .syntax = parameters,
          .parameters = {{"e", 0.3}},
          .limit = "-1 < e < 1",
-         .build = [](values v) { return checked<TOvalBFunction>(v[0]); }},
+         .build = [](values v) { return checked<searched<TOvalBFunction>>(v[0]); }},
 
         {.name = "oval-c",
          .shape = "R = c + cos(n phi)",

@@ -33,6 +33,15 @@ struct curve_kind {
     std::unique_ptr<TRadiusFunction> (*build)(const std::vector<double>& values);
 };
 
+/// A curve that claims to be convex whatever its parameters, and here leaves that to the search for
+/// inflections: where it bends inward, a bounce that trusts it goes through the wall.
+template<class Curve>
+class searched : public Curve {
+public:
+    using Curve::Curve;
+    bool isConvex() const override { return false; }
+};
+
 /// All curves, in the order of the help.
 const std::vector<curve_kind>& curve_catalog();
 

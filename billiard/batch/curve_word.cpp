@@ -211,8 +211,8 @@ std::unique_ptr<TRadiusFunction> curve_word::curve(std::int64_t i) const {
     const std::vector<double> of_ranges = range_values(i);
     if (kind->syntax == curve_syntax::formula) return formula_curve(of_ranges);
     if (kind->syntax == curve_syntax::fourier) {
-        return std::make_unique<TPotatoFunction>(static_cast<int>(amplitudes.size()),
-                                                 amplitudes.data(), phases.data());
+        return std::make_unique<searched<TPotatoFunction>>(static_cast<int>(amplitudes.size()),
+                                                           amplitudes.data(), phases.data());
     }
     std::vector<double> values;
     for (const value_range& parameter : parameters)

@@ -34,7 +34,7 @@ std::string_view nearest_name(std::string_view typed, const std::vector<std::str
     constexpr std::size_t longest = 64; // what is longer was no misspelt name
     std::string_view best;
     if (typed.size() > longest) return best;
-    std::size_t least = std::max<std::size_t>(1, (typed.size() + 1) / 3) + 1;
+    std::size_t least = (typed.size() + 2) / 3 + 1;
     for (const std::string_view name : names) {
         const std::size_t changes = distance(typed, name);
         if (changes >= least || changes >= name.size()) continue;
@@ -47,9 +47,9 @@ std::string_view nearest_name(std::string_view typed, const std::vector<std::str
 std::string name_hint(std::string_view typed, const std::vector<std::string_view>& names) {
     const std::string_view near = nearest_name(typed, names);
     if (!near.empty()) return "; did you mean '" + std::string(near) + "'?";
-    std::string all = "; known are";
+    std::string all;
     for (const std::string_view name : names)
-        all += (&name == &names.front() ? " " : ", ") + std::string(name);
+        all += (all.empty() ? "; known are " : ", ") + std::string(name);
     return all;
 }
 

@@ -4,7 +4,8 @@
 // Notes: a bounce needs the one before, but most of the time goes into the text of its row. A long
 // orbit is cut into links: a thread takes the impact at which the link before has ended, follows
 // the particle, leaves the last impact, and writes its rows while another thread follows the
-// particle on.
+// particle on. A link starts from phi and alpha alone, as they stand in the row before it: so the
+// threads, and a run that goes on from a file, all come by the same digits.
 #include "billiard/batch/orbit_job.h"
 
 #include "billiard/batch/errors.h"
@@ -19,7 +20,9 @@ namespace batch {
 namespace {
 
 // Rows of a block: few enough for many blocks to wait, enough for threads not to meet too often.
+// Links begin behind its multiples, and a continued file must hold the row before a link.
 constexpr std::int64_t block_rows = 512;
+static_assert(block_rows <= std::int64_t{written_rows::most_kept});
 constexpr std::size_t usual_row = 180;
 
 } // namespace
@@ -27,11 +30,12 @@ constexpr std::size_t usual_row = 180;
 /// What the links of one orbit hand on.
 struct orbit_chain {
     std::int64_t orbit = 0;
-    std::int64_t bounce = 0; ///< the last one of the links taken so far
-    std::int64_t links = 0;  ///< their number
+    std::int64_t bounce = 0;  ///< the last one of the links taken so far
+    std::int64_t links = 0;   ///< their number
+    std::int64_t written = 0; ///< the last bounce whose row stands already
 
     std::atomic<std::int64_t> turn{0}; ///< the link that may begin; what follows is its own
-    orbit_point at{};                  ///< the impact before the link's first
+    phase_point at{};                  ///< the impact before the link's first
     bool started = false;              ///< the row of the start is written
 
     std::atomic<bool> ended{false}; ///< the orbit has failed: there are no further bounces
@@ -41,10 +45,11 @@ namespace {
 
 // The impacts that follow `at`, which becomes the last of them: `count`, or fewer where the orbit
 // fails.
-std::vector<orbit_point> follow(TBilliardMap& map, orbit_point& at, std::int64_t count) {
-    std::vector<orbit_point> impacts;
+std::vector<phase_point> follow(TBilliardMap& map, phase_point& at, std::int64_t count) {
+    std::vector<phase_point> impacts;
     impacts.reserve(static_cast<std::size_t>(count));
     map.setPhiAlpha(at.phi, at.alpha);
+    map.forgetDeparture();
     try {
         while (static_cast<std::int64_t>(impacts.size()) < count) {
             map.iterate();
@@ -71,12 +76,12 @@ public:
         text.reserve(static_cast<std::size_t>((n + 1) * units) * usual_row);
         for (std::int64_t i = first; i < first + units; ++i) {
             const start from = starts.at(i, map);
-            orbit_point at{from.phi, from.alpha};
-            const std::vector<orbit_point> impacts = follow(map, at, n);
+            phase_point at{from.phi, from.alpha};
+            const std::vector<phase_point> impacts = follow(map, at, n);
             orbit_rows rows(map, i, text);
             rows.add_start(from);
             std::int64_t bounce = 0;
-            for (const orbit_point& impact : impacts)
+            for (const phase_point& impact : impacts)
                 rows.add(++bounce, impact);
             monitor.bounces += bounce;
             if (bounce < n) ++ended_early;
@@ -110,8 +115,13 @@ public:
         text.reserve(static_cast<std::size_t>(bounces + 1) * usual_row);
         orbit_rows rows(map, chain->orbit, text);
         std::int64_t bounce = before;
-        for (const orbit_point& impact : impacts_in_turn(map, rows, monitor))
-            rows.add(++bounce, impact);
+        for (const phase_point& impact : impacts_in_turn(map, rows, monitor)) {
+            if (++bounce > chain->written) {
+                rows.add(bounce, impact);
+            } else {
+                rows.go_on_from(impact);
+            }
+        }
         monitor.bounces += bounce - before;
     }
 
@@ -137,7 +147,7 @@ private:
         orbit_chain& chain;
     };
 
-    std::vector<orbit_point> impacts_in_turn(TBilliardMap& map, orbit_rows& rows,
+    std::vector<phase_point> impacts_in_turn(TBilliardMap& map, orbit_rows& rows,
                                              const work_monitor& monitor) {
         const turn mine(*this);
         if (chain->ended || monitor.stop) {
@@ -152,7 +162,7 @@ private:
             chain->at = {from.phi, from.alpha};
             chain->started = true;
         }
-        std::vector<orbit_point> impacts = follow(map, chain->at, bounces);
+        std::vector<phase_point> impacts = follow(map, chain->at, bounces);
         if (static_cast<std::int64_t>(impacts.size()) < bounces) {
             ended_early = units = 1;
             chain->ended = true;
@@ -166,9 +176,19 @@ private:
     std::string text;
 };
 
-// The number that a row has in its column `i`, -1 where there is none.
-std::int64_t count_in(const std::vector<std::string_view>& columns, std::size_t i) {
-    return i < columns.size() ? parse_count(columns[i]).value_or(-1) : -1;
+// What a row of a file tells of its place in the work.
+struct place {
+    std::int64_t orbit = -1, bounce = -1; // -1: no such row
+    phase_point at{};
+};
+
+place place_of(std::string_view row) {
+    const auto columns = split(row, ',');
+    if (columns.size() != 9) return {};
+    const auto phi = parse_real(columns[4]), alpha = parse_real(columns[5]);
+    if (!phi || !alpha) return {};
+    return {
+        parse_count(columns[0]).value_or(-1), parse_count(columns[1]).value_or(-1), {*phi, *alpha}};
 }
 
 } // namespace
@@ -186,19 +206,22 @@ job_size orbit_job::size() const {
 }
 
 void orbit_job::leave_out(const written_rows& rows) {
-    if (rows.rows == 0) return;
-    const auto columns = split(rows.last, ',');
-    const std::int64_t last = count_in(columns, 0), bounce = count_in(columns, 1);
-    const auto phi = columns.size() == 9 ? parse_real(columns[4]) : std::optional<double>{};
-    const auto alpha = columns.size() == 9 ? parse_real(columns[5]) : std::optional<double>{};
-    const bool ours = last >= begin && last < end && bounce >= 0 && bounce <= n && phi && alpha;
-    if (!ours) throw usage_error("the file's last row is none of this command");
-    orbit = last;
+    if (rows.count == 0) return;
+    const place last = place_of(rows.last.back());
+    bool ours = last.orbit >= begin && last.orbit < end && last.bounce >= 0 && last.bounce <= n;
+    const std::int64_t of_link = ours ? last.bounce % block_rows : 0;
+    ours = ours && of_link < std::ssize(rows.last);
+    const place before = ours ? place_of(rows.last[rows.last.size() - 1 - of_link]) : place{};
+    ours = ours && before.orbit == last.orbit && before.bounce == last.bounce - of_link;
+    if (!ours) throw usage_error("the last rows of the file are none of this command");
+
+    orbit = last.orbit;
     begin_chain();
-    chain->bounce = bounce;
-    chain->at = {*phi, *alpha};
+    chain->bounce = before.bounce;
+    chain->written = last.bounce;
+    chain->at = before.at;
     chain->started = true;
-    if (bounce == n) chain = nullptr;
+    if (last.bounce == n) chain = nullptr;
 }
 
 void orbit_job::begin_chain() {

@@ -23,7 +23,7 @@ public:
     job_size size() const override;
     void leave_out(const written_rows& rows) override;
     std::unique_ptr<block> next() override;
-    std::int64_t units() const override { return end - begin; }
+    std::int64_t units() const override { return end - orbit + (chain ? 1 : 0); }
 
 private:
     void begin_chain();

@@ -21,7 +21,7 @@ void orbit_rows::add_start(const start& from) {
     append(0, from, 0);
 }
 
-void orbit_rows::add(std::int64_t bounce, const orbit_point& at) {
+void orbit_rows::add(std::int64_t bounce, const phase_point& at) {
     start of_section{0, 0, at.phi, at.alpha};
     map.setPhiAlpha(at.phi, at.alpha);
     map.getPoint(of_section.S, of_section.P);

@@ -3,16 +3,12 @@
 #pragma once
 
 #include "billiard/batch/number_text.h"
+#include "billiard/batch/orbit_verdict.h"
 #include "billiard/batch/start_list.h"
 
 #include <string>
 
 namespace batch {
-
-/// An impact as the map has it, radians.
-struct orbit_point {
-    double phi, alpha;
-};
 
 /// Writes orbit,bounce,S,P,phi,alpha,x,y,length for impacts that follow each other.
 class orbit_rows {
@@ -26,10 +22,10 @@ public:
     void add_start(const start& from);
 
     /// The impact that comes before the next one of `add`, whose row stands already.
-    void go_on_from(const orbit_point& at) { place = plane_point_of(at.phi); }
+    void go_on_from(const phase_point& at) { place = plane_point_of(at.phi); }
 
     /// The row of an impact; its length is the way from the impact before.
-    void add(std::int64_t bounce, const orbit_point& at);
+    void add(std::int64_t bounce, const phase_point& at);
 
 private:
     struct plane_point {

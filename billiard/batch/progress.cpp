@@ -31,10 +31,9 @@ std::string duration_text(double time) {
     return text;
 }
 
-progress_line::progress_line(bool wanted, double share_before)
+progress_line::progress_line(bool wanted)
     : wanted(wanted),
       terminal(isatty(STDERR_FILENO) == 1),
-      share_before(share_before),
       begun(clock::now()),
       told(begun) {}
 
@@ -53,8 +52,7 @@ void progress_line::finish(double share, std::int64_t bounces) {
 
 void progress_line::print(double share, std::int64_t bounces) {
     const double time = seconds(clock::now() - begun);
-    const double here = share - share_before;
-    const double left = here > 0 ? time / here * std::max(0.0, 1 - share) : HUGE_VAL;
+    const double left = share > 0 ? time / share * std::max(0.0, 1 - share) : HUGE_VAL;
     std::fprintf(stderr, "%s%5.1f %% done, %.3g bounces/s, %s left%s", terminal ? "\r" : "",
                  100 * share, time > 0 ? static_cast<double>(bounces) / time : 0.0,
                  share < 1 ? duration_text(left).c_str() : "0:00", terminal ? "\033[K" : "\n");

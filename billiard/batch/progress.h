@@ -12,10 +12,9 @@ namespace batch {
 /// elsewhere in a line now and then.
 class progress_line {
 public:
-    /// `share_before` of the work was done by an earlier run.
-    progress_line(bool wanted, double share_before);
+    explicit progress_line(bool wanted);
 
-    /// How far the run is: the share of all work, and the bounces of this run.
+    /// How far the run is: the share of its work, and its bounces.
     void show(double share, std::int64_t bounces);
 
     /// Tells the end, whole or not, and leaves the line.
@@ -26,7 +25,6 @@ private:
     void print(double share, std::int64_t bounces);
 
     bool wanted, terminal;
-    double share_before;
     clock::time_point begun, told;
 };
 

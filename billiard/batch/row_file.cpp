@@ -76,8 +76,9 @@ public:
                 bytes.substr(0, std::min(end, longest_line - std::min(longest_line, line.size())));
             read += std::min(end, bytes.size());
             if (end == std::string_view::npos) return true;
-            if (found.rows++ == 0) found.first = line;
-            found.last.swap(line);
+            if (found.count++ == 0) found.first = line;
+            if (found.last.size() == written_rows::most_kept) found.last.pop_front();
+            found.last.push_back(std::move(line));
             line.clear();
             whole += read + 1;
             read = 0;
@@ -111,8 +112,7 @@ void row_file::read_back(std::string_view head, written_rows& found) {
         if (n == 0) break;
         if (n < 0) throw usage_error(name + ": " + std::strerror(errno));
         if (scan.take({buffer.data(), static_cast<std::size_t>(n)})) continue;
-        throw usage_error(name + " was made by another command or version; without --resume it "
-                                 "is written anew");
+        throw usage_error(name + not_ours);
     }
     size = scan.head_is_whole() ? static_cast<std::int64_t>(scan.whole) : 0;
     if (ftruncate(file, size) != 0 || lseek(file, size, SEEK_SET) != size) {

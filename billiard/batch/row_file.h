@@ -2,7 +2,9 @@
 // Where rows go: standard output or a file that ends with a whole row, whatever happens.
 #pragma once
 
+#include <cstddef>
 #include <cstdint>
+#include <deque>
 #include <string>
 #include <string_view>
 
@@ -10,8 +12,11 @@ namespace batch {
 
 /// What a file that is to be continued holds already.
 struct written_rows {
-    std::int64_t rows = 0;   ///< whole rows below the first lines
-    std::string first, last; ///< of them, without the line's end; empty where there is none
+    static constexpr std::size_t most_kept = 512;
+
+    std::int64_t count = 0;       ///< whole rows below the first lines
+    std::string first;            ///< of them, without the line's end
+    std::deque<std::string> last; ///< of them, up to most_kept
 };
 
 /// The reader of the other end of a pipe has gone: a reason to end, and none to complain.
@@ -20,6 +25,10 @@ struct closed_pipe {};
 /// The open output of a run.
 class row_file {
 public:
+    /// What is told of a file that holds the rows of other work.
+    static constexpr const char* not_ours =
+        " was made by another command or version; without --resume it is written anew";
+
     /// Standard output.
     row_file();
 

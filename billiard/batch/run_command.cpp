@@ -3,53 +3,40 @@
 #include "billiard/batch/run_command.h"
 
 #include "billiard/batch/command_values.h"
-#include "billiard/batch/curve_word.h"
+#include "billiard/batch/dry_run.h"
 #include "billiard/batch/errors.h"
 #include "billiard/batch/help.h"
-#include "billiard/batch/orbit_job.h"
+#include "billiard/batch/number_text.h"
 #include "billiard/batch/progress.h"
 #include "billiard/batch/run_blocks.h"
 #include "billiard/batch/signals.h"
+#include "billiard/batch/task.h"
 
 #include <algorithm>
 #include <cstdio>
+#include <filesystem>
 #include <memory>
-#include <unistd.h>
 
 namespace batch {
 
 namespace {
 
-// A job with what it refers to.
-struct task {
-    curve_word curve;
-    start_list starts;
-    std::unique_ptr<row_job> job;
+constexpr const char* standard_output = "-";
 
-    explicit task(const command& c) : curve(c.curve, c.values("--let")) {
-        if (c.verb != "scan" && !curve.range_names().empty()) {
-            throw usage_error(c.verb + " takes one curve: the range of '" +
-                              curve.range_names().front() + "' is for scan");
-        }
-        if (c.verb != "orbit") throw run_error(c.verb + " is still to come");
-        starts = starts_of(c);
-        job = std::make_unique<orbit_job>(starts, bounces_of(c), shard_of(c));
-        curve.billiard(0); // refuses what is no boundary
-    }
-};
-
-// The lines above the rows; the parts after the first have none.
+// Two lines that name the work, the same for all parts of it, and the names of the columns.
+std::string title_of(const command& c) {
+    return std::string(program_version) + "\n# " + c.deciding_words();
+}
 std::string head_of(const command& c, const row_job& job) {
-    if (shard_of(c).part > 0) return {};
-    return std::string("# ") + program_version + "\n# " + c.deciding_words() + "\n" +
-           job.columns() + "\n";
+    if (shard_of(c).part > 0) return {}; // it stands in the first part
+    return "# " + title_of(c) + "\n" + job.columns() + "\n";
 }
 
-// The first row of a job.
-std::string first_row(task& of) {
+std::string first_row(const command& c) {
+    task again(c);
     work_monitor monitor;
-    table_shelf tables(of.curve);
-    while (const std::unique_ptr<block> next = of.job->next()) {
+    table_shelf tables(again.curve);
+    while (const std::unique_ptr<block> next = again.job->next()) {
         next->compute(tables, monitor);
         const std::string rows = next->take_rows();
         if (!rows.empty()) return rows.substr(0, rows.find('\n'));
@@ -57,65 +44,92 @@ std::string first_row(task& of) {
     return {};
 }
 
-// A part without a head is known by its first row alone.
-void refuse_rows_of_others(const command& c, const std::string& file, const written_rows& found) {
-    if (found.rows == 0) return;
-    task again(c);
-    if (first_row(again) == found.first) return;
-    throw usage_error(file + " was made by another command or version; without --resume it is "
-                             "written anew");
+std::unique_ptr<row_file> opened_output(const command& c, const std::string& name, row_job& job) {
+    const std::string head = head_of(c, job);
+    std::unique_ptr<row_file> output;
+    if (c.has("--resume")) {
+        written_rows found;
+        output = std::make_unique<row_file>(name, head, found);
+        // A part without a head is known by its first row alone.
+        if (head.empty() && found.count > 0 && found.first != first_row(c)) {
+            throw usage_error(name + row_file::not_ours);
+        }
+        job.leave_out(found);
+        if (!output->is_empty()) return output;
+    } else if (name == standard_output) {
+        output = std::make_unique<row_file>();
+    } else {
+        output = std::make_unique<row_file>(name);
+    }
+    output->write(head);
+    return output;
 }
 
-std::unique_ptr<row_file> opened_output(const command& c, row_job& job) {
-    const std::string file = c.value("-o").value_or("-");
-    const std::string head = head_of(c, job);
-    const bool resume = c.has("--resume");
-    if (resume && file == "-") throw usage_error("--resume goes on with a file, which -o names");
-    std::unique_ptr<row_file> output;
-    if (file == "-") {
-        output = std::make_unique<row_file>();
-        output->write(head);
-    } else if (!resume) {
-        output = std::make_unique<row_file>(file);
-        output->write(head);
-    } else {
-        written_rows found;
-        output = std::make_unique<row_file>(file, head, found);
-        if (head.empty()) refuse_rows_of_others(c, file, found);
-        job.leave_out(found);
-        if (output->is_empty()) output->write(head);
+void write_rows(const command& c, task& work, row_file& output) {
+    const int threads = threads_of(c);
+    const auto all = static_cast<double>(std::max<std::int64_t>(1, work.job->units()));
+    const auto bounces = static_cast<double>(std::max<std::int64_t>(1, work.job->size().bounces));
+    work_monitor monitor;
+    progress_line progress(progress_of(c));
+    double share = 0;
+    set_monitor(&monitor);
+    const run_outcome outcome = run_blocks(
+        *work.job, work.curve, threads, monitor, [&](std::string_view rows) { output.write(rows); },
+        [&](std::int64_t units) {
+            // Rows tell it where orbits end early, bounces where one row takes hours.
+            const double of_bounces = std::min(1.0, static_cast<double>(monitor.bounces) / bounces);
+            share = std::max(static_cast<double>(units) / all, of_bounces);
+            progress.show(share, monitor.bounces);
+        });
+    set_monitor(nullptr);
+    output.close();
+    progress.finish(signal_status() == 0 ? 1 : share, monitor.bounces);
+    if (outcome.ended_early > 0) {
+        std::fprintf(stderr, "billiard-batch: %lld of the orbits ended early, as in a corner\n",
+                     static_cast<long long>(outcome.ended_early));
     }
-    return output;
+}
+
+int run_to_rows(const command& c, task& work) {
+    const std::string name = c.value("-o").value_or(standard_output);
+    if (c.has("--resume") && name == standard_output) {
+        throw usage_error("--resume goes on with a file, which -o names");
+    }
+    write_rows(c, work, *opened_output(c, name, *work.job));
+    return signal_status();
+}
+
+// A picture's rows stand beside it until it is whole: so it can be resumed as rows can, and takes
+// no memory.
+int run_to_picture(const command& c, task& work, picture_plan plan) {
+    const std::string name = *c.value("-o");
+    if (std::filesystem::is_directory(name)) throw usage_error(name + ": Is a directory");
+    const std::string rows_name = name + ".rows";
+    plan.title = title_of(c);
+    write_rows(c, work, *opened_output(c, rows_name, *work.job));
+    if (signal_status() != 0) return signal_status();
+    const auto [low, high] = draw_picture(plan, rows_name, name);
+    std::filesystem::remove(rows_name);
+    std::fprintf(stderr, "billiard-batch: %s from %s to %s\n",
+                 c.value("--show").value_or("lyapunov").c_str(), real_text(low).c_str(),
+                 real_text(high).c_str());
+    return 0;
 }
 
 } // namespace
 
 int run_command(const command& c) {
-    const int threads = threads_of(c);
-    const bool show_progress = progress_of(c);
+    threads_of(c);
+    progress_of(c);
+    const std::optional<picture_plan> picture = picture_of(c);
     task work(c);
-    const std::unique_ptr<row_file> output = opened_output(c, *work.job);
-
-    const auto all = static_cast<double>(std::max<std::int64_t>(1, work.job->units()));
-    work_monitor monitor;
-    set_monitor(&monitor);
-    progress_line progress(show_progress, 0);
-    double share = 0;
-    const run_outcome outcome = run_blocks(
-        *work.job, work.curve, threads, monitor,
-        [&](std::string_view rows) { output->write(rows); },
-        [&](std::int64_t units) {
-            share = static_cast<double>(units) / all;
-            progress.show(share, monitor.bounces);
-        });
-    set_monitor(nullptr);
-    output->close();
-    progress.finish(signal_status() == 0 ? 1 : share, monitor.bounces);
-    if (outcome.ended_early > 0) {
-        std::fprintf(stderr, "billiard-batch: %lld orbits ended early, in a corner or the origin\n",
-                     static_cast<long long>(outcome.ended_early));
+    if (c.has("--dry-run")) {
+        row_file output;
+        output.write(dry_run(work, threads_of(c)));
+        output.close();
+        return 0;
     }
-    return signal_status();
+    return picture ? run_to_picture(c, work, *picture) : run_to_rows(c, work);
 }
 
 } // namespace batch

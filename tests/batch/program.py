@@ -8,12 +8,15 @@ import unittest
 PROGRAM, DATA = sys.argv[1:3]
 
 
-def run(*words, status=0, **options):
-    """Standard output of a command that ends with the status and, unless that is wanted, silently."""
-    done = subprocess.run([PROGRAM, *map(str, words)], capture_output=True, text=True, **options)
+def run(*words, status=0, told="", **options):
+    """Standard output of a command, which must end with the status and tell this on standard error:
+    nothing, or a text with this part."""
+    options = {"stdout": subprocess.PIPE, "stderr": subprocess.PIPE, "text": True} | options
+    done = subprocess.run([PROGRAM, *map(str, words)], **options)
     complaint = f"{' '.join(map(str, words))}: status {done.returncode}, {done.stderr}"
     assert done.returncode == status, complaint
-    assert done.stderr == "" or status != 0, complaint
+    heard = done.stderr or ""
+    assert told in heard and bool(told) == bool(heard), complaint
     return done.stdout
 
 
