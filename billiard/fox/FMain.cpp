@@ -131,8 +131,8 @@ void FMain::build_function_menu() {
 
 void FMain::build_coordinate_window(FXApp* app) {
     const layout_root screen(getX(), getY());
-    coordinate_win = new coordinate_space_win(app, static_cast<FXint>(screen.x1) + 40,
-                                              static_cast<FXint>(screen.y1) + 40, 300, 300);
+    const auto x = static_cast<FXint>(screen.x1) + 40, y = static_cast<FXint>(screen.y1) + 40;
+    coordinate_win = new coordinate_space_win(app, x, y, grown(300), grown(300));
     coordinate_win->setIcon(main_icon);
     coordinate_win->create();
     coordinate = coordinate_win->canvas;

@@ -3,9 +3,11 @@
 #include "libfoxaux/font/fox_font.h"
 
 #include "libfoxaux/fox-utils/fox_compat.h"
+#include "libfoxaux/fox-utils/layout.h"
 #include "mathkit/TError.h"
 #include "mathkit/stderr_failed.h"
 
+#include <algorithm>
 #include <cmath>
 #include <memory>
 #include <numbers>
@@ -23,6 +25,16 @@ const char* const source = "libfoxaux/font/fox_font";
 
 FXushort usable_deci_points(double points) {
     return static_cast<FXushort>(std::lround(base_font::usable_size(points) * 10));
+}
+
+// Plot fonts have the points of 100 dots per inch, the toolkit those of its own resolution.
+FXushort toolkit_deci_points(FXushort of_plot) {
+    const double size = std::clamp(of_plot * 100 / dots_per_inch(), 1.0, 9999.0);
+    return static_cast<FXushort>(std::lround(size));
+}
+
+long plot_deci_points(const FXFont* font) {
+    return std::lround(font->getActualSize() * dots_per_inch() / 100);
 }
 
 kit::string key_of(const FXFontDesc& d) {
@@ -80,12 +92,14 @@ void fox_font::setFont(FXFontDesc& d) {
         while (allocated_count > cached_fonts)
             evict_oldest();
     }
-    size = current->getActualSize() / 10.0;
+    size = plot_deci_points(current) / 10.0;
 }
 
 // A font for `desc`; null if the display has none and the present one must do.
 FXFont* fox_font::make_font() {
-    auto font = std::make_unique<FXFont>(FXApp::instance(), desc);
+    FXFontDesc finer = desc;
+    finer.size = toolkit_deci_points(desc.size);
+    auto font = std::make_unique<FXFont>(FXApp::instance(), finer);
     try {
         font->create();
     } catch (const FXException& e) {

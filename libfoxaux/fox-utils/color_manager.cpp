@@ -10,6 +10,7 @@
 #include <FXPNGIcon.h>
 
 #include <algorithm>
+#include <cmath>
 
 namespace {
 
@@ -85,5 +86,7 @@ void color_manager::set_all_axes(int size, FXColor color) {
 }
 
 int color_manager::text_size() const {
-    return std::clamp(font_size, smallest_text, largest_text);
+    const double points = std::clamp(font_size, smallest_text, largest_text);
+    const double finer = std::max(1.0, dots_per_inch() / 100);
+    return std::min(static_cast<int>(std::lround(points * finer)), largest_text);
 }

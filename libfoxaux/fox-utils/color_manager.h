@@ -46,7 +46,8 @@ public:
     /// Sets font size and axis colour of every plot alive and tells each by colors_changed().
     static void set_all_axes(int size, FXColor color);
 
-    /// `font_size` brought into the range that a picture can show, in points: 1 to 256.
+    /// `font_size` for the plot fonts, whose points are those of 100 dots per inch: more of them on
+    /// a display of higher resolution, and brought into the range that a picture shows, 1 to 256.
     int text_size() const;
 
 private:

@@ -79,12 +79,16 @@ void layout_root::lower_top(double pixels) {
     if (!(y1 + pixels > y2)) y1 += pixels;
 }
 
+double dots_per_inch() {
+    const FXuint set = FXApp::instance()->reg().readUnsignedEntry("SETTINGS", "screenres", 100);
+    return std::max(set, 1U);
+}
+
 FXint grown(FXint pixels) {
     constexpr double usual = 90.0 * 100; // tenths of a point times dots per inch
     constexpr double largest = 10;       // settings may name any number
-    FXApp* app = FXApp::instance();
-    const double points = app->getNormalFont()->getSize();
-    const double letters = points * app->reg().readUnsignedEntry("SETTINGS", "screenres", 100);
+    const double points = FXApp::instance()->getNormalFont()->getSize();
+    const double letters = points * dots_per_inch();
     return static_cast<FXint>(pixels * std::clamp(letters / usual, 1.0, largest));
 }
 

@@ -1,9 +1,51 @@
 // SPDX-License-Identifier: MIT
-// The toolkit's application, less two of its faults.
+// The toolkit's application, less three of its faults.
 #include "libfoxaux/fox-utils/plot_application.h"
 
 #include <X11/Xutil.h>
 #include <X11/keysym.h>
+
+#include <charconv>
+#include <cmath>
+#include <cstring>
+
+namespace {
+
+constexpr const char* section = "SETTINGS";
+constexpr const char* resolution = "screenres"; // read for each font that is created
+
+// The dots per inch that the desktop tells; 0 if it tells none that a display could have.
+FXuint desktop_resolution(Display* display) {
+    const char* text = XGetDefault(display, "Xft", "dpi");
+    if (!text) return 0;
+    double value = 0;
+    const auto end = std::from_chars(text, text + strlen(text), value);
+    if (end.ec != std::errc() || !(40 <= value && value <= 800)) return 0;
+    return static_cast<FXuint>(std::lround(value));
+}
+
+} // namespace
+
+void plot_application::create() {
+    const FXuint told = desktop_resolution(static_cast<Display*>(getDisplay()));
+    if (told != 0 && !reg().existingEntry(section, resolution)) {
+        const bool modified = reg().isModified();
+        reg().writeUnsignedEntry(section, resolution, told);
+        reg().setModified(modified);
+        follows_desktop = true;
+    }
+    FXApp::create();
+}
+
+// Settings that have changed are written now, and the next start must ask the desktop again.
+void plot_application::exit(FXint code) {
+    if (follows_desktop) {
+        const bool modified = reg().isModified();
+        reg().deleteEntry(section, resolution);
+        reg().setModified(modified);
+    }
+    FXApp::exit(code);
+}
 
 bool plot_application::dispatchEvent(FXRawEvent& event) {
     if (pastes_color(event) || picks_by_key(event)) return true; // it goes nowhere

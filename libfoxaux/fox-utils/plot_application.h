@@ -1,5 +1,5 @@
 // SPDX-License-Identifier: MIT
-// The toolkit's application, less two of its faults.
+// The toolkit's application, less three of its faults.
 #pragma once
 
 #include <fx.h>
@@ -9,9 +9,15 @@
 /// On the middle mouse button a colour well pastes the colour that the display offers; where none
 /// is on offer it frees a pointer that nobody has set. And the button that picks a colour from the
 /// screen, pressed by the space bar, reads the place of a click that has not happened.
+///
+/// And its letters have the resolution that the desktop tells by the resource Xft.dpi, where the
+/// toolkit has 100 dots per inch for any display. Its setting "screenres" of "SETTINGS" wins.
 class plot_application : public FXApp {
 public:
     using FXApp::FXApp;
+
+    void create() override;
+    void exit(FXint code = 0) override;
 
 protected:
     bool dispatchEvent(FXRawEvent& event) override;
@@ -19,4 +25,6 @@ protected:
 private:
     bool pastes_color(const FXRawEvent& event) const;
     bool picks_by_key(FXRawEvent& event) const;
+
+    bool follows_desktop = false; ///< the resolution in the settings is the desktop's
 };

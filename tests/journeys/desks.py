@@ -1,5 +1,5 @@
 # SPDX-License-Identifier: MIT
-"""Desks of many kinds: letters of many sizes, two monitors.
+"""Desks of many kinds: letters of many sizes, a display of high resolution, two monitors.
 
 On each of them every label of the panel is whole and every dialog lies on one monitor.
 """
@@ -9,7 +9,8 @@ import subprocess
 import sys
 import tempfile
 
-from journey import PANEL, PANEL_WIDGETS, PATH, Failure, Picture, Program, check, xdotool
+from journey import (GREY, MAIN, PANEL, PANEL_WIDGETS, PATH, Failure, Picture, Program, check,
+                     until, xdotool)
 
 USUAL = PANEL - 4  # the width of the panel at the usual letters
 
@@ -19,6 +20,15 @@ DIALOGS = {"p": "Change Position", "c": "Foreground Color", "C": "Change Colors"
            "F10": "Select Global Fonts"}
 
 
+class Desk(Program):
+    """The program on a desk where its axes may lie anywhere."""
+
+    def look(self):
+        self.main = self.window(MAIN)
+        until(lambda: Picture(self.main).count(GREY) > 400, "the axes of the first picture")
+        self.focus(self.main)
+
+
 @contextlib.contextmanager
 def started(settings=""):
     """The program under settings of the toolkit."""
@@ -26,9 +36,13 @@ def started(settings=""):
         os.makedirs(home + "/.foxrc")
         with open(home + "/.foxrc/Desktop", "w", encoding="ascii") as file:
             file.write("[SETTINGS]\n" + settings)
-        with Program(sys.argv[1], env={**os.environ, "HOME": home}) as program:
+        with Desk(sys.argv[1], env={**os.environ, "HOME": home}) as program:
             yield program
             program.close_well()
+        written = home + "/.foxrc/Iterra/Billiard"  # where file dialogs keep their size
+        if os.path.exists(written):
+            with open(written, encoding="utf-8") as file:
+                check("screenres" not in file.read(), "the resolution has become a setting")
 
 
 def check_labels(program):
@@ -69,6 +83,27 @@ def letters():
             check_dialogs(program, program.geometry())
 
 
+def resolution():
+    """The letters follow what the desktop tells, unless the toolkit's settings say otherwise."""
+    def tell(dots):
+        subprocess.run(["xrdb", "-merge"], input=f"Xft.dpi: {dots}\n", text=True, check=True)
+    tell("192")
+    with started() as program:
+        check(USUAL * 1.5 < panel_width(program) < USUAL * 2, "the panel does not follow")
+        check_labels(program)
+        check_dialogs(program, program.geometry())
+        program.press("Show Billiard")
+        size = program.geometry(program.window(PATH))[2:]
+        check(size == [576, 576], f"the path window is {size}")
+    with started("screenres=100\n") as program:
+        check(panel_width(program) == USUAL, "the toolkit's setting has not won")
+    for dots in ("96", "", "0", "-192", "1e9", "nan", "many"):
+        tell(dots)
+        with started() as program:
+            check(panel_width(program) == USUAL, f"the panel follows {dots} dots per inch")
+    subprocess.run(["xrdb", "-remove"], check=True)
+
+
 def monitors():
     """Of two monitors the program takes the one with the pointer, and stays on it."""
     with started() as program:
@@ -96,7 +131,7 @@ def monitors():
 def main():
     # By design the program deletes nothing on its way out: its windows are no leaks.
     os.environ["ASAN_OPTIONS"] = os.environ.get("ASAN_OPTIONS", "") + ":detect_leaks=0"
-    for desk in (letters, monitors):
+    for desk in (letters, resolution, monitors):
         try:
             desk()
         except Failure as failure:

@@ -32,6 +32,11 @@ TEST(color_manager, DrawsWithAUsableSize) {
         plot.font_size = size;
         EXPECT_EQ(plot.text_size(), used);
     }
+    plot.font_size = 12;
+    for (const auto& [dots, used] : {std::pair{50U, 12}, {96U, 12}, {192U, 23}, {0U, 12}}) {
+        const resolution display(dots);
+        EXPECT_EQ(plot.text_size(), used) << dots;
+    }
 }
 
 // Opens "Change Colors", gives each well the next of a row of colours, types a size, ends it.

@@ -196,6 +196,17 @@ TEST(fox_ttf_font, draws_on_a_window_that_is_hidden_or_hangs_off_the_screen) {
     }
 }
 
+TEST(fox_font, has_the_points_of_the_others_at_any_resolution) {
+    for (const FXuint dots : {50U, 96U, 192U, 300U}) {
+        const resolution display(dots);
+        fox_font font;
+        sheet s;
+        s.draw(font, L"H", 24);
+        EXPECT_NEAR(s.box.bottom - s.box.top, 24, 2) << dots;
+        EXPECT_NEAR(font.get_size(), 24, 0.2) << dots;
+    }
+}
+
 TEST(fox_font, keeps_twenty_fonts_and_evicts_the_oldest_made) {
     fox_font font;
     const auto made_by = [&font](double size) {

@@ -34,6 +34,17 @@ inline FXApp& app() {
     return *application;
 }
 
+/// Letters of so many dots per inch for as long as this lives.
+class resolution {
+public:
+    explicit resolution(FXuint dots) {
+        app().reg().writeUnsignedEntry("SETTINGS", "screenres", dots);
+    }
+    resolution(const resolution&) = delete;
+    resolution& operator=(const resolution&) = delete;
+    ~resolution() { app().reg().deleteEntry("SETTINGS", "screenres"); }
+};
+
 /// Makes a timer due again and again: a chore that works until something waits, as the canvases'
 /// loop does, then gives way.
 class ticker : public FXObject {
