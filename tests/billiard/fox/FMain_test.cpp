@@ -88,6 +88,17 @@ TEST_F(FMain_test, f1_opens_the_manual_in_both_windows) {
     }
 }
 
+TEST_F(FMain_test, a_screen_of_800_pixels_shows_the_manual_without_scrolling_sideways) {
+    command(FMain::ID_HELP);
+    display_text* help = text_windows().at(0);
+    help->hide(); // else the window manager has its say in the size
+    help->resize(800 * 3 / 4, 600 * 3 / 4);
+    help->layout();
+    const FXint bar = help->text->verticalScrollBar()->getDefaultWidth();
+    EXPECT_LE(help->text->getContentWidth() + bar, help->text->getWidth());
+    close_by_manager(help);
+}
+
 TEST_F(FMain_test, the_path_begins_anew_when_its_window_is_shown) {
     plane().segment_state = 2;
     command(FMain::ID_SHOW_BILLIARD);
