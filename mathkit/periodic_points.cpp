@@ -2,6 +2,8 @@
 // Periodic points of a map: from a first guess to a point that really comes back.
 #include "mathkit/periodic_points.h"
 
+#include "mathkit/matrix2.h"
+
 #include <algorithm>
 #include <cmath>
 
@@ -16,15 +18,6 @@ constexpr double lost_radii = 3;
 // would move it by less than closing_blur. Both are far above rounding and far below any chance
 // return.
 constexpr double closing_gap = 1e-8, closing_blur = 1e-9;
-
-// What separates a linear map from the identity, the monodromy matrix less one, in radii of the
-// region: so the two coordinates weigh the same, whatever the zoom.
-struct matrix {
-    double xx = 0, xy = 0, yx = 0, yy = 0;
-
-    double determinant() const { return xx * yy - xy * yx; }
-    double square() const { return xx * xx + xy * xy + yx * yx + yy * yy; }
-};
 
 double length(point way) {
     return std::max(std::abs(way.x), std::abs(way.y));
@@ -51,26 +44,25 @@ double difference_step(double radius) {
     return std::clamp(1e-3 * radius, 1e-9, 1e-6);
 }
 
-std::optional<matrix> linearise(section& map, const passage& here, int order, const region& unit) {
+// What separates the linear map from the identity, the monodromy matrix less one, in radii of the
+// region: so the two coordinates weigh the same, whatever the zoom.
+std::optional<matrix2> linearise(section& map, const passage& here, int order, const region& unit) {
     const double hx = difference_step(unit.rx), hy = difference_step(unit.ry);
     const auto by_x = change(map, here, {hx, 0}, order), by_y = change(map, here, {0, hy}, order);
     if (!by_x || !by_y) return {};
-    return matrix{by_x->x / hx, by_y->x / hy * (unit.ry / unit.rx),
-                  by_x->y / hx * (unit.rx / unit.ry), by_y->y / hy};
+    return matrix2{by_x->x / hx, by_y->x / hy * (unit.ry / unit.rx),
+                   by_x->y / hx * (unit.rx / unit.ry), by_y->y / hy};
 }
 
 // The step that closes the gap: Newton's, with the directions left out in which the gap does not
-// change. There periodic points form a line or fill an area, and dividing by what rounding left of
-// a zero would throw the search along it. The form is (J^T J + w^2)^-1 J^T, free of cancellation;
-// singular values below w count as zero: a small part of the larger one, or mere rounding.
-point closing_step(const matrix& j, point gap, const region& unit) {
+// change. There periodic points form a line or fill an area. What counts as no change is a small
+// part of the larger one, or mere rounding.
+point closing_step(const matrix2& j, point gap, const region& unit) {
     const double rounding = 1e-13 / difference_step(std::min(unit.rx, unit.ry));
-    const double w = std::max(1e-7 * std::sqrt(j.square()), rounding), ww = w * w;
-    const double d = j.determinant(), scale = d * d + ww * (j.square() + ww);
-    const double gx = gap.x / unit.rx, gy = gap.y / unit.ry;
-    const double u = d * (j.yy * gx - j.xy * gy) + ww * (j.xx * gx + j.yx * gy);
-    const double v = d * (j.xx * gy - j.yx * gx) + ww * (j.xy * gx + j.yy * gy);
-    return unit.way(-u / scale, -v / scale);
+    const double w = std::max(1e-7 * std::sqrt(j.square()), rounding);
+    double u, v;
+    damped_solution(j, -gap.x / unit.rx, -gap.y / unit.ry, w, u, v);
+    return unit.way(u, v);
 }
 
 // One Newton search, step by step.

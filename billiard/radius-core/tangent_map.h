@@ -2,21 +2,9 @@
 // How neighbouring paths part: the derivative of the bounce.
 #pragma once
 
+#include "mathkit/matrix2.h"
+
 class TRadiusFunction;
-
-/// Two rows and two columns, (xx xy; yx yy).
-struct matrix2 {
-    double xx = 1, xy = 0, yx = 0, yy = 1;
-
-    double trace() const { return xx + yy; }
-    double determinant() const { return xx * yy - xy * yx; }
-};
-
-/// First b, then a.
-inline matrix2 operator*(const matrix2& a, const matrix2& b) {
-    return {a.xx * b.xx + a.xy * b.yx, a.xx * b.xy + a.xy * b.yy, a.yx * b.xx + a.yy * b.yx,
-            a.yx * b.xy + a.yy * b.yy};
-}
 
 /// The boundary and the path at one end of a chord.
 struct chord_end {
