@@ -13,7 +13,7 @@ class entry_target : public FXDataTarget {
     FXDECLARE(entry_target)
 
 public:
-    FXTextField* field = nullptr; ///< shows the variable; to be set before anything is typed
+    FXTextField* field = nullptr; ///< shows the variable; to be set before a message comes
 
     /// `label` is how the user knows the field.
     entry_target(const char* label, double& value) : FXDataTarget(value), label(label) {}

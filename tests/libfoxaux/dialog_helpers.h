@@ -8,9 +8,11 @@
 #include "tests/libfoxaux/window_fixture.h"
 
 #include <array>
+#include <cerrno>
 #include <cstdio>
 #include <filesystem>
 #include <stdexcept>
+#include <system_error>
 
 namespace window_test {
 
@@ -41,6 +43,11 @@ inline std::string quoted(const std::string& text) {
     for (const char c : text)
         result += c == '\'' ? std::string("'\\''") : std::string(1, c);
     return result + "'";
+}
+
+/// What the system says of an error, in the language of the user.
+inline std::string reason_of(int error) {
+    return std::generic_category().message(error);
 }
 
 /// The text windows that exist now.

@@ -70,7 +70,7 @@ TEST(DisplayText, SavesByteForByteOrNamesThePathThatFailed) {
          {place.path.string(), place / "file/t", place / "no/%s%n", place / "pipe"})
         EXPECT_EQ(error_of(window, path), "could not open file \"" + path + "\"");
     EXPECT_EQ(error_of(window, "/dev/full"),
-              "failure during saving \"/dev/full\":\n  No space left on device");
+              "failure during saving \"/dev/full\":\n  " + reason_of(ENOSPC));
     EXPECT_EQ(content_of(place / "file"), "old");
     delete window;
 }

@@ -140,7 +140,7 @@ TEST(Pictures, WhatCannotBeSavedIsTold) {
         EXPECT_EQ(error_of(*window, place / name), "error open \"" + place / name + "\"");
     for (const char* name : {"full.png", "full.pdf"})
         EXPECT_EQ(error_of(*window, place / name),
-                  "cannot write \"" + place / name + "\": No space left on device");
+                  "cannot write \"" + place / name + "\": " + reason_of(ENOSPC));
     EXPECT_EQ(window->image->getData(), nullptr) << "client pixels are released";
     EXPECT_EQ(content_of(place / "file"), "old");
     const std::string path = place / "no/100%s \"x\".png";
@@ -163,7 +163,8 @@ TEST(Pictures, AFullDiskIsToldAndLeavesWhatWasThere) {
             if (std::string(name) == "text")
                 EXPECT_THROW(save_text(text.text, path.c_str()), TError);
             else
-                EXPECT_EQ(error_of(*window, path), "cannot write \"" + path + "\": File too large");
+                EXPECT_EQ(error_of(*window, path),
+                          "cannot write \"" + path + "\": " + reason_of(EFBIG));
             EXPECT_EQ(content_of(path), is_new ? "" : "old") << name;
             EXPECT_EQ(names_in(place), is_new ? names{} : names{name});
             fs::remove(path);
