@@ -26,8 +26,9 @@ endfunction()
 file(MAKE_DIRECTORY ${PROJECT_BINARY_DIR}/packaging)
 install_gzipped(packaging/billiard.1 billiard.1 ${CMAKE_INSTALL_MANDIR}/man1)
 install_gzipped(packaging/debian/changelog changelog ${documents})
-install(FILES packaging/debian/copyright README.licences.txt
+install(FILES packaging/debian/copyright README.licences.txt CHANGELOG.md docs/tutorial.md
         DESTINATION ${documents})
+install(DIRECTORY docs/pictures DESTINATION ${documents})
 
 set(CPACK_GENERATOR DEB)
 set(CPACK_PACKAGE_NAME billiard)
