@@ -220,6 +220,8 @@ class Monkey:
             until(self.laid_out, "the usual size of the window and what is in it")
             self.do("windowactivate", "--sync", self.program.main)
             before = self.program.path_window()
+            if before:  # it may lie over the button
+                self.do("windowsize", before, 200, 200, "windowmove", before, 20, 560)
             try:
                 self.program.press("Show Billiard")
                 until(lambda: (self.program.path_window() is None) != (before is None),
