@@ -1,5 +1,5 @@
 // SPDX-License-Identifier: MIT
-// The toolkit's application, less three of its faults.
+// The toolkit's application, less four of its faults.
 #include "libfoxaux/fox-utils/plot_application.h"
 
 #include <X11/Xutil.h>
@@ -49,7 +49,21 @@ void plot_application::exit(FXint code) {
 
 bool plot_application::dispatchEvent(FXRawEvent& event) {
     if (pastes_color(event) || picks_by_key(event)) return true; // it goes nowhere
-    return FXApp::dispatchEvent(event);
+    FXTopWindow* dialog = dialog_beside(event);
+    const bool dispatched = FXApp::dispatchEvent(event);
+    if (dialog) {
+        dialog->raise();
+        dialog->setFocus();
+    }
+    return dispatched;
+}
+
+// The modal dialog that a mouse button, pressed on another window, has missed; null if none.
+FXTopWindow* plot_application::dialog_beside(const FXRawEvent& event) const {
+    if (event.type != ButtonPress || event.xbutton.button > Button3) return nullptr;
+    auto* dialog = dynamic_cast<FXTopWindow*>(getModalWindow());
+    const FXWindow* window = findWindowWithId(event.xbutton.window);
+    return dialog && window && !dialog->isOwnerOf(window) ? dialog : nullptr;
 }
 
 bool plot_application::pastes_color(const FXRawEvent& event) const {

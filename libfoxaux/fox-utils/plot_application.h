@@ -1,5 +1,5 @@
 // SPDX-License-Identifier: MIT
-// The toolkit's application, less three of its faults.
+// The toolkit's application, less four of its faults.
 #pragma once
 
 #include <fx.h>
@@ -12,6 +12,9 @@
 ///
 /// And its letters have the resolution that the desktop tells by the resource Xft.dpi, where the
 /// toolkit has 100 dots per inch for any display. Its setting "screenres" of "SETTINGS" wins.
+///
+/// And a click on another window of the application brings a modal dialog to the front and gives it
+/// the keys: it may lie behind that window, and nothing else answers before it is closed.
 class plot_application : public FXApp {
 public:
     using FXApp::FXApp;
@@ -25,6 +28,7 @@ protected:
 private:
     bool pastes_color(const FXRawEvent& event) const;
     bool picks_by_key(FXRawEvent& event) const;
+    FXTopWindow* dialog_beside(const FXRawEvent& event) const;
 
     bool follows_desktop = false; ///< the resolution in the settings is the desktop's
 };

@@ -77,6 +77,15 @@ def journey(program, model):
     program.focus(program.main)
     until(lambda: is_shown(program.path), "the path window restored with the main one")
 
+    # A dialog that it covers comes to the front when it is clicked.
+    program.keys("p")
+    dialog = program.dialog("Change Position")
+    xdotool("windowraise", program.path)
+    until(lambda: place(program.path) > place(dialog), "the path window over the dialog")
+    program.click(150, 150, window=program.path)
+    until(lambda: place(dialog) > place(program.path), "the dialog brought to the front")
+    program.cancel("Change Position")
+
     # A dialog of the whole application takes the keys here as well, and gives them back.
     for key, title in [("F8", "Select Font"), ("F9", "Resize Hack"), ("F10", "Select Global Fonts")]:
         program.focus(program.path)
