@@ -112,8 +112,9 @@ void FPoincareWin::left_release(FXEvent* event) {
     flip_marks();
     mode = idle;
     setDefaultCursor(normal_cursor);
-    stop_loop();                                              // the search wants the map for itself
-    if (end_x == nothing_drawn || drag_length() == 0) return; // there is no circle
+    stop_loop(); // the search wants the map for itself
+    const bool has_circle = end_x != nothing_drawn && drag_length() > 0;
+    if (!has_circle) return;
 
     const world_point center = screen_to_world(anchor_x, anchor_y);
     double rx = drag_length(), ry = rx;

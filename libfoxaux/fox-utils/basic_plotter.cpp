@@ -106,9 +106,10 @@ long basic_plotter::onMotion(FXObject*, FXSelector, void* ptr) {
 // A dialog that a key opens while a button is held takes the release for itself. `buttons` are
 // those that were held when the event came.
 void basic_plotter::end_missed_release(FXuint buttons) {
-    const FXuint wanted = is_dragging() ? LEFTBUTTONMASK : RIGHTBUTTONMASK;
-    const bool holds = is_dragging() || mode == position_shown;
-    if (holds && !(buttons & wanted)) cancel_mode();
+    FXuint wanted = 0;
+    if (mode == position_shown) wanted = RIGHTBUTTONMASK;
+    if (is_dragging()) wanted = LEFTBUTTONMASK;
+    if (wanted && !(buttons & wanted)) cancel_mode();
 }
 
 void basic_plotter::render() {
