@@ -95,6 +95,7 @@ const known_orbit ORBITS[] = {
     {"hyperbolic point on the seam", kicked(0.9), 0.004, 0.002, 0.02, 0.02, 1, 0, 0},
     {"the same from the other side", kicked(0.9), 0.997, 0.002, 0.02, 0.02, 1, 0, 0},
     {"island beside the seam", kicked(-0.9, 1e-7), 0.002, 0.001, 0.01, 0.01, 1, 1e-7, 0},
+    {"island beyond the seam", kicked(-0.9, -0.002), 0.004, 0.001, 0.01, 0.01, 1, 0.998, 0},
     {"island of order 2", kicked(0.9), 0.49, 0.52, 0.02, 0.04, 2, 0.5, 0.5},
     {"strongly hyperbolic point of order 1", kicked(6), 0.49, 0.02, 0.03, 0.06, 1, 0.5, 0},
     {"rotation, middle in the circle", rotation(1 / 7.0), 0.52, 0.12, 0.05, 0.05, 1, 0.5, 0.1},
