@@ -1,168 +1,23 @@
 // SPDX-License-Identifier: MIT
-// The search for periodic points of an iterated map: which orders to try, and where to start.
-//
-// Notes:
-// - "The first k after which the centre is back in the circle" is no order: in an island it is a
-//   multiple, since the rotation about the periodic point must bring the centre back as well, and
-//   in a chaotic sea it is chance. So an order counts only when a point in the circle was refined
-//   that really comes back, and the least order for which there is one is the answer.
-// - Short orders are searched on a lattice of samples, which misses little. Long ones belong to
-//   small islands or to tori; there the samples' own returns tell the orders to try.
+// The abstract iterated map of a two-dimensional section: its searches for periodic points.
 #include "mathkit/TIterraMap.h"
 
-#include "mathkit/periodic_points.h"
-#include "mathkit/sample_lattice.h"
+#include "mathkit/capture_search.h"
 
 #include <algorithm>
 #include <cmath>
 #include <limits>
-#include <optional>
-#include <utility>
-#include <vector>
 
 using periodic::effort;
 using periodic::periodic_point;
-using periodic::point;
 using periodic::region;
-using periodic::return_watch;
-using periodic::sample_lattice;
 using periodic::section;
 
 namespace {
 
-// Iterates and seconds of one search, since a window waits for it. The first limit is the rule,
-// and gives the same answer on any machine; the second is for maps that take microseconds.
-constexpr periodic::allowance search_budget{1'000'000, 1.5};
-
-bool holds(const section& map, const region& where, point p) {
-    const double rounding = 1e-9;
-    return where.radii(map.way(where.centre, p)) <= 1 + rounding;
-}
-
-// The points of that order in `where` to which the starts lead.
-std::vector<periodic_point> points_from(section& map, const std::vector<point>& starts, int order,
-                                        const region& where, const effort& limits) {
-    std::vector<periodic_point> found;
-    for (const point start : starts) {
-        const auto p = periodic::refine(map, start, order, where, limits);
-        if (p && holds(map, where, p->at)) found.push_back(*p);
-    }
-    return found;
-}
-
-// What a circle captures: a periodic point, and after how many iterates it is back first.
-struct capture {
-    int order;
-    point at;
-};
-
-// Of points that are back at `order`, the one that is back soonest; of several the nearest.
-std::optional<capture> soonest(section& map, const std::vector<periodic_point>& points, int order,
-                               const region& where) {
-    std::optional<capture> best;
-    double best_way = 0;
-    for (const periodic_point& p : points) {
-        const int least = periodic::least_order(map, p, order);
-        const double way = where.radii(map.way(where.centre, p.at));
-        if (best && std::pair(best->order, best_way) <= std::pair(least, way)) continue;
-        best = {least, p.at};
-        best_way = way;
-    }
-    return best;
-}
-
-// The point of the least order from `first` to `last` that a lattice of samples shows.
-std::optional<capture> short_order(section& map, const region& where, int first, int last) {
-    const int half = 16;
-    const sample_lattice lattice(map, where, half, first, last);
-    for (int order = first; order <= last; ++order) {
-        const auto points = points_from(map, lattice.candidates(order), order, where, effort{});
-        if (const auto found = soonest(map, points, order, where)) return found;
-    }
-    return {};
-}
-
-// The point of the least order from `first` to `last` to which the returns of a few samples lead.
-// The first one must do: long orbits are costly.
-std::optional<capture> long_order(section& map, const region& where, int first, int last) {
-    const region inner{where.centre, where.rx / 2, where.ry / 2};
-    return_watch watch(map, inner, last);
-    for (int order = 1; order <= last; ++order) {
-        const std::vector<point> starts = watch.returning(order);
-        if (order < first) continue;
-        for (const point start : starts) {
-            const auto points = points_from(map, {start}, order, where, effort{});
-            if (const auto found = soonest(map, points, order, where)) return found;
-        }
-    }
-    return {};
-}
-
-// The point of the least order up to n: cheap searches first.
-std::optional<capture> point_of_least_order(section& map, const region& where, int n) {
-    const int usual = 8;        // most circles are drawn around short orbits; the rest may wait
-    const int lattice = 32;     // some 35,000 iterates of the lattice, far below the budget
-    const int longest = 20'000; // nine samples, each iterated so often: a fifth of the budget
-    if (const auto found = short_order(map, where, 1, std::min(n, usual))) return found;
-    if (n <= usual) return {};
-    if (const auto found = short_order(map, where, usual + 1, std::min(n, lattice))) return found;
-    if (n <= lattice) return {};
-    return long_order(map, where, lattice + 1, std::min(n, longest));
-}
-
 bool is_ellipse(const region& where) {
     return is_finite(where.centre) && std::isfinite(where.rx) && std::isfinite(where.ry) &&
            where.rx > 0 && where.ry > 0;
-}
-
-// How many samples to each side a search for that order can afford.
-int affordable_half(int order) {
-    // Eleven ellipses, and the refinements.
-    const long samples = search_budget.iterates / 40 / order;
-    return std::clamp(static_cast<int>((std::sqrt(static_cast<double>(samples)) - 1) / 2), 1, 16);
-}
-
-// The points of that order in `where` to which a lattice over it leads.
-std::vector<periodic_point> points_in(section& map, const region& where, int order,
-                                      const effort& limits) {
-    const sample_lattice lattice(map, where, affordable_half(order), order, order);
-    std::vector<point> starts = lattice.candidates(order);
-    starts.insert(starts.begin(), where.centre);
-    return points_from(map, starts, order, where, limits);
-}
-
-// Orders the points by what they are wanted for: those first that are not back any sooner, and
-// of these the nearest.
-std::optional<periodic_point> choose(section& map, const std::vector<periodic_point>& points,
-                                     int order, const region& where) {
-    std::optional<periodic_point> best;
-    double best_rank = std::numeric_limits<double>::infinity();
-    for (const periodic_point& p : points) {
-        const double sooner = periodic::least_order(map, p, order) < order ? 2 : 0; // diameters
-        const double rank = sooner + where.radii(map.way(where.centre, p.at));
-        if (!(rank < best_rank)) continue;
-        best_rank = rank;
-        best = p;
-    }
-    return best;
-}
-
-// The nearest point of that order: the first that growing ellipses about `start` hold.
-std::optional<periodic_point> nearest(section& map, point start, int order, const effort& limits) {
-    const auto ellipse = [&](double part) {
-        return region{start, part * map.area().width(), part * map.area().height()};
-    };
-    const int costly = 100; // for longer orders a few lattices would use up the budget
-    if (order > costly)
-        if (const auto direct = periodic::refine(map, start, order, ellipse(0.01), limits))
-            return direct;
-    // Capture works at any depth of zoom: small ellipses come first, in strides.
-    for (double part = 0x1p-20; part <= 0.25; part *= part < 0x1p-8 ? 8 : 2) {
-        const region where = ellipse(part);
-        const auto best = choose(map, points_in(map, where, order, limits), order, where);
-        if (best) return best;
-    }
-    return {};
 }
 
 // The smallest rectangle that holds the point, its image and what the last step left open.
@@ -187,17 +42,17 @@ int TIterraMap::getorder(double x, double y, double rx, double ry, int n) {
     const int none = -1;
     const region where{{x, y}, rx, ry};
     if (!is_ellipse(where) || n < 1) return none;
-    section map(*this, search_budget);
+    section map(*this, periodic::search_budget);
     if (!map.accepts(where.centre)) return none;
-    const auto found = point_of_least_order(map, where, n);
+    const auto found = periodic::point_of_least_order(map, where, n);
     return found && map.leave_at(found->at) ? found->order : none;
 }
 
 bool TIterraMap::fixfinder(double& x, double& y, int order, int& iter, TRect& box, double tol) {
     box = infinite_box();
-    section map(*this, search_budget);
+    section map(*this, periodic::search_budget);
     if (order < 1 || !map.affords(order) || !map.accepts({x, y})) return false;
-    const auto found = nearest(map, {x, y}, order, effort{iter, tol});
+    const auto found = periodic::nearest_point(map, {x, y}, order, effort{iter, tol});
     if (!found || !map.leave_at(found->at)) return false;
     x = found->at.x;
     y = found->at.y;

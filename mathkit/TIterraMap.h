@@ -49,7 +49,9 @@ public:
     /// a refinement ends early when a step is below `tol`.
     ///
     /// True: (x, y) is the point found and the current point, and `box` encloses it and its image
-    /// after `order` iterates, so that `box.maxdim()` is the precision. False: x, y and the current
-    /// point are as before, and `box` is infinitely large.
+    /// after `order` iterates, so that `box.maxdim()` is the precision. Where the map hardly moves
+    /// the neighbours either, as between flat walls, the point found is one of those that come back
+    /// to rounding, some 1e-7 beside the true one. False: x, y and the current point are as before,
+    /// and `box` is infinitely large.
     bool fixfinder(double& x, double& y, int order, int& iter, TRect& box, double tol);
 };

@@ -3,16 +3,11 @@
 #pragma once
 
 #include "mathkit/map_section.h"
+#include "mathkit/search_effort.h"
 
 #include <optional>
 
 namespace periodic {
-
-/// When a refinement ends.
-struct effort {
-    int steps = 30;     ///< Newton steps at most
-    double tol = 1e-14; ///< a step below this, in units of the section, is the last
-};
 
 /// A point that comes back to itself after some iterates.
 struct periodic_point {
@@ -25,9 +20,6 @@ struct periodic_point {
 /// Searches from `start` for a point that comes back after `order` iterates, by Newton's method on
 /// the way from a point to its image. Empty when the search leaves the neighbourhood of `near`, the
 /// map fails, or the point does not come back to within rounding.
-///
-/// Where periodic points fill a curve (the tori of an ellipse, the bouncing balls of a stadium) the
-/// search goes straight to the curve and not along it.
 std::optional<periodic_point> refine(section& map, point start, int order, const region& near,
                                      const effort& limits);
 

@@ -94,14 +94,16 @@ std::vector<sample_lattice::guess> sample_lattice::zeros(int order) const {
 
 std::vector<sample_lattice::guess> sample_lattice::close_returns(int order) const {
     std::vector<guess> all;
-    all.reserve(static_cast<std::size_t>(side) * side);
+    // The corners lie outside the ellipse, and their returns mostly lead to points there.
+    const double beside = 1.1 * half; // a point on the edge has samples on both sides
     for (int sample = 0; sample < side * side; ++sample)
-        all.push_back({node(sample), length(way(sample, order))});
+        if (std::hypot(sample % side - half, sample / side - half) <= beside)
+            all.push_back({node(sample), length(way(sample, order))});
     return all;
 }
 
 std::vector<point> sample_lattice::candidates(int order) const {
-    const std::size_t zeros_tried = 10, returns_tried = 4;
+    const std::size_t zeros_tried = 10, returns_tried = 6;
     std::vector<guess> crossing = zeros(order), returning = close_returns(order);
     keep_best(crossing, zeros_tried);
     keep_best(returning, returns_tried);

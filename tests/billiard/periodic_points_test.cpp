@@ -82,6 +82,65 @@ TEST(BilliardPeriodicPoints, CirclesHaveTheirOrder) {
     EXPECT_EQ(missed["should"], 0);
 }
 
+/// A spot to draw circles about, and the order that each of them captures.
+struct captured_spot {
+    const char* curve;
+    double S, P;
+    int order;
+    double beside; ///< how far the point found may be from the spot
+};
+
+// All but the third are cases where the tangent map is a shear, or nearly: flat walls, or walls
+// whose centres of curvature meet.
+const captured_spot SPOTS[] = {
+    {"OvalA 5", 0.25, 0, 2, 5e-7},
+    {"OvalA 5", 0.75, 0, 2, 5e-7},
+    {"OvalA 5", 0.5, 0, 2, 1e-9}, // strongly hyperbolic
+    {"OvalA 5.000001", 0.25, 0, 2, 5e-7},
+    {"OvalC 17 4", 0.125, std::numbers::sqrt2 / 2, 4, 2e-6},
+    {"Formula 5+cos(2*t)-cos(4*t)/4", 0.5, 0, 2, 2e-6},
+    {"Formula 89+28*cos(2*t)+3*cos(4*t)", 0.25, 0, 2, 2e-4}, // the gap grows with the fifth power
+};
+
+TEST(BilliardPeriodicPoints, CirclesOfAllSizesCaptureTheLowestOrder) {
+    for (const captured_spot& spot : SPOTS) {
+        TBilliardMap map(new_reference_curve(spot.curve));
+        for (const double r : {0.004, 0.006, 0.01, 0.015, 0.02, 0.03, 0.04, 0.05, 0.07, 0.09}) {
+            SCOPED_TRACE(std::string(spot.curve) + ", radius " + std::to_string(r));
+            double x = spot.S + 0.37 * r, y = spot.P - 0.29 * r; // no sample meets the spot
+            ASSERT_EQ(map.getorder(x, y, r, 2 * r, 10000), spot.order);
+            map.getPoint(x, y);
+            int iter = 30;
+            TRect box;
+            ASSERT_TRUE(map.fixfinder(x, y, spot.order, iter, box, 1e-14));
+            EXPECT_LE(std::hypot(x - spot.S, y - spot.P), spot.beside);
+            expect_honest(map, x, y, spot.order, box);
+        }
+    }
+}
+
+/// Circles about points to which few starts of a search lead.
+TEST(BilliardPeriodicPoints, HiddenPointsAreFound) {
+    const struct {
+        const char* what;
+        const char* curve;
+        double x, y, rx, ry;
+        int order;
+    } circles[] = {
+        {"between the samples", "OvalA 2.5", 0.719108, 0.446711, 0.009298, 0.0186, 6},
+        {"the sixth best sample", "OvalA 5", 0.0580054, -0.2362, 0.00595, 0.0238, 9},
+        {"a line that leaves the circle", "Ellipse 1", 0.498909, -0.495737, 0.004528, 0.009056, 18},
+        {"where long steps lead", "OvalC 26 5", 0.588484, -0.878898, 0.007963, 0.03185, 6},
+        {"where they lead astray", "OvalC 6 2", 0.831349, -0.0208816, 0.001509, 0.003018, 212},
+        {"none in the corner", "Triangle 60 60", 0.663748, -0.511572, 0.02441, 0.09763, 6},
+    };
+    for (const auto& c : circles) {
+        SCOPED_TRACE(c.what);
+        TBilliardMap map(new_reference_curve(c.curve));
+        EXPECT_EQ(map.getorder(c.x, c.y, c.rx, c.ry, 10000), c.order);
+    }
+}
+
 TEST(BilliardPeriodicPoints, CirclesLeadToTheirPoint) {
     reference_billiards made;
     for (const data_row& row : read_data_table("getorder.csv")) {
