@@ -57,7 +57,7 @@ const std::vector<option_entry>& options() {
         {.name = "--seed", .value = "K", .verbs = "orbit map scan",
          .help = "which random starts, a whole number (default 1)"},
         {.name = "--cells", .value = "WxH", .verbs = "map periodic",
-         .help = "starts in the centres of a grid (periodic: default 40x40)"},
+         .help = "starts in the centres of a grid (periodic: default 100x100)"},
         {.name = "--window", .value = "S1,P1,S2,P2", .verbs = "map periodic",
          .help = "the part of the section that the grid covers (default 0,-1,1,1)"},
         {.name = "--threshold", .value = "X", .verbs = "scan",

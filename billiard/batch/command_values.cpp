@@ -188,7 +188,7 @@ start_list survey_starts_of(const command& c) {
 }
 
 start_list search_starts_of(const command& c) {
-    const count_pair cells = cells_of(c).value_or(count_pair{40, 40});
+    const count_pair cells = cells_of(c).value_or(count_pair{100, 100});
     start_list starts;
     starts.add(cell_centres(cells.first, cells.second, window_of(c)));
     return starts;

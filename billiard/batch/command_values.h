@@ -45,7 +45,7 @@ std::optional<double> threshold_of(const command& c);
 /// The starts of `scan`: --random, 200 of them where it is left out.
 start_list survey_starts_of(const command& c);
 
-/// The starts of `periodic`: --cells, 40x40 where it is left out.
+/// The starts of `periodic`: --cells, 100x100 where it is left out.
 start_list search_starts_of(const command& c);
 
 /// The starts of `orbit` and `map`: those of --start and --angles in the order typed, of --from,

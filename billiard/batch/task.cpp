@@ -7,6 +7,7 @@
 #include "billiard/batch/errors.h"
 #include "billiard/batch/map_job.h"
 #include "billiard/batch/orbit_job.h"
+#include "billiard/batch/periodic_job.h"
 #include "billiard/batch/scan_job.h"
 
 namespace batch {
@@ -27,8 +28,8 @@ std::unique_ptr<row_job> job_for(const command& c, const curve_word& curve,
     const shard part = shard_of(c);
     if (c.verb == "curve") return std::make_unique<curve_job>();
     if (c.verb == "periodic") {
-        count_of(c, "--order", 4, most_orders);
-        throw run_error("periodic is still to come");
+        const auto orders = static_cast<int>(count_of(c, "--order", 4, most_orders));
+        return std::make_unique<periodic_job>(starts, orders, part);
     }
     const std::int64_t n = bounces_of(c);
     if (c.verb == "orbit") return std::make_unique<orbit_job>(starts, n, part);

@@ -17,6 +17,7 @@ LONG = {
     "short orbits": ("orbit", "oval-a:c=2", "--random", 4000, "-n", 40),
     "map": ("map", "oval-a:c=2", "--cells", "60x60", "-n", 500),
     "scan": ("scan", "oval-a:c=1.5..6/40", "--random", 50, "-n", 500),
+    "periodic": ("periodic", "oval-a:c=3", "--cells", "20x20"),
     "part": ("map", "oval-a:c=2", "--random", 4000, "-n", 500, "--shard", "2/2"),
 }
 SEED = 5
@@ -134,7 +135,8 @@ class Ends(Files):
         endless = {"orbit": ("orbit", "stadium", "-n", "1e12"),
                    "one verdict": ("map", "stadium", "-n", "1e12"),
                    "verdicts": ("map", "stadium", "-n", "1e4", "--random", "1e9"),
-                   "scan": ("scan", "stadium:z=0..1/1000000")}
+                   "scan": ("scan", "stadium:z=0..1/1000000"),
+                   "search": ("periodic", "oval-a:c=3", "--cells", "1000x1000")}
         for number, status in ((signal.SIGINT, 130), (signal.SIGTERM, 143)):
             for name, words in endless.items():
                 with self.subTest(f"{name}, {number}"):

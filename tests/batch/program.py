@@ -1,11 +1,13 @@
 # SPDX-License-Identifier: MIT
 # The finished program as the tests run it. Called as SCRIPT PROGRAM DATA [unittest's options].
 import csv
+import os
 import subprocess
 import sys
 import unittest
 
 PROGRAM, DATA = sys.argv[1:3]
+REPOSITORY = os.path.join(os.path.dirname(os.path.abspath(__file__)), "..", "..")
 
 
 def run(*words, status=0, told="", **options):

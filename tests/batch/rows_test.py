@@ -147,6 +147,7 @@ COMMANDS = {
     "map": ("map", "oval-c", "--cells", "20x30", "-n", 200),
     "map of a formula": ("map", "formula:4+a*sin(2*t)", "--let", "a=0.5", "--random", 99),
     "scan": ("scan", "oval-c:n=2..3/2,c=2..4/3", "--random", 40, "-n", 300),
+    "periodic": ("periodic", "oval-a:c=3", "--order", 4, "--cells", "20x20"),
     "scan in slices": ("scan", "oval-a:c=2..3/2", "--random", 40, "-n", 20000),
 }
 
