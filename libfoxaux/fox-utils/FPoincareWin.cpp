@@ -10,6 +10,7 @@
 
 #include <algorithm>
 #include <cmath>
+#include <iterator>
 
 namespace {
 
@@ -215,15 +216,45 @@ void FPoincareWin::wait_for_display(std::int64_t now) {
     lead = std::clamp(slow ? lead / 2 : lead * 2, shortest_lead, longest_lead);
 }
 
+namespace {
+
+// Draws points together, which takes a quarter of the time of drawing each. At its end it draws
+// those that are left, also where a map has failed.
+class point_batch {
+public:
+    explicit point_batch(FXDC& dc) : dc(dc) {}
+    point_batch(const point_batch&) = delete;
+    point_batch& operator=(const point_batch&) = delete;
+    ~point_batch() { draw(); }
+
+    void add(int x, int y) {
+        if (count == std::size(points)) draw();
+        points[count++] = FXPoint(static_cast<FXshort>(x), static_cast<FXshort>(y));
+    }
+
+private:
+    void draw() {
+        if (count > 0) dc.drawPoints(points, count);
+        count = 0;
+    }
+
+    FXDC& dc;
+    FXPoint points[1000]; // the steps of one unit of the loop
+    FXuint count = 0;
+};
+
+} // namespace
+
 void FPoincareWin::run_orbit(int n) {
     if (!image->id()) return;
     FXDCWindow dc(image);
     dc.setForeground(foreground);
+    point_batch points(dc);
     for (int i = 0; i < n; ++i) {
         step();
         w2s->to_screen(current_x, current_y);
         int px, py;
-        if (to_pixel(current_x, current_y, px, py)) dc.drawPoint(px, py);
+        if (to_pixel(current_x, current_y, px, py)) points.add(px, py);
     }
 }
 

@@ -121,14 +121,18 @@ TEST(FPoincareWin, TheColoursCycleAndThePictureStays) {
     EXPECT_EQ(pixels(window->image).at(40, 40), black);
 }
 
-TEST(FPoincareWin, AFailingMapEndsTheLoopAtOnce) {
+TEST(FPoincareWin, AFailingMapEndsTheLoopAtOnceAndItsPointsStay) {
     toy window;
-    window->iterations = 10;
-    window->fails_at = 95;
+    window->orbit.clear();
+    for (int i = 0; i < 5000; ++i)
+        window->orbit.emplace_back(i % 100 / 100.0, i / 100 / 100.0);
+    window->iterations = 3000; // more than are drawn together
+    window->fails_at = 4321;
     window->start_loop();
     EXPECT_TRUE(pump_until([&] { return !window->loop_idle.is_active(); }));
     pump();
-    EXPECT_TRUE(window->failures == 1 && window->steps == 95);
+    EXPECT_TRUE(window->failures == 1 && window->steps == 4321);
+    EXPECT_EQ(pixels(window->image).count(black), 4321);
 }
 
 TEST(FPoincareWin, TheLoopBringsTheScreenUpToDateAboutOnceASecond) {
