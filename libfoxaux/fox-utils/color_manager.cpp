@@ -88,5 +88,6 @@ void color_manager::set_all_axes(int size, FXColor color) {
 int color_manager::text_size() const {
     const double points = std::clamp(font_size, smallest_text, largest_text);
     const double finer = std::max(1.0, dots_per_inch() / 100);
-    return std::min(static_cast<int>(std::lround(points * finer)), largest_text);
+    // Settings may name any resolution: the product need not fit an int.
+    return static_cast<int>(std::lround(std::min<double>(points * finer, largest_text)));
 }

@@ -120,8 +120,8 @@ void dialog_shape::add_button_row(bool cancel_first) {
     if (!cancel_first) add("&Cancel", ID_CANCEL);
 }
 
-// A window manager gives the keys to a dialog of the active window only, and a key in the path
-// window may open one that belongs to the main window.
+// Without a window manager nobody gives the keys to a dialog, and one gives them only to a dialog
+// of the active window.
 long dialog_shape::onMap(FXObject* sender, FXSelector sel, void* ptr) {
     FXDialogBox::onMap(sender, sel, ptr);
     setFocus();

@@ -32,8 +32,13 @@ TEST(color_manager, DrawsWithAUsableSize) {
         plot.font_size = size;
         EXPECT_EQ(plot.text_size(), used);
     }
-    plot.font_size = 12;
-    for (const auto& [dots, used] : {std::pair{50U, 12}, {96U, 12}, {192U, 23}, {0U, 12}}) {
+    const struct {
+        int size;
+        FXuint dots;
+        int used;
+    } finer[] = {{12, 50, 12}, {12, 96, 12}, {12, 192, 23}, {12, 0, 12}, {60, 4294967291, 256}};
+    for (const auto& [size, dots, used] : finer) {
+        plot.font_size = size;
         const resolution display(dots);
         EXPECT_EQ(plot.text_size(), used) << dots;
     }
