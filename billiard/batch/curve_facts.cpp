@@ -82,8 +82,10 @@ int inflections_of(const TBilliard::circumference_class& table) {
 
 curve_facts facts_of(const TBilliard& table) {
     curve_facts facts{};
-    facts.circumference = table.circumference.length;
-    facts.area = area_integrator(*table.F).AdaptiveGauss(0, kit::two_pi, 1e-12, 36);
+    // As near as rounding allows; the table adds up two thousand roundings.
+    facts.circumference =
+        TCircumferenceIntegrator(table.F).AdaptiveGauss(0, kit::two_pi, 1e-14, 36);
+    facts.area = area_integrator(*table.F).AdaptiveGauss(0, kit::two_pi, 1e-14, 36);
     facts.x1 = -reach(table, -1, 0);
     facts.y1 = -reach(table, 0, -1);
     facts.x2 = reach(table, 1, 0);
