@@ -15,9 +15,8 @@
 #include "billiard/batch/orbit_verdict.h"
 
 #include "billiard/radius-core/TBilliard.h"
-#include "billiard/radius-core/TRadiusFunction.h"
+#include "billiard/radius-core/tangent_map.h"
 #include "mathkit/TError.h"
-#include "mathkit/trig.h"
 
 #include <algorithm>
 #include <cmath>
@@ -31,71 +30,30 @@ namespace {
 
 constexpr double no_number = std::numeric_limits<double>::quiet_NaN();
 
-// A neighbouring path, seen from the path.
+// A neighbouring path, seen from the path; q in circumferences.
 struct neighbour {
     double q, w;
 };
-
-// Where the path leaves the boundary; lengths in circumferences.
-struct mirror {
-    double x, y;
-    double curvature;
-    double sin_alpha;
-
-    neighbour from_section(double dS, double dP) const {
-        return {-sin_alpha * dS, curvature * dS - dP / sin_alpha};
-    }
-    double section_size(const neighbour& v) const {
-        return std::hypot(v.q / sin_alpha, sin_alpha * v.w + curvature * v.q);
-    }
-};
-
-// The mirror where the path leaves with the sine of alpha; sine and cosine are those of phi.
-mirror mirror_of(const TBilliardMap& map, double phi, double sine, double cosine, double r,
-                 double dr, double sin_alpha) {
-    const double whole = map.circumference.length;
-    const double curvature = map.F->curvature_at(phi, sine, cosine, r, dr);
-    const double scaled = r / whole;
-    return {scaled * cosine, scaled * sine, curvature * whole, sin_alpha};
-}
-
-mirror mirror_at(const TBilliardMap& map, phase_point p) {
-    double sine, cosine, r, dr;
-    kit::sincos(p.phi, sine, cosine);
-    map.F->value_and_slope(p.phi, sine, cosine, r, dr);
-    return mirror_of(map, p.phi, sine, cosine, r, dr, kit::sin(p.alpha));
-}
-
-// The same from what the bounce has told of it.
-mirror mirror_after_bounce(const TBilliardMap& map, phase_point p) {
-    const ray::departure& d = map.lastDeparture();
-    if (!d.leads_to(p.phi, p.alpha)) return mirror_at(map, p);
-    const double across = std::fabs(d.dr * d.s - d.r * d.o);
-    return mirror_of(map, p.phi, d.sine, d.cosine, d.r, d.dr,
-                     across / std::sqrt(d.r * d.r + d.dr * d.dr));
-}
 
 class judged_orbit {
 public:
     judged_orbit(TBilliardMap& map, phase_point start)
         : map(map),
+          whole(map.circumference.length),
           at(start),
-          here(mirror_at(map, start)),
-          vector(here.from_section(std::sqrt(0.5), std::sqrt(0.5))),
+          here(mirror_at(*map.F, start.phi, start.alpha)),
+          vector(from_section(std::sqrt(0.5), std::sqrt(0.5))),
           first_share(map.arcShare(start.phi)) {}
 
     void bounce() {
         const double phi = at.phi;
         map.findit(at.phi, at.alpha);
         turns += at.phi < phi ? 1 : 0;
-        const mirror next = mirror_after_bounce(map, at);
-        const double dx = next.x - here.x;
-        const double dy = next.y - here.y;
-        const double flight = std::sqrt(dx * dx + dy * dy);
-        here = next;
-        flown += flight;
-        const double q = vector.q + flight * vector.w;
-        vector = {-q, 2 * here.curvature * q / here.sin_alpha - vector.w};
+        const chord path(here, mirror_after_findit(map, at.phi, at.alpha));
+        here = path.to;
+        flown += path.length;
+        const double q = vector.q + path.length / whole * vector.w;
+        vector = {-q, 2 * here.curvature * whole / here.sin_alpha * q - vector.w};
         const double size = std::fabs(vector.q) + std::fabs(vector.w);
         if (!(size < largest_vector && size > 1 / largest_vector)) bring_back(size);
         ++bounces;
@@ -105,17 +63,23 @@ public:
         if (bounces == 0) return {no_number, no_number, no_number, 0};
         const auto n = static_cast<double>(bounces);
         const double growth =
-            std::log(here.section_size(vector)) + static_cast<double>(taken) * std::numbers::ln2;
+            std::log(section_size(vector)) + static_cast<double>(taken) * std::numbers::ln2;
         const double advance = map.arcShare(at.phi) - first_share + static_cast<double>(turns);
         const double below_1 = 1 - std::numeric_limits<double>::epsilon();
         return {std::isfinite(growth) ? growth / n : no_number,
-                std::clamp(advance / n, 0.0, below_1), flown * map.circumference.length / n,
-                bounces};
+                std::clamp(advance / n, 0.0, below_1), flown / n, bounces};
     }
 
 private:
     static constexpr double largest_vector = 1e100;
 
+    neighbour from_section(double dS, double dP) const {
+        return {-here.sin_alpha * dS, here.curvature * whole * dS - dP / here.sin_alpha};
+    }
+    double section_size(const neighbour& v) const {
+        return std::hypot(v.q / here.sin_alpha,
+                          here.sin_alpha * v.w + here.curvature * whole * v.q);
+    }
     void bring_back(double size) {
         if (!(size > 0 && std::isfinite(size))) return; // no number any more
         const int e = std::ilogb(size);
@@ -124,6 +88,7 @@ private:
     }
 
     TBilliardMap& map;
+    const double whole; // circumference
     phase_point at;
     mirror here;
     neighbour vector;

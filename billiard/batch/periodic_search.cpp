@@ -44,7 +44,7 @@ struct passage {
     std::vector<phase_point> points; // before each bounce
     gap way;                         // from the first to the image of the last
     matrix2 tangent;
-    chord_end from;
+    mirror from{};
     double length = 0, shortest = HUGE_VAL; // of all chords, of one
     int turns = 0;
 };
@@ -64,8 +64,10 @@ public:
         passage way;
         try {
             phase_point at = from;
+            way.from = mirror_at(*map.F, at.phi, at.alpha);
+            mirror wall = way.from;
             for (int i = 0; i < order; ++i)
-                bounce(at, way);
+                wall = bounce(at, wall, way);
             const double back = std::remainder(at.phi - from.phi, kit::two_pi);
             way.turns += static_cast<int>(std::lround((at.phi - from.phi - back) / kit::two_pi));
             way.way = {back, at.alpha - from.alpha};
@@ -89,16 +91,17 @@ public:
     }
 
 private:
-    void bounce(phase_point& at, passage& way) const {
+    // One bounce of the way from a mirror to the next.
+    mirror bounce(phase_point& at, const mirror& wall, passage& way) const {
         const phase_point before = at;
         map.findit(at.phi, at.alpha);
-        const chord path = chord_between(*map.F, before.phi, before.alpha, at.phi, at.alpha);
-        if (way.points.empty()) way.from = path.from;
+        const chord path(wall, mirror_after_findit(map, at.phi, at.alpha));
         way.points.push_back(before);
         way.tangent = tangent_of_angles(path) * way.tangent;
         way.length += path.length;
         way.shortest = std::min(way.shortest, path.length);
         way.turns += at.phi < before.phi ? 1 : 0;
+        return path.to;
     }
 
     // Newton's step, without the directions in which the way back does not change: along a family
@@ -140,15 +143,17 @@ private:
     work_monitor& monitor;
 };
 
-bool are_same(phase_point a, phase_point b) {
-    return std::fabs(std::remainder(a.phi - b.phi, kit::two_pi)) < same_point &&
-           std::fabs(a.alpha - b.alpha) < same_point;
+bool are_near(phase_point a, phase_point b, double limit) {
+    return std::fabs(std::remainder(a.phi - b.phi, kit::two_pi)) < limit &&
+           std::fabs(a.alpha - b.alpha) < limit;
 }
 
-// Whether the orbit is back at its first point before its last bounce.
+// Whether the orbit is back at its first point before its last bounce. Where an orbit doubles its
+// period the points nearby come back to a third power of their distance: Newton stops beside it.
 bool is_shorter(const std::vector<phase_point>& points) {
+    constexpr double beside = 1e-4;
     return std::any_of(points.begin() + 1, points.end(),
-                       [&](const phase_point& p) { return are_same(p, points.front()); });
+                       [&](const phase_point& p) { return are_near(p, points.front(), beside); });
 }
 
 stability stability_of(double trace) {
@@ -186,7 +191,7 @@ std::optional<periodic_orbit> orbit_of(const TBilliardMap& map, const return_map
     periodic_orbit orbit{{}, first.length, first.turns};
     for (const phase_point& p : first.points) {
         const std::optional<passage> refined = returns.closed_near(p);
-        if (!refined || !are_same(refined->points.front(), p)) return {};
+        if (!refined || !are_near(refined->points.front(), p, same_point)) return {};
         orbit.points.push_back(row_of(map, *refined));
     }
     const auto least = std::min_element(

@@ -2,38 +2,31 @@
 // How neighbouring paths part: the derivative of the bounce.
 #include "billiard/radius-core/tangent_map.h"
 
+#include "billiard/radius-core/TBilliard.h"
 #include "billiard/radius-core/TRadiusFunction.h"
 #include "mathkit/trig.h"
 
-#include <cmath>
-
-namespace {
-
-struct spot {
-    double x, y;
-    chord_end end;
-};
-
-spot spot_at(const TRadiusFunction& F, double phi, double alpha) {
+mirror mirror_at(const TRadiusFunction& F, double phi, double alpha) {
     double s, c, r, dr;
     kit::sincos(phi, s, c);
     F.value_and_slope(phi, s, c, r, dr);
-    const double density = std::sqrt(r * r + dr * dr);
-    return {r * c, r * s, {density, F.curvature_at(phi, s, c, r, dr), std::sin(alpha)}};
+    return {r * c, r * s, std::sqrt(r * r + dr * dr), F.curvature_at(phi, s, c, r, dr),
+            kit::sin(alpha)};
 }
 
-} // namespace
-
-chord chord_between(const TRadiusFunction& F, double phi, double alpha, double phi1,
-                    double alpha1) {
-    const spot from = spot_at(F, phi, alpha);
-    const spot to = spot_at(F, phi1, alpha1);
-    return {std::hypot(to.x - from.x, to.y - from.y), from.end, to.end};
+mirror mirror_after_findit(const TBilliard& table, double phi, double alpha) {
+    const ray::departure& d = table.lastDeparture();
+    if (!d.leads_to(phi, alpha)) return mirror_at(*table.F, phi, alpha);
+    const double density = std::sqrt(d.r * d.r + d.dr * d.dr);
+    const double across = std::fabs(d.dr * d.s - d.r * d.o); // of the tangent, to the new line
+    return {d.r * d.cosine, d.r * d.sine, density,
+            table.F->curvature_at(phi, d.sine, d.cosine, d.r, d.dr), across / density};
 }
 
 matrix2 tangent_of_angles(const chord& path) {
-    const auto& [density, curvature, sine] = path.from;
-    const auto& [density1, curvature1, sine1] = path.to;
+    const double density = path.from.density, density1 = path.to.density;
+    const double curvature = path.from.curvature, curvature1 = path.to.curvature;
+    const double sine = path.from.sin_alpha, sine1 = path.to.sin_alpha;
     const double along = (path.length * curvature - sine) / sine1; // ds1/ds
     const double across = path.length / sine1;                     // ds1/dalpha
     return {density * along / density1, across / density1,
@@ -42,8 +35,8 @@ matrix2 tangent_of_angles(const chord& path) {
 
 matrix2 tangent_of_section(const chord& path, double circumference) {
     const double l = path.length, whole = circumference;
-    const auto& [density, curvature, sine] = path.from;
-    const auto& [density1, curvature1, sine1] = path.to;
+    const double curvature = path.from.curvature, curvature1 = path.to.curvature;
+    const double sine = path.from.sin_alpha, sine1 = path.to.sin_alpha;
     return {(l * curvature - sine) / sine1, -l / (whole * sine * sine1),
             whole * (curvature * sine1 + curvature1 * (sine - l * curvature)),
             (l * curvature1 - sine1) / sine};

@@ -4,24 +4,36 @@
 
 #include "mathkit/matrix2.h"
 
+#include <cmath>
+
+class TBilliard;
 class TRadiusFunction;
 
-/// The boundary and the path at one end of a chord.
-struct chord_end {
+/// The boundary where a path leaves it.
+struct mirror {
+    double x, y;
     double density;   ///< the arc length per radian of phi
     double curvature; ///< signed, positive where the curve bends as a convex table does
     double sin_alpha; ///< of the angle from the counter-clockwise tangent to the outgoing velocity
 };
 
+/// At the polar angle phi, with the angle alpha; radians.
+mirror mirror_at(const TRadiusFunction& F, double phi, double alpha);
+
+/// The same for the impact that the table's last findit gave, at the price of the curvature: the
+/// rest is known. For any other numbers it is that of mirror_at.
+mirror mirror_after_findit(const TBilliard& table, double phi, double alpha);
+
 /// The straight way from one impact to the next, all that the tangent map of a bounce needs.
 struct chord {
     double length;
-    chord_end from, to;
-};
+    mirror from, to;
 
-/// The chord of the bounce that carries (phi, alpha) to (phi1, alpha1); radians, as in
-/// TBilliard::findit.
-chord chord_between(const TRadiusFunction& F, double phi, double alpha, double phi1, double alpha1);
+    chord(const mirror& from, const mirror& to)
+        : length(std::sqrt((to.x - from.x) * (to.x - from.x) + (to.y - from.y) * (to.y - from.y))),
+          from(from),
+          to(to) {}
+};
 
 /// The derivative of (phi1, alpha1) by (phi, alpha). Its determinant is D sin(alpha) over
 /// D1 sin(alpha1), D the density.

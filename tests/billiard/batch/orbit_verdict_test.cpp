@@ -65,7 +65,8 @@ TEST(orbit_verdict, is_what_the_tangent_map_makes_of_the_vector) {
             for (int i = 0; i < n; ++i) {
                 const double phi = map.phi, alpha = map.alpha, share = map.arcShare(phi);
                 map.iterate();
-                const chord path = chord_between(*map.F, phi, alpha, map.phi, map.alpha);
+                const chord path(mirror_at(*map.F, phi, alpha),
+                                 mirror_at(*map.F, map.phi, map.alpha));
                 const matrix2 m = tangent_of_section(path, map.circumference.length);
                 const double old_x = x;
                 x = m.xx * old_x + m.xy * y;

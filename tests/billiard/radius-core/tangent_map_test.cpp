@@ -29,7 +29,7 @@ phase_point image(TBilliard& billiard, phase_point p) {
 
 chord path_from(TBilliard& billiard, phase_point p) {
     const phase_point q = image(billiard, p);
-    return chord_between(*billiard.F, p.phi, p.alpha, q.phi, q.alpha);
+    return {mirror_at(*billiard.F, p.phi, p.alpha), mirror_at(*billiard.F, q.phi, q.alpha)};
 }
 
 double largest(const matrix2& m) {
