@@ -17,9 +17,10 @@ FXIMPLEMENT(entry_target, FXDataTarget, entry_target_map, ARRAYNUMBER(entry_targ
 
 namespace {
 
-// Whether a number that ends at `end` is all that a text holds.
+// Whether a number that ends at `end` is all that a text holds. What is pasted may bring the end of
+// its line along, which the field does not show.
 bool is_all(const char* text, const char* end) {
-    return end != text && end[std::strspn(end, " \t")] == '\0';
+    return end != text && end[std::strspn(end, " \t\n\v\f\r")] == '\0';
 }
 
 // What a user should have typed instead of a text; null: just this.

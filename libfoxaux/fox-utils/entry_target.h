@@ -21,8 +21,8 @@ public:
     entry_target(const char* label, FXString& value) : FXDataTarget(value), label(label) {}
 
     /// What the user must be told before the field's text can be taken, or an empty text: an int
-    /// takes whole numbers only, a double whatever reads as one (also 1e3, inf), with blanks
-    /// around, and a text everything.
+    /// takes whole numbers only, a double whatever reads as one (also 1e3, inf), with white
+    /// space around, and a text everything.
     kit::string complaint() const;
 
     long onCmdValue(FXObject*, FXSelector, void*);

@@ -103,6 +103,9 @@ TEST_F(dialog_shape_test, ATextThatIsNoNumberIsToldAndSelected) {
             EXPECT_EQ(fields.at(row.bad)->getText().text(), std::string(texts[row.bad]));
             EXPECT_EQ(selected_text(fields.at(row.bad)), texts[row.bad]);
             type_into(fields.at(0), " -5e-1 ");
+            char end_of_line[] = "\r\n"; // as it comes with what is pasted
+            fields.at(0)->handle(fields.at(0), FXSEL(SEL_COMMAND, FXTextField::ID_INSERT_STRING),
+                                 end_of_line);
             type_into(fields.at(1), "-2147483648");
             close_dialog(dialog, true);
         };
