@@ -47,20 +47,21 @@ rgb on_screen(const lab& colour) {
 
 // Walks the path and takes a colour whenever another part of its length is done.
 std::array<rgb, colour_count> evenly_spaced() {
-    constexpr int steps = 10000;
-    std::array<double, steps + 1> way{};
-    lab before = path(0);
-    for (int i = 1; i <= steps; ++i) {
-        const lab here = path(static_cast<double>(i) / steps);
+    constexpr int places = 10001;
+    const auto place = [](int i) { return path(static_cast<double>(i) / (places - 1)); };
+    std::array<double, places> way{};
+    lab before = place(0);
+    for (int i = 1; i < places; ++i) {
+        const lab here = place(i);
         way[i] = way[i - 1] + std::hypot(here.L - before.L, here.a - before.a, here.b - before.b);
         before = here;
     }
     std::array<rgb, colour_count> colours;
-    int step = 0;
+    int at = 0;
     for (int i = 0; i < colour_count; ++i) {
-        while (way[step] < way[steps] * i / (colour_count - 1))
-            ++step;
-        colours[i] = on_screen(path(static_cast<double>(step) / steps));
+        while (way[at] < way.back() * i / (colour_count - 1))
+            ++at;
+        colours[i] = on_screen(place(at));
     }
     return colours;
 }

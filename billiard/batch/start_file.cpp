@@ -68,9 +68,11 @@ public:
             wrong_line("has " + std::to_string(fields.size()) + " columns, not " +
                        std::to_string(columns));
         }
-        p = {number(fields[column_S]), number(fields[column_P])};
-        const bool inside = p[0] > 0 && p[0] < 1 && p[1] > -1 && p[1] < 1;
+        const double S = number(fields[column_S]);
+        const double P = number(fields[column_P]);
+        const bool inside = S > 0 && S < 1 && P > -1 && P < 1;
         if (!inside) wrong_line("is a start outside the section, 0 < S < 1 and -1 < P < 1");
+        p = {S, P};
         return true;
     }
 

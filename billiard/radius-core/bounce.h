@@ -522,7 +522,7 @@ refusal bounce<Curve>::search(const spot& inside, const spot& outside, spot& imp
     double in = inside.x;
     double out = outside.x;
     spot p = first_guess(inside, outside);
-    sample last = sample_of(outside, inverse_at(outside));
+    sample previous = sample_of(outside, inverse_at(outside));
     double last_size = std::fabs(out - in);
     for (int i = 0; i < most_steps; ++i) {
         look(p);
@@ -533,7 +533,7 @@ refusal bounce<Curve>::search(const spot& inside, const spot& outside, spot& imp
 
         const double inverse = inverse_at(p);
         const sample now = sample_of(p, inverse);
-        const double step = best_step(p, inverse, last, now);
+        const double step = best_step(p, inverse, previous, now);
 
         // The rounding of W, divided by its slope, is as near as any step can come. The test
         // stands before that of the bracket, which the last step may leave by one rounding. Steps
@@ -542,14 +542,14 @@ refusal bounce<Curve>::search(const spot& inside, const spot& outside, spot& imp
         const double near = i > 0 ? near_after : near_first;
         const bool at_rest = size <= near + 1e-15 * std::fabs(now.inverse_slope);
         if (at_rest && std::fabs(p.h) <= near_line * std::fabs(c)) {
-            impact = arrived(p, last, step);
+            impact = arrived(p, previous, step);
             return refusal::none;
         }
         if (std::fabs(out - in) <= 1e-15) {
             impact = p;
             return refusal::none;
         }
-        last = now;
+        previous = now;
 
         // Beside a corner two points may take turns for ever: a step that is not half the one
         // before gives way to halving, but for the first few.
@@ -580,10 +580,10 @@ refusal bounce<Curve>::first_in_pieces(spot& impact) {
     spot u = near_end;
     for (std::ptrdiff_t entry = dir > 0 ? interval + 1 : interval;; entry += dir) {
         const double x = entry >= 0 && entry < size ? angle_to(entry) : far_end.x;
-        const bool last = !before(x, far_end.x);
+        const bool at_end = !before(x, far_end.x);
         // An entry may stand twice, or the start may have been rounded onto it: no piece at all.
-        if (!last && !before(u.x, x)) continue;
-        const spot e = last ? far_end : piece_end(entry);
+        if (!at_end && !before(u.x, x)) continue;
+        const spot e = at_end ? far_end : piece_end(entry);
         if (u.h == 0 && e.h > 0) { // as at the near end: it is an impact itself
             impact = u;
             return refusal::none;
@@ -605,7 +605,7 @@ refusal bounce<Curve>::first_in_pieces(spot& impact) {
                 if (turn->h < 0) return search(u, *turn, impact);
             }
         }
-        if (last) return refusal::no_number; // not reached: the far end is outside
+        if (at_end) return refusal::no_number; // not reached: the far end is outside
         u = e;
     }
 }
