@@ -43,21 +43,24 @@ struct orbit_chain {
 
 namespace {
 
-// The impacts that follow `at`, which becomes the last of them: `count`, or fewer where the orbit
-// fails.
-std::vector<phase_point> follow(TBilliardMap& map, phase_point& at, std::int64_t count) {
-    std::vector<phase_point> impacts;
-    impacts.reserve(static_cast<std::size_t>(count));
+// The impact at a point of which the map shall know no more than phi and alpha.
+impact stand_at(TBilliardMap& map, const phase_point& at) {
     map.setPhiAlpha(at.phi, at.alpha);
     map.forgetDeparture();
+    return impact_of(map);
+}
+
+// The impacts that follow that at which the map stands: `count`, or fewer where the orbit fails.
+std::vector<impact> follow(TBilliardMap& map, std::int64_t count) {
+    std::vector<impact> impacts;
+    impacts.reserve(static_cast<std::size_t>(count));
     try {
         while (static_cast<std::int64_t>(impacts.size()) < count) {
             map.iterate();
-            impacts.push_back({map.phi, map.alpha});
+            impacts.push_back(impact_of(map));
         }
     } catch (const TError&) { // the rows before are the answer
     }
-    if (!impacts.empty()) at = impacts.back();
     return impacts;
 }
 
@@ -76,13 +79,11 @@ public:
         text.reserve(static_cast<std::size_t>((n + 1) * units) * usual_row);
         for (std::int64_t i = first; i < first + units; ++i) {
             const start from = starts.at(i, map);
-            phase_point at{from.phi, from.alpha};
-            const std::vector<phase_point> impacts = follow(map, at, n);
             orbit_rows rows(map, i, text);
-            rows.add_start(from);
+            rows.add_start(from, stand_at(map, {from.phi, from.alpha}));
             std::int64_t bounce = 0;
-            for (const phase_point& impact : impacts)
-                rows.add(++bounce, impact);
+            for (const impact& next : follow(map, n))
+                rows.add(++bounce, next);
             monitor.bounces += bounce;
             if (bounce < n) ++ended_early;
         }
@@ -115,11 +116,11 @@ public:
         text.reserve(static_cast<std::size_t>(bounces + 1) * usual_row);
         orbit_rows rows(map, chain->orbit, text);
         std::int64_t bounce = before;
-        for (const phase_point& impact : impacts_in_turn(map, rows, monitor)) {
+        for (const impact& next : impacts_in_turn(map, rows, monitor)) {
             if (++bounce > chain->written) {
-                rows.add(bounce, impact);
+                rows.add(bounce, next);
             } else {
-                rows.go_on_from(impact);
+                rows.go_on_from(next);
             }
         }
         monitor.bounces += bounce - before;
@@ -147,22 +148,22 @@ private:
         orbit_chain& chain;
     };
 
-    std::vector<phase_point> impacts_in_turn(TBilliardMap& map, orbit_rows& rows,
-                                             const work_monitor& monitor) {
+    std::vector<impact> impacts_in_turn(TBilliardMap& map, orbit_rows& rows,
+                                        const work_monitor& monitor) {
         const turn mine(*this);
         if (chain->ended || monitor.stop) {
             units = 0;
             return {};
         }
         if (chain->started) {
-            rows.go_on_from(chain->at);
+            rows.go_on_from(stand_at(map, chain->at));
         } else {
             const start from = starts.at(chain->orbit, map);
-            rows.add_start(from);
-            chain->at = {from.phi, from.alpha};
+            rows.add_start(from, stand_at(map, {from.phi, from.alpha}));
             chain->started = true;
         }
-        std::vector<phase_point> impacts = follow(map, chain->at, bounces);
+        std::vector<impact> impacts = follow(map, bounces);
+        if (!impacts.empty()) chain->at = impacts.back().at;
         if (static_cast<std::int64_t>(impacts.size()) < bounces) {
             ended_early = units = 1;
             chain->ended = true;

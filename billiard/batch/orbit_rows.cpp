@@ -9,6 +9,17 @@
 
 namespace batch {
 
+impact impact_of(const TBilliardMap& map) {
+    const ray::departure& known = map.lastDeparture();
+    if (known.leads_to(map.phi, map.alpha)) {
+        return {{map.phi, map.alpha}, known.r * known.cosine, known.r * known.sine};
+    }
+    double sine, cosine, r, dr;
+    kit::sincos(map.phi, sine, cosine);
+    map.F->value_and_slope(map.phi, sine, cosine, r, dr);
+    return {{map.phi, map.alpha}, r * cosine, r * sine};
+}
+
 orbit_rows::orbit_rows(TBilliardMap& map, std::int64_t orbit, std::string& text)
     : map(map),
       text(text),
@@ -16,30 +27,24 @@ orbit_rows::orbit_rows(TBilliardMap& map, std::int64_t orbit, std::string& text)
     *after_orbit++ = ',';
 }
 
-void orbit_rows::add_start(const start& from) {
-    place = plane_point_of(from.phi);
-    append(0, from, 0);
+void orbit_rows::add_start(const start& from, const impact& here) {
+    place = here;
+    append(0, from.S, from.P, here, 0);
 }
 
-void orbit_rows::add(std::int64_t bounce, const phase_point& at) {
-    start of_section{0, 0, at.phi, at.alpha};
-    map.setPhiAlpha(at.phi, at.alpha);
-    map.getPoint(of_section.S, of_section.P);
-    const plane_point before = place;
-    place = plane_point_of(at.phi);
-    append(bounce, of_section, std::hypot(place.x - before.x, place.y - before.y));
+void orbit_rows::add(std::int64_t bounce, const impact& here) {
+    double S, P;
+    map.setPhiAlpha(here.at.phi, here.at.alpha);
+    map.getPoint(S, P);
+    const double dx = here.x - place.x, dy = here.y - place.y;
+    place = here;
+    append(bounce, S, P, here, std::sqrt(dx * dx + dy * dy));
 }
 
-orbit_rows::plane_point orbit_rows::plane_point_of(double phi) const {
-    double sine, cosine, r, dr;
-    kit::sincos(phi, sine, cosine);
-    map.F->value_and_slope(phi, sine, cosine, r, dr);
-    return {r * cosine, r * sine};
-}
-
-void orbit_rows::append(std::int64_t bounce, const start& at, double length) {
+void orbit_rows::append(std::int64_t bounce, double S, double P, const impact& here,
+                        double length) {
     char* end = put_count(after_orbit, bounce);
-    for (const double x : {at.S, at.P, at.phi, at.alpha, place.x, place.y, length}) {
+    for (const double x : {S, P, here.at.phi, here.at.alpha, here.x, here.y, length}) {
         *end++ = ',';
         end = put_real(end, x);
     }
