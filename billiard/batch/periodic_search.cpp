@@ -61,7 +61,7 @@ public:
         if (!(from.alpha > 0 && from.alpha < pi)) return {};
         monitor.bounces.fetch_add(order, std::memory_order_relaxed);
         map.forgetDeparture(); // what is found must not depend on what was tried before
-        passage way;
+        passage way{};
         try {
             phase_point at = from;
             way.from = mirror_at(*map.F, at.phi, at.alpha);
