@@ -45,7 +45,7 @@ private:
     TBilliardMap& map;
     std::string& text;
     impact place{}; ///< the last one
-    char row[longest_row];
+    char row[longest_row]{};
     char* after_orbit; ///< in `row`, where the bounce begins
 };
 

@@ -6,6 +6,7 @@
 
 #include <array>
 #include <climits>
+#include <tuple>
 
 using namespace window_test;
 
@@ -32,12 +33,11 @@ TEST(color_manager, DrawsWithAUsableSize) {
         plot.font_size = size;
         EXPECT_EQ(plot.text_size(), used);
     }
-    const struct {
-        int size;
-        FXuint dots;
-        int used;
-    } finer[] = {{12, 50, 12}, {12, 96, 12}, {12, 192, 23}, {12, 0, 12}, {60, 4294967291, 256}};
-    for (const auto& [size, dots, used] : finer) {
+    for (const auto& [size, dots, used] : {std::tuple{12, 50U, 12},
+                                           {12, 96U, 12},
+                                           {12, 192U, 23},
+                                           {12, 0U, 12},
+                                           {60, 4294967291U, 256}}) {
         plot.font_size = size;
         const resolution display(dots);
         EXPECT_EQ(plot.text_size(), used) << dots;
