@@ -11,6 +11,7 @@
 
 #include <CLI/CLI.hpp>
 
+#include <algorithm>
 #include <map>
 
 namespace batch {
@@ -28,11 +29,10 @@ std::vector<std::string_view> names_of_options(std::string_view verb) {
 [[noreturn]] void refuse_option(std::string_view word, const std::string& verb) {
     const std::string name(word.substr(0, word.find('=')));
     const std::string help = "; see billiard-batch " + verb + " --help";
-    for (const option_entry& option : options()) {
-        if (name == option.name) {
-            throw usage_error(name + " is an option of " + option.verbs + ", not of " + verb);
-        }
-    }
+    const auto known = std::find_if(options().begin(), options().end(),
+                                    [&](const auto& option) { return name == option.name; });
+    if (known != options().end())
+        throw usage_error(name + " is an option of " + known->verbs + ", not of " + verb);
     const std::string_view near = nearest_name(name, names_of_options(verb));
     throw usage_error(verb + " has no option " + in_quotes(name) +
                       (near.empty() ? help : "; did you mean " + std::string(near) + "?"));
