@@ -2,7 +2,7 @@
 // Tests of the buffered canvas: how keys arrive. What it shows, the journeys see.
 #include "libfoxaux/fox-utils/FBufferedWindow.h"
 
-#include "tests/libfoxaux/window_fixture.h"
+#include "tests/libfoxaux/events.h"
 
 using namespace window_test;
 

@@ -5,7 +5,8 @@
 
 #include "mathkit/TError.h"
 #include "mathkit/getMicroTime.h"
-#include "tests/libfoxaux/window_fixture.h"
+#include "tests/libfoxaux/events.h"
+#include "tests/libfoxaux/pixels.h"
 
 #include <cmath>
 #include <limits>
@@ -69,11 +70,6 @@ private:
 // 101 pixels a side: the world point (0.3, 0.4) is the pixel (30, 60).
 struct toy : shown<toy_map> {
     toy() : shown(101, 101) {}
-
-    void click(int x, int y) {
-        send_mouse(canvas, SEL_LEFTBUTTONPRESS, x, y);
-        send_mouse(canvas, SEL_LEFTBUTTONRELEASE, x, y);
-    }
 };
 
 TEST(FPoincareWin, AnOrbitDrawsWhatLiesInThePlotAndNothingElse) {
@@ -98,15 +94,15 @@ TEST(FPoincareWin, AnOrbitDrawsWhatLiesInThePlotAndNothingElse) {
 
 TEST(FPoincareWin, UndoBringsNothingBackThatWasWiped) {
     toy window;
-    window.click(40, 40);
-    window.click(50, 50); // undo would leave the point before this start
+    click(window.canvas, 40, 40);
+    click(window.canvas, 50, 50); // undo would leave the point before this start
     type_keys(window.canvas, "du");
     EXPECT_EQ(pixels(window->image).count(black), 0);
 }
 
 TEST(FPoincareWin, TheColoursCycleAndThePictureStays) {
     toy window;
-    window.click(40, 40);
+    click(window.canvas, 40, 40);
     // black, white, gray, red (the lowest byte), green; ..., brown, the last; black again
     const std::map<int, FXColor> known{{1, black},      {3, 0xff808080},  {4, red},
                                        {5, 0xff008000}, {27, 0xff2a2aa5}, {28, black}};

@@ -2,7 +2,7 @@
 // Tests of the entry fields: histories, what a target hears while a person types, the menu.
 #include "libfoxaux/fox-utils/FXTextFieldPopup.h"
 
-#include "tests/libfoxaux/window_fixture.h"
+#include "tests/libfoxaux/dialogs.h"
 
 using namespace window_test;
 

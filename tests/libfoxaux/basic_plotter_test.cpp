@@ -2,7 +2,8 @@
 // Tests of the plotter: the frame, every key of the view, the mouse, the position bar and dialog.
 #include "libfoxaux/fox-utils/basic_plotter.h"
 
-#include "tests/libfoxaux/window_fixture.h"
+#include "tests/libfoxaux/dialogs.h"
+#include "tests/libfoxaux/pixels.h"
 
 #include <array>
 #include <climits>
@@ -49,7 +50,7 @@ void expect_view(plot& canvas, const TRect& wanted, const std::string& what) {
         EXPECT_NEAR(corners_of(canvas.view())[i], corners_of(wanted)[i], 1e-12) << what;
 }
 
-TEST(basic_plotter, EveryKeyOfTheView) {
+TEST(BasicPlotter, EveryKeyOfTheView) {
     const TRect start(2, 10, 12, 30); // ten wide, twenty high, centre (7, 20)
     const struct {
         std::vector<int> keys;
@@ -93,7 +94,7 @@ TEST(basic_plotter, EveryKeyOfTheView) {
     }
 }
 
-TEST(basic_plotter, TheMouseMachine) {
+TEST(BasicPlotter, TheMouseMachine) {
     // + arms, e is Esc, l and r press a button, L and R release it, m moves, d is a dialog that
     // takes the release for itself; below, the modes after.
     const struct {
@@ -141,7 +142,7 @@ void drag_band(plot& canvas, int ax, int ay, int ex, int ey) {
     send_mouse(&canvas, SEL_LEFTBUTTONRELEASE, ex, ey);
 }
 
-TEST(basic_plotter, ABandLeavesNoTrace) {
+TEST(BasicPlotter, ABandLeavesNoTrace) {
     shown<plot> canvas(400, 300);
     const pixels before(canvas->image);
     for (const auto& [x, y] : {std::pair{100, 100}, {180, 100}, {100, 160}}) { // without area
@@ -163,7 +164,7 @@ TEST(basic_plotter, ABandLeavesNoTrace) {
     EXPECT_TRUE(screen_of(canvas.canvas) == before);
 }
 
-TEST(basic_plotter, APointerOutsideTheWindowCountsAsOnItsEdge) {
+TEST(BasicPlotter, APointerOutsideTheWindowCountsAsOnItsEdge) {
     shown<plot> canvas(400, 300);
     drag_band(*canvas, 200, 100, -1, -32768); // -1 is also the mark of a band not drawn yet
     EXPECT_TRUE(canvas->mode == 0 && canvas->renders == 2);
@@ -172,7 +173,7 @@ TEST(basic_plotter, APointerOutsideTheWindowCountsAsOnItsEdge) {
     EXPECT_TRUE(canvas->end_x == 399 && canvas->end_y == 299);
 }
 
-TEST(basic_plotter, ThePositionBarKeepsAwayFromThePointer) {
+TEST(BasicPlotter, ThePositionBarKeepsAwayFromThePointer) {
     shown<plot> canvas(400, 301);
     const pixels before(canvas->image);
     for (const auto& [y, bar_y] : {std::pair{10, 265}, {150, 265}, {151, 0}, {290, 0}}) {
@@ -194,7 +195,7 @@ TEST(basic_plotter, ThePositionBarKeepsAwayFromThePointer) {
     EXPECT_EQ(std::wstring(text), L" 0.5013550136                 1");
 }
 
-TEST(basic_plotter, LimitRectKeepsTheSizeWhereItFits) {
+TEST(BasicPlotter, LimitRectKeepsTheSizeWhereItFits) {
     const TRect limit(0, -1, 1, 1);
     const std::pair<TRect, corners> cases[] = {
         {{0.2, -0.5, 0.4, 0.5}, {0.2, -0.5, 0.4, 0.5}},
@@ -210,7 +211,7 @@ TEST(basic_plotter, LimitRectKeepsTheSizeWhereItFits) {
     }
 }
 
-TEST(basic_plotter, DeepZoomEndsWhereZoomingOutStillWorks) {
+TEST(BasicPlotter, DeepZoomEndsWhereZoomingOutStillWorks) {
     shown<plot> canvas(120, 90);
     canvas->limited = true;
     for (const auto& [x, y] : {std::pair{0.5, 0.0}, {0.3, 0.7}, {1e-9, -0.999999}}) {
@@ -238,7 +239,7 @@ TEST(basic_plotter, DeepZoomEndsWhereZoomingOutStillWorks) {
     EXPECT_EQ(canvas->renders, renders);
 }
 
-TEST(basic_plotter, AnIsometricViewThatIsRefusedKeepsTheScale) {
+TEST(BasicPlotter, AnIsometricViewThatIsRefusedKeepsTheScale) {
     shown<plot> canvas(400, 300);
     canvas->view().set(-1, -9e298, 1, 9e298); // as wide as this is high, it would be too wide
     canvas->redraw();
@@ -267,7 +268,7 @@ void enter_range(plot& canvas, int page, const range& texts, bool refused = fals
     EXPECT_EQ(canvas.renders, refused ? renders : renders + 1) << texts[0];
 }
 
-TEST(basic_plotter, TheRangeIsTypedByCornersOrByCenterAndSize) {
+TEST(BasicPlotter, TheRangeIsTypedByCornersOrByCenterAndSize) {
     const TRect start(0.25, -0.5, 0.5, 0.5);
     const struct {
         int page;
@@ -294,7 +295,7 @@ TEST(basic_plotter, TheRangeIsTypedByCornersOrByCenterAndSize) {
 }
 
 // So far out the doubles are further apart than the limit is wide.
-TEST(basic_plotter, ATypedRangeFarOutsideTheLimitLeavesAViewThatMoves) {
+TEST(BasicPlotter, ATypedRangeFarOutsideTheLimitLeavesAViewThatMoves) {
     shown<plot> canvas(400, 300);
     canvas->limited = true;
     for (const auto& [low, high] :
@@ -307,7 +308,7 @@ TEST(basic_plotter, ATypedRangeFarOutsideTheLimitLeavesAViewThatMoves) {
     }
 }
 
-TEST(basic_plotter, TheRangeDialogShowsTheViewAndOffersTheHistory) {
+TEST(BasicPlotter, TheRangeDialogShowsTheViewAndOffersTheHistory) {
     shown<plot> canvas(400, 300);
     enter_range(*canvas, 0, {"0.125", "-0.25", "0.5", "1"});
     const TRect view(0.25, -0.5, 0.5, 1.0 / 3);
@@ -324,7 +325,7 @@ TEST(basic_plotter, TheRangeDialogShowsTheViewAndOffersTheHistory) {
     expect_view(*canvas, view, "cancelled");
 }
 
-TEST(basic_plotter, WindowsAndFontsOfAnySizeLive) {
+TEST(BasicPlotter, WindowsAndFontsOfAnySizeLive) {
     shown<plot> canvas(400, 300);
     for (const auto& [w, h] :
          {std::pair{1, 1}, {5, 3}, {31, 31}, {29, 300}, {400, 12}, {400, 300}}) {

@@ -2,7 +2,8 @@
 // Tests of the plot colours: defaults, both dialogs. That of all plots: font_dialogs_test.cpp.
 #include "libfoxaux/fox-utils/color_manager.h"
 
-#include "tests/libfoxaux/window_fixture.h"
+#include "tests/libfoxaux/dialogs.h"
+#include "tests/libfoxaux/pixels.h"
 
 #include <array>
 #include <climits>
@@ -26,7 +27,7 @@ struct palette : color_manager {
 using colors = std::array<FXColor, 3>;
 constexpr colors defaults{black, white, 0xff808080};
 
-TEST(color_manager, DrawsWithAUsableSize) {
+TEST(ColorManager, DrawsWithAUsableSize) {
     palette plot;
     for (const auto& [size, used] :
          {std::pair{12, 12}, {1, 1}, {0, 1}, {-5, 1}, {INT_MIN, 1}, {1000000000, 256}}) {
@@ -59,7 +60,7 @@ void change_colors(palette& plot, const char* size, bool accept) {
                  }});
 }
 
-TEST(color_manager, ChangeColorsTakesEffectOnAcceptOnly) {
+TEST(ColorManager, ChangeColorsTakesEffectOnAcceptOnly) {
     palette plot;
     change_colors(plot, "30", false);
     EXPECT_EQ(plot.all(), defaults);
@@ -71,7 +72,7 @@ TEST(color_manager, ChangeColorsTakesEffectOnAcceptOnly) {
     EXPECT_TRUE(plot.redraws == 1 && plot.changes == 1);
 }
 
-TEST(color_manager, TheForegroundDialogLeavesThePictureAlone) {
+TEST(ColorManager, TheForegroundDialogLeavesThePictureAlone) {
     palette plot;
     for (const bool accept : {false, true}) {
         with_dialogs([&] { plot.foreground_dialog(); }, {[&](FXTopWindow* dialog) {

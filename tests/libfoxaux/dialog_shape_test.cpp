@@ -3,15 +3,15 @@
 #include "libfoxaux/fox-utils/dialog_shape.h"
 
 #include "libfoxaux/fox-utils/page_book.h"
-#include "tests/libfoxaux/window_fixture.h"
+#include "tests/libfoxaux/dialogs.h"
 
 using namespace window_test;
 
 namespace {
 
 // An owner on the screen, and a dialog of two rows over it.
-struct dialog_shape_test : ::testing::Test {
-    dialog_shape_test() : shell(&app(), "owner", nullptr, nullptr, DECOR_ALL, 50, 50, 400, 300) {
+struct DialogShape : ::testing::Test {
+    DialogShape() : shell(&app(), "owner", nullptr, nullptr, DECOR_ALL, 50, 50, 400, 300) {
         shell.create();
         shell.show();
         pump();
@@ -39,7 +39,7 @@ struct dialog_shape_test : ::testing::Test {
     FXint n = 3;
 };
 
-TEST_F(dialog_shape_test, AValueCanBeTypedAtOnce) {
+TEST_F(DialogShape, AValueCanBeTypedAtOnce) {
     EXPECT_TRUE(run({[&](FXTopWindow* dialog) {
         const auto fields = all_of<FXTextField>(dialog);
         EXPECT_EQ(focus_of(dialog), fields.at(0));
@@ -52,13 +52,16 @@ TEST_F(dialog_shape_test, AValueCanBeTypedAtOnce) {
         EXPECT_TRUE(dialog->shown());
         send_key(dialog, KEY_Tab);
         EXPECT_EQ(dynamic_cast<FXButton*>(focus_of(dialog))->getText(), "Accept");
-        strike_key(dialog, KEY_space);
+        FXEvent space{};
+        space.code = KEY_space;
+        for (const FXuint type : {SEL_KEYPRESS, SEL_KEYRELEASE}) // it acts when let go
+            send(dialog, type, space);
     }}));
     EXPECT_EQ(c, 7);
     EXPECT_EQ(n, 4);
 }
 
-TEST_F(dialog_shape_test, TheTextStaysSelectedWhenTheHistoryIsOnlyOffered) {
+TEST_F(DialogShape, TheTextStaysSelectedWhenTheHistoryIsOnlyOffered) {
     for (const char* text : {"2.5", "0.25"}) {
         c = std::stod(text);
         const auto accept_selected = [&](FXTopWindow* dialog) {
@@ -71,7 +74,7 @@ TEST_F(dialog_shape_test, TheTextStaysSelectedWhenTheHistoryIsOnlyOffered) {
 }
 
 // What is typed is accepted once it is a number. A text that is none stays, whatever it counts as.
-TEST_F(dialog_shape_test, ATextThatIsNoNumberIsToldAndSelected) {
+TEST_F(DialogShape, ATextThatIsNoNumberIsToldAndSelected) {
     const char* const real = "c: a number is meant, with a decimal point, as in 0.5.\n";
     const char* const whole = "n: a whole number is meant";
     const struct {
@@ -135,7 +138,7 @@ struct paged_dialog : dialog_shape {
     page_book* book;
 };
 
-TEST_F(dialog_shape_test, TheFirstFieldIsThatOfThePageInFront) {
+TEST_F(DialogShape, TheFirstFieldIsThatOfThePageInFront) {
     for (const int page : {0, 1}) {
         paged_dialog dialog(&shell, page);
         with_dialogs([&] { EXPECT_FALSE(dialog.run()); }, {[&](FXTopWindow* top) {
@@ -153,7 +156,7 @@ TEST_F(dialog_shape_test, TheFirstFieldIsThatOfThePageInFront) {
     }
 }
 
-TEST_F(dialog_shape_test, OnlyThePageInFrontMustHoldNumbers) {
+TEST_F(DialogShape, OnlyThePageInFrontMustHoldNumbers) {
     paged_dialog dialog(&shell, 0);
     const auto accept_after_bad_text = [&](std::size_t field) {
         return [&dialog, field](FXTopWindow* top) {
@@ -172,7 +175,7 @@ TEST_F(dialog_shape_test, OnlyThePageInFrontMustHoldNumbers) {
 }
 
 // The Tab key goes round and round, and back by Shift; only a tab that is clicked turns the page.
-TEST_F(dialog_shape_test, TheTabKeyStaysOnThePageThatIsOpen) {
+TEST_F(DialogShape, TheTabKeyStaysOnThePageThatIsOpen) {
     for (const int page : {0, 1}) {
         paged_dialog dialog(&shell, page);
         with_dialogs(

@@ -3,7 +3,7 @@
 #include "libfoxaux/fox-utils/display_text.h"
 
 #include "mathkit/TError.h"
-#include "tests/libfoxaux/dialog_helpers.h"
+#include "tests/libfoxaux/services.h"
 
 #include <sys/stat.h>
 

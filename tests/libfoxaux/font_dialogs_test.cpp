@@ -7,7 +7,7 @@
 #include "libfoxaux/fox-utils/FBufferedWindow.h"
 #include "libfoxaux/fox-utils/FBufferedWindow_fonts.h"
 #include "libfoxaux/fox-utils/color_manager.h"
-#include "tests/libfoxaux/dialog_helpers.h"
+#include "tests/libfoxaux/services.h"
 
 using namespace window_test;
 
@@ -28,7 +28,7 @@ public:
 struct font_widgets {
     explicit font_widgets(FXTopWindow* dialog) : dialog(dialog) {
         EXPECT_STREQ(dialog->getTitle().text(), "Select Font");
-        update_widgets(dialog);
+        app().forceRefresh();
     }
     FXTextField* field(std::size_t i) const { return all_of<FXTextField>(dialog).at(i); }
 
@@ -44,7 +44,7 @@ struct font_widgets {
 struct global_widgets {
     explicit global_widgets(FXTopWindow* dialog) : dialog(dialog) {
         EXPECT_STREQ(dialog->getTitle().text(), "Select Global Fonts");
-        update_widgets(dialog);
+        app().forceRefresh();
     }
     bool are_24_points() const {
         return texts_of<FXTextField>(dialog).at(0).find("240") != std::string::npos;
@@ -92,7 +92,7 @@ void browse(FXTopWindow* dialog, std::size_t number) {
     for (FXButton* button : all_of<FXButton>(dialog))
         if (button->getText() == "...") found.push_back(button);
     press(found.at(number));
-    update_widgets(dialog);
+    app().forceRefresh();
 }
 
 // A script for the toolkit's font dialog: the same font, of 24 points.

@@ -4,7 +4,7 @@
 
 #include "libfoxaux/font/fox_hfont.h"
 #include "tests/ink_box.h"
-#include "tests/libfoxaux/window_fixture.h"
+#include "tests/libfoxaux/pixels.h"
 
 #include <memory>
 
@@ -88,7 +88,7 @@ std::vector<ink_box> texts_below(const canvas& c) {
 
 } // namespace
 
-TEST(fox_axis, end_labels_and_title_share_one_line_below) {
+TEST(FoxAxis, EndLabelsAndTitleShareOneLineBelow) {
     canvas c;
     xaxis1b axis;
     EXPECT_EQ(axis.thickness(), 5 + 8 + 12);
@@ -110,7 +110,7 @@ TEST(fox_axis, end_labels_and_title_share_one_line_below) {
 }
 
 // The vertical layout is the horizontal one, turned; the low end is at the bottom.
-TEST(fox_axis, the_vertical_axis_is_the_horizontal_one_turned) {
+TEST(FoxAxis, TheVerticalAxisIsTheHorizontalOneTurned) {
     canvas flat;
     canvas upright;
     xaxis1b x;
@@ -140,7 +140,7 @@ TEST(fox_axis, the_vertical_axis_is_the_horizontal_one_turned) {
     }
 }
 
-TEST(fox_axis, labels_need_two_ticks_and_enough_texts) {
+TEST(FoxAxis, LabelsNeedTwoTicksAndEnoughTexts) {
     const struct {
         std::vector<int> ticks;
         std::vector<const wchar_t*> labels;
@@ -165,7 +165,7 @@ TEST(fox_axis, labels_need_two_ticks_and_enough_texts) {
     }
 }
 
-TEST(fox_axis, layouts_that_stand_in_no_window_of_this_program) {
+TEST(FoxAxis, LayoutsThatStandInNoWindowOfThisProgram) {
     canvas c;
     xaxis2a every_tick;
     c.draw(every_tick, {60, 150, 240}, {L"1", L"22", L"3"}, L"S");

@@ -13,7 +13,7 @@ struct counting_handle : functor1<int, int>::handle {
     int& alive;
 };
 
-TEST(functor, TheTargetGoesWithItsLastOwner) {
+TEST(Functor, TheTargetGoesWithItsLastOwner) {
     int alive = 0;
     {
         functor1<int, int> survivor;

@@ -2,7 +2,7 @@
 // Tests of the repeated callback: its timer and its end. The chore: FPoincareWin_test.cpp.
 #include "libfoxaux/fox-utils/fx_idle_wrapper.h"
 
-#include "tests/libfoxaux/window_fixture.h"
+#include "tests/libfoxaux/application.h"
 
 #include <climits>
 #include <memory>
@@ -23,7 +23,7 @@ struct worker {
     int calls = 0, stop_at = -1;
 };
 
-TEST(fx_idle_wrapper, ATimerFiresOnceOrAgainAndAgain) {
+TEST(IdleWrapper, ATimerFiresOnceOrAgainAndAgain) {
     worker once, again;
     once.wrapper.start_timeout(-3, true);
     once.wrapper.start(); // the first start decides
@@ -40,7 +40,7 @@ TEST(fx_idle_wrapper, ATimerFiresOnceOrAgainAndAgain) {
     EXPECT_EQ(again.wrapper.period, INT_MAX);
 }
 
-TEST(fx_idle_wrapper, ItTakesItsTimerAlong) {
+TEST(IdleWrapper, ItTakesItsTimerAlong) {
     auto timer = std::make_unique<worker>();
     timer->wrapper.start_timeout(1, false);
     fx_idle_wrapper* const dead = &timer->wrapper;

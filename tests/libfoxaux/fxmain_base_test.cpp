@@ -5,7 +5,7 @@
 #include "libfoxaux/fox-utils/display_text.h"
 #include "libfoxaux/fox-utils/icons.h"
 #include "mathkit/TError.h"
-#include "tests/libfoxaux/dialog_helpers.h"
+#include "tests/libfoxaux/services.h"
 
 #include <zlib.h>
 

@@ -6,7 +6,7 @@
 
 namespace {
 
-TEST(history_manager, ListsAreApartUnlessEveryArgumentIsTheSame) {
+TEST(HistoryManager, ListsAreApartUnlessEveryArgumentIsTheSame) {
     history_manager& store = *history_manager::instance();
     int window = 0, other_window = 0;
     history_manager::history* const lists[] = {

@@ -2,7 +2,7 @@
 // Tests of what any text becomes before it stands in a label or a box.
 #include "libfoxaux/fox-utils/label_text.h"
 
-#include "tests/libfoxaux/window_fixture.h"
+#include "tests/libfoxaux/application.h"
 
 #include <cstring>
 

@@ -5,7 +5,8 @@
 #include "libfoxaux/fox-utils/display_text.h"
 #include "libfoxaux/fox-utils/history_manager.h"
 #include "mathkit/TError.h"
-#include "tests/libfoxaux/dialog_helpers.h"
+#include "tests/libfoxaux/pixels.h"
+#include "tests/libfoxaux/services.h"
 
 #include <sys/stat.h>
 
@@ -34,6 +35,14 @@ public:
         dc.drawPoint(w - 1, h - 1);
     }
 };
+
+// A word for the shell.
+std::string quoted(const std::string& text) {
+    std::string result = "'";
+    for (const char c : text)
+        result += c == '\'' ? std::string("'\\''") : std::string(1, c);
+    return result + "'";
+}
 
 // Size and pixels of a picture file as another program reads them.
 std::string bytes_of_file(const std::string& path, int w, int h) {

@@ -6,7 +6,7 @@
 #include "libfoxaux/font/fox_ttf_font.h"
 #include "tests/data_tables.h"
 #include "tests/ink_box.h"
-#include "tests/libfoxaux/window_fixture.h"
+#include "tests/libfoxaux/pixels.h"
 
 #include <cmath>
 #include <memory>
@@ -98,7 +98,7 @@ std::vector<back_end> back_ends() {
 } // namespace
 
 // Each back-end puts the text where the rules tell, upright as flat, and touches nothing else.
-TEST(plot_font, all_back_ends_put_text_at_the_same_place) {
+TEST(PlotFont, AllBackEndsPutTextAtTheSamePlace) {
     for (const back_end& b : back_ends()) {
         for (const int size : {9, 12, 16, 24, 40}) {
             for (const unsigned across : {0u, 4u, 8u}) {
@@ -131,7 +131,7 @@ TEST(plot_font, all_back_ends_put_text_at_the_same_place) {
     }
 }
 
-TEST(plot_font, at_and_beyond_the_edges_only_the_visible_part_is_drawn) {
+TEST(PlotFont, AtAndBeyondTheEdgesOnlyTheVisiblePartIsDrawn) {
     for (const back_end& b : back_ends()) {
         for (const double rot : {0.0, quarter}) {
             SCOPED_TRACE(testing::Message() << b.name << " " << rot);
@@ -160,7 +160,7 @@ TEST(plot_font, at_and_beyond_the_edges_only_the_visible_part_is_drawn) {
 }
 
 // Coverage 255 gives exactly the ink, 0 the background, and between them each channel is mixed.
-TEST(fox_ttf_font, mixes_ink_into_the_picture_by_coverage) {
+TEST(FoxTtfFont, MixesInkIntoThePictureByCoverage) {
     fox_ttf_font font(font_path.c_str());
     sheet s;
     s.draw(font, L"H", 30);
@@ -181,7 +181,7 @@ TEST(fox_ttf_font, mixes_ink_into_the_picture_by_coverage) {
     EXPECT_GT(s.changed - full, 20);
 }
 
-TEST(fox_ttf_font, draws_on_a_window_that_is_hidden_or_hangs_off_the_screen) {
+TEST(FoxTtfFont, DrawsOnAWindowThatIsHiddenOrHangsOffTheScreen) {
     fox_ttf_font font(font_path.c_str());
     FXMainWindow shell(&app(), "test", nullptr, nullptr, DECOR_NONE, -20, -10, 100, 60);
     shell.create();
@@ -196,7 +196,7 @@ TEST(fox_ttf_font, draws_on_a_window_that_is_hidden_or_hangs_off_the_screen) {
     }
 }
 
-TEST(fox_font, has_the_points_of_the_others_at_any_resolution) {
+TEST(FoxFont, HasThePointsOfTheOthersAtAnyResolution) {
     for (const FXuint dots : {50U, 96U, 192U, 300U}) {
         const resolution display(dots);
         fox_font font;
@@ -207,7 +207,7 @@ TEST(fox_font, has_the_points_of_the_others_at_any_resolution) {
     }
 }
 
-TEST(fox_font, keeps_twenty_fonts_and_evicts_the_oldest_made) {
+TEST(FoxFont, KeepsTwentyFontsAndEvictsTheOldestMade) {
     fox_font font;
     const auto made_by = [&font](double size) {
         const std::list<kit::string> before = font.allocated;
@@ -225,7 +225,7 @@ TEST(fox_font, keeps_twenty_fonts_and_evicts_the_oldest_made) {
     EXPECT_EQ(font.font_map.size(), 20U);
 }
 
-TEST(fox_font, takes_a_description_or_keeps_its_font) {
+TEST(FoxFont, TakesADescriptionOrKeepsItsFont) {
     fox_font font;
     FXFontDesc wanted = font.desc;
     wanted.size = 155;

@@ -1,6 +1,6 @@
 // SPDX-License-Identifier: MIT
 // Runs every window test of a process on one application.
-#include "tests/libfoxaux/window_fixture.h"
+#include "tests/libfoxaux/application.h"
 
 int main(int argc, char** argv) {
     ::testing::InitGoogleTest(&argc, argv);

@@ -11,7 +11,7 @@ using namespace window_test;
 
 namespace {
 
-class FMain_dialogs_test : public ::testing::Test {
+class FMainDialogs : public ::testing::Test {
 protected:
     // The histories outlive a dialog; a test must not see those of another.
     void SetUp() override {
@@ -85,7 +85,7 @@ void expect_inside(FXWindow* top, FXWindow* part) {
 
 } // namespace
 
-TEST_F(FMain_dialogs_test, untouched_dialogs_give_the_curves_of_their_defaults) {
+TEST_F(FMainDialogs, UntouchedDialogsGiveTheCurvesOfTheirDefaults) {
     const struct {
         FXuint id;
         const char *heading, *curve;
@@ -115,7 +115,7 @@ TEST_F(FMain_dialogs_test, untouched_dialogs_give_the_curves_of_their_defaults) 
     }
 }
 
-TEST_F(FMain_dialogs_test, a_large_font_pushes_nothing_out_of_the_dialogs) {
+TEST_F(FMainDialogs, ALargeFontPushesNothingOutOfTheDialogs) {
     FXFont* usual = app().getNormalFont();
     FXFont large(&app(), "sans", 18);
     large.create();
@@ -130,7 +130,7 @@ TEST_F(FMain_dialogs_test, a_large_font_pushes_nothing_out_of_the_dialogs) {
     app().setNormalFont(usual);
 }
 
-TEST_F(FMain_dialogs_test, refused_values_change_nothing_and_are_remembered) {
+TEST_F(FMainDialogs, RefusedValuesChangeNothingAndAreRemembered) {
     const struct {
         FXuint id;
         int line;
@@ -157,7 +157,7 @@ TEST_F(FMain_dialogs_test, refused_values_change_nothing_and_are_remembered) {
     }
 }
 
-TEST_F(FMain_dialogs_test, any_number_ends_in_a_curve_or_a_box_and_the_program_goes_on) {
+TEST_F(FMainDialogs, AnyNumberEndsInACurveOrABoxAndTheProgramGoesOn) {
     const struct {
         const char *real, *whole;
     } numbers[] = {{"nan", "0"},         {"-inf", "-0"},   {"1e999", "2147483647"},
@@ -183,7 +183,7 @@ TEST_F(FMain_dialogs_test, any_number_ends_in_a_curve_or_a_box_and_the_program_g
     }
 }
 
-TEST_F(FMain_dialogs_test, position_tabs_show_the_orbit_in_their_units) {
+TEST_F(FMainDialogs, PositionTabsShowTheOrbitInTheirUnits) {
     map().setPhiAlpha(std::numbers::pi / 4, std::numbers::pi / 3);
     choose(FMain::ID_SHOW_POSITION, {[](FXTopWindow* dialog) {
                EXPECT_STREQ(dialog->getTitle().text(), "Current Position");
@@ -200,7 +200,7 @@ TEST_F(FMain_dialogs_test, position_tabs_show_the_orbit_in_their_units) {
            }});
 }
 
-TEST_F(FMain_dialogs_test, accepted_positions_start_a_new_orbit) {
+TEST_F(FMainDialogs, AcceptedPositionsStartANewOrbit) {
     section().foreground = red;
     const auto expect_start = [](double S, double P) {
         EXPECT_NEAR(point().first, S, 1e-9);
@@ -240,7 +240,7 @@ TEST_F(FMain_dialogs_test, accepted_positions_start_a_new_orbit) {
     EXPECT_EQ(plane().segment_state, 1);
 }
 
-TEST_F(FMain_dialogs_test, refused_positions_plot_the_old_point_again) {
+TEST_F(FMainDialogs, RefusedPositionsPlotTheOldPointAgain) {
     section().foreground = red;
     for (const char* S : {"0", "1", "-3", "nan", "inf", "1e999"}) {
         SCOPED_TRACE(S);
@@ -252,7 +252,7 @@ TEST_F(FMain_dialogs_test, refused_positions_plot_the_old_point_again) {
     }
 }
 
-TEST_F(FMain_dialogs_test, angles_that_are_no_directions_fail_in_the_bounce) {
+TEST_F(FMainDialogs, AnglesThatAreNoDirectionsFailInTheBounce) {
     for (const bool path_shown : {false, true}) {
         for (const char* angle : {"nan", "inf", "-inf", "1e999", "1e300"}) {
             SCOPED_TRACE(angle);
@@ -266,7 +266,7 @@ TEST_F(FMain_dialogs_test, angles_that_are_no_directions_fail_in_the_bounce) {
     }
 }
 
-TEST_F(FMain_dialogs_test, long_texts_of_curves_are_whole_or_shortened_in_the_position_dialog) {
+TEST_F(FMainDialogs, LongTextsOfCurvesAreWholeOrShortenedInThePositionDialog) {
     const std::string formula = "5+sin(t)+0." + std::string(300, '0');
     const struct {
         FXuint id;

@@ -1,14 +1,14 @@
 // SPDX-License-Identifier: MIT
 // The main window's panel and commands, and what a change of curve keeps.
 #include "tests/billiard/fox/main_window.h"
-#include "tests/libfoxaux/dialog_helpers.h"
+#include "tests/libfoxaux/services.h"
 
 using namespace window_test;
 
-using FMain_test = started;
+using MainWindow = started;
 using texts = std::vector<std::string>;
 
-TEST_F(FMain_test, panel_and_menu_stand_in_their_order_and_whole) {
+TEST_F(MainWindow, PanelAndMenuStandInTheirOrderAndWhole) {
     texts panel;
     for (const FXLabel* label : all_of<FXLabel>(&window())) {
         panel.emplace_back(label->getText().text());
@@ -23,7 +23,7 @@ TEST_F(FMain_test, panel_and_menu_stand_in_their_order_and_whole) {
                      "User Defined Formula", "Triangle"}));
 }
 
-TEST_F(FMain_test, loop_button_follows_the_loop_and_drives_it) {
+TEST_F(MainWindow, LoopButtonFollowsTheLoopAndDrivesIt) {
     section().start_loop();
     EXPECT_TRUE(window().loop_check->getCheck());
     command(FMain::ID_ZOOM_IN); // arming ends the loop
@@ -38,7 +38,7 @@ TEST_F(FMain_test, loop_button_follows_the_loop_and_drives_it) {
     }
 }
 
-TEST_F(FMain_test, color_well_and_plot_color_follow_each_other) {
+TEST_F(MainWindow, ColorWellAndPlotColorFollowEachOther) {
     const unsigned before = section().cycle_index;
     section().cycle_index = 3;
     type_keys(&section(), "z");
@@ -52,7 +52,7 @@ TEST_F(FMain_test, color_well_and_plot_color_follow_each_other) {
     EXPECT_TRUE(window().color_well->isOpaqueOnly());
 }
 
-TEST_F(FMain_test, every_command_gives_the_focus_to_the_phase_canvas) {
+TEST_F(MainWindow, EveryCommandGivesTheFocusToThePhaseCanvas) {
     for (FXuint id = FMain::ID_SHOW_BILLIARD; id <= FMain::ID_UNDO; ++id) {
         if (id == FMain::ID_SAVE_PICTURE || id == FMain::ID_HELP || id == FMain::ID_ABOUT ||
             id == FMain::ID_SPARE)
@@ -65,8 +65,7 @@ TEST_F(FMain_test, every_command_gives_the_focus_to_the_phase_canvas) {
     for (FXWindow* widget : {static_cast<FXWindow*>(all_of<FXMenuButton>(&window()).at(0)),
                              static_cast<FXWindow*>(window().color_well)}) {
         section().take_focus();
-        send_mouse(widget, SEL_LEFTBUTTONPRESS, 5, 5);
-        send_mouse(widget, SEL_LEFTBUTTONRELEASE, 5, 5);
+        click(widget, 5, 5);
         send_key(widget, KEY_Escape); // out of the menu
         EXPECT_TRUE(section().inFocusChain()) << widget->getClassName();
     }
@@ -77,7 +76,7 @@ TEST_F(FMain_test, every_command_gives_the_focus_to_the_phase_canvas) {
     }
 }
 
-TEST_F(FMain_test, f1_opens_the_manual_in_both_windows) {
+TEST_F(MainWindow, F1OpensTheManualInBothWindows) {
     for (FBufferedWindow* canvas :
          {static_cast<FBufferedWindow*>(&section()), static_cast<FBufferedWindow*>(&plane())}) {
         send_key(canvas->getShell(), KEY_F1);
@@ -88,7 +87,7 @@ TEST_F(FMain_test, f1_opens_the_manual_in_both_windows) {
     }
 }
 
-TEST_F(FMain_test, a_screen_of_800_pixels_shows_the_manual_without_scrolling_sideways) {
+TEST_F(MainWindow, AScreenOf800PixelsShowsTheManualWithoutScrollingSideways) {
     command(FMain::ID_HELP);
     display_text* help = text_windows().at(0);
     help->hide(); // else the window manager has its say in the size
@@ -99,13 +98,13 @@ TEST_F(FMain_test, a_screen_of_800_pixels_shows_the_manual_without_scrolling_sid
     close_by_manager(help);
 }
 
-TEST_F(FMain_test, the_path_begins_anew_when_its_window_is_shown) {
+TEST_F(MainWindow, ThePathBeginsAnewWhenItsWindowIsShown) {
     plane().segment_state = 2;
     command(FMain::ID_SHOW_BILLIARD);
     EXPECT_EQ(plane().segment_state, 0);
 }
 
-TEST_F(FMain_test, a_new_curve_wipes_the_pictures_and_keeps_the_rest) {
+TEST_F(MainWindow, ANewCurveWipesThePicturesAndKeepsTheRest) {
     section().foreground = red;
     section().w2s->set_world(0.25, -0.5, 0.75, 0.5);
     section().redraw();

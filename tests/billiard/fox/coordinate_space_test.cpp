@@ -11,7 +11,7 @@ namespace {
 constexpr double inf = std::numeric_limits<double>::infinity();
 constexpr double nan_value = std::numeric_limits<double>::quiet_NaN();
 
-class coordinate_space_test : public started {
+class CoordinateSpace : public started {
 protected:
     void SetUp() override {
         reset();
@@ -43,7 +43,7 @@ void resize_to(int w, int h) {
 
 } // namespace
 
-TEST_F(coordinate_space_test, a_resize_keeps_the_shape_and_goes_on_with_the_path) {
+TEST_F(CoordinateSpace, AResizeKeepsTheShapeAndGoesOnWithThePath) {
     plane().add_bounce();
     map().iterate();
     plane().add_bounce();
@@ -61,7 +61,7 @@ TEST_F(coordinate_space_test, a_resize_keeps_the_shape_and_goes_on_with_the_path
 }
 
 // What of such a curve is proper still shows, nothing wraps, and the next proper curve is whole.
-TEST_F(coordinate_space_test, curves_with_values_that_are_no_radii_are_drawn_as_far_as_they_go) {
+TEST_F(CoordinateSpace, CurvesWithValuesThatAreNoRadiiAreDrawnAsFarAsTheyGo) {
     struct {
         double value;
         bool rest_shows; // beside the odd values the proper part has a size that can be seen
@@ -88,7 +88,7 @@ TEST_F(coordinate_space_test, curves_with_values_that_are_no_radii_are_drawn_as_
     EXPECT_LT(circle, 1200);
 }
 
-TEST_F(coordinate_space_test, a_path_point_far_off_draws_the_part_inside_the_picture) {
+TEST_F(CoordinateSpace, APathPointFarOffDrawsThePartInsideThePicture) {
     for (const double x : {1e9, -1e18, 1e300, nan_value, inf, -inf}) {
         plane().render();
         plane().segment_state = 2;

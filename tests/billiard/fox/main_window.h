@@ -6,7 +6,8 @@
 #include "billiard/fox/coordinate_space.h"
 #include "billiard/fox/poincare_billiard.h"
 #include "billiard/radius-core/TRadiusFunction.h"
-#include "tests/libfoxaux/window_fixture.h"
+#include "tests/libfoxaux/dialogs.h"
+#include "tests/libfoxaux/pixels.h"
 
 #include <cmath>
 
@@ -64,12 +65,6 @@ inline void reset() {
 inline FXPoint pixel_of(double S, double P) {
     section().w2s->to_screen(S, P);
     return {static_cast<FXshort>(std::rint(S)), static_cast<FXshort>(std::rint(P))};
-}
-
-/// A click of the left button on a pixel of the section.
-inline void click(int x, int y) {
-    send_mouse(&section(), SEL_LEFTBUTTONPRESS, x, y);
-    send_mouse(&section(), SEL_LEFTBUTTONRELEASE, x, y);
 }
 
 /// S and P of the present point.

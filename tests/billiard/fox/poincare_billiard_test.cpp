@@ -11,7 +11,7 @@ namespace {
 
 using pixel_set = std::set<std::pair<int, int>>;
 
-using poincare_billiard_test = started;
+using PoincareBilliard = started;
 
 // A disk whose radius turns into NaN after that many evaluations.
 class failing_curve : public TRadiusFunction {
@@ -53,10 +53,10 @@ pixel_set pixels_of(FXImage* image, FXColor color) {
 
 } // namespace
 
-TEST_F(poincare_billiard_test, clicks_off_the_open_section_change_nothing) {
+TEST_F(PoincareBilliard, ClicksOffTheOpenSectionChangeNothing) {
     const irect area = section().w2s->screen;
     const int middle_x = (area.x1 + area.x2) / 2, middle_y = (area.y1 + area.y2) / 2;
-    click(middle_x, middle_y); // the last start that undo goes back to
+    click(&section(), middle_x, middle_y); // the last start that undo goes back to
     const pixels image(section().image), backup(section().backup), path(plane().image);
     const int state = plane().segment_state;
     const double phi = map().phi;
@@ -67,7 +67,7 @@ TEST_F(poincare_billiard_test, clicks_off_the_open_section_change_nothing) {
                                {middle_x, area.y1},
                                {middle_x, area.y2},
                                {-5, -5}}) {
-        click(x, y);
+        click(&section(), x, y);
         EXPECT_EQ(map().phi, phi) << x << ", " << y;
     }
     EXPECT_EQ(pixels(section().image), image);
@@ -76,7 +76,7 @@ TEST_F(poincare_billiard_test, clicks_off_the_open_section_change_nothing) {
     EXPECT_EQ(plane().segment_state, state);
 }
 
-TEST_F(poincare_billiard_test, a_failed_bounce_ends_the_loop_with_one_box) {
+TEST_F(PoincareBilliard, AFailedBounceEndsTheLoopWithOneBox) {
     for (const bool path_shown : {false, true}) {
         reset();
         section().foreground = red;
@@ -105,7 +105,7 @@ TEST_F(poincare_billiard_test, a_failed_bounce_ends_the_loop_with_one_box) {
     }
 }
 
-TEST_F(poincare_billiard_test, a_circle_about_a_periodic_point_finds_it_and_starts_there) {
+TEST_F(PoincareBilliard, ACircleAboutAPeriodicPointFindsItAndStartsThere) {
     take_curve(new TEllipseFunction(1.0));
     section().foreground = red;
     // The ball that runs to and fro along the long axis, from (0, 1), which is S = 1/4, to (0, -1).
@@ -124,7 +124,7 @@ TEST_F(poincare_billiard_test, a_circle_about_a_periodic_point_finds_it_and_star
     EXPECT_LE(std::hypot((point().first - 0.8204) / 0.005, (point().second - 0.4819) / 0.01), 1);
 }
 
-TEST_F(poincare_billiard_test, a_search_without_a_find_changes_nothing) {
+TEST_F(PoincareBilliard, ASearchWithoutAFindChangesNothing) {
     section().iterate();
     map().setPhiAlpha(7, 2); // as typed angles may be, beyond one turn
     const pixels image(section().image), backup(section().backup);

@@ -1,0 +1,52 @@
+// SPDX-License-Identifier: MIT
+// The pixels of pictures and windows.
+#pragma once
+
+#include "tests/libfoxaux/application.h"
+
+#include <algorithm>
+#include <string>
+#include <vector>
+
+namespace window_test {
+
+constexpr FXColor black = 0xff000000, white = 0xffffffff, red = 0xff0000ff;
+
+/// A picture's pixels as they are now, row by row, in the order of FXColor with the alpha set.
+class pixels {
+public:
+    explicit pixels(FXImage* image) : w(image->getWidth()), h(image->getHeight()) {
+        image->restore();
+        values.assign(image->getData(), image->getData() + static_cast<std::size_t>(w) * h);
+        image->release();
+    }
+
+    FXColor at(int x, int y) const { return values[static_cast<std::size_t>(y) * w + x]; }
+
+    /// Red, green, blue, alpha of each pixel.
+    std::string bytes() const {
+        return {reinterpret_cast<const char*>(values.data()), 4 * values.size()};
+    }
+
+    /// How many pixels have the colour.
+    int count(FXColor color) const {
+        return static_cast<int>(std::count(values.begin(), values.end(), color));
+    }
+
+    bool operator==(const pixels&) const = default;
+
+private:
+    int w, h;
+    std::vector<FXColor> values;
+};
+
+/// The pixels that a window shows now, which must lie on the screen uncovered.
+inline pixels screen_of(FXWindow* window) {
+    app().flush(true);
+    FXImage copy(&app(), nullptr, 0, window->getWidth(), window->getHeight());
+    copy.create();
+    FXDCWindow(&copy).drawArea(window, 0, 0, window->getWidth(), window->getHeight(), 0, 0);
+    return pixels(&copy);
+}
+
+} // namespace window_test
