@@ -8,10 +8,10 @@
 #include <cmath>
 #include <limits>
 
+using periodic::budgeted_map;
 using periodic::effort;
 using periodic::periodic_point;
 using periodic::region;
-using periodic::section;
 
 namespace {
 
@@ -42,7 +42,7 @@ int TIterraMap::getorder(double x, double y, double rx, double ry, int n) {
     const int none = -1;
     const region where{{x, y}, rx, ry};
     if (!is_ellipse(where) || n < 1) return none;
-    section map(*this, periodic::search_budget);
+    budgeted_map map(*this, periodic::search_budget);
     if (!map.accepts(where.centre)) return none;
     const auto found = periodic::point_of_least_order(map, where, n);
     return found && map.leave_at(found->at) ? found->order : none;
@@ -50,7 +50,7 @@ int TIterraMap::getorder(double x, double y, double rx, double ry, int n) {
 
 bool TIterraMap::fixfinder(double& x, double& y, int order, int& iter, TRect& box, double tol) {
     box = infinite_box();
-    section map(*this, periodic::search_budget);
+    budgeted_map map(*this, periodic::search_budget);
     if (order < 1 || !map.affords(order) || !map.accepts({x, y})) return false;
     const auto found = periodic::nearest_point(map, {x, y}, order, effort{iter, tol});
     if (!found || !map.leave_at(found->at)) return false;

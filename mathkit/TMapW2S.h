@@ -38,7 +38,7 @@ public:
     /// screen without extent counts as one pixel wide.
     void set_screen(int x1, int y1, int x2, int y2, bool iso);
 
-    /// Turns a world point into screen units, in place. Any doubles may come out.
+    /// Converts a world point to screen units, in place. Any doubles may come out.
     void to_screen(double& x, double& y) const {
         x = x * ax + bx;
         y = y * ay + by;
@@ -49,7 +49,7 @@ public:
     /// not be finite, the world stays.
     void makeIso();
 
-    /// Turns lengths in pixels into lengths in world units, both positive for positive input.
+    /// Converts lengths in pixels to lengths in world units, both positive for positive input.
     void ratio_stow(double& w, double& h) const;
 
     /// Rounds the ends of a range to short decimals close by, lo < hi kept. Ends that are equal,

@@ -1,5 +1,5 @@
 // SPDX-License-Identifier: MIT
-// The contract of every plot font: text at an anchor, aligned, upright or turned by a quarter.
+// The contract of every plot font: text at an anchor, aligned, level or at an angle.
 #pragma once
 
 /// Draws text on a drawing context that only the back-end knows.

@@ -22,13 +22,13 @@ namespace periodic {
 
 namespace {
 
-bool holds(const section& map, const region& where, point p) {
+bool holds(const budgeted_map& map, const region& where, point p) {
     return where.radii(map.way(where.centre, p)) <= 1 + effort::edge;
 }
 
 // Adds a point, unless it is one of those found from another start: then the one stays that comes
 // back more closely, since a multiple root can be met some way beside itself.
-void add(std::vector<periodic_point>& found, const periodic_point& p, const section& map,
+void add(std::vector<periodic_point>& found, const periodic_point& p, const budgeted_map& map,
          const region& where) {
     for (periodic_point& known : found) {
         if (where.radii(map.way(known.at, p.at)) > effort::together) continue;
@@ -39,8 +39,8 @@ void add(std::vector<periodic_point>& found, const periodic_point& p, const sect
 }
 
 // The points of that order in `where` to which the starts lead.
-std::vector<periodic_point> points_from(section& map, const std::vector<point>& starts, int order,
-                                        const region& where, const effort& limits) {
+std::vector<periodic_point> points_from(budgeted_map& map, const std::vector<point>& starts,
+                                        int order, const region& where, const effort& limits) {
     std::vector<periodic_point> found;
     for (const point start : starts) {
         const auto p = refine(map, start, order, where, limits);
@@ -50,8 +50,8 @@ std::vector<periodic_point> points_from(section& map, const std::vector<point>& 
 }
 
 // Of points that are back at `order`, the one that is back soonest; of several the nearest.
-std::optional<capture> soonest(section& map, const std::vector<periodic_point>& points, int order,
-                               const region& where) {
+std::optional<capture> soonest(budgeted_map& map, const std::vector<periodic_point>& points,
+                               int order, const region& where) {
     std::optional<capture> best;
     double best_way = 0;
     for (const periodic_point& p : points) {
@@ -65,7 +65,7 @@ std::optional<capture> soonest(section& map, const std::vector<periodic_point>& 
 }
 
 // The point of the least order from `first` to `last` that a lattice of samples shows.
-std::optional<capture> short_order(section& map, const region& where, int first, int last) {
+std::optional<capture> short_order(budgeted_map& map, const region& where, int first, int last) {
     const int half = 16;
     const sample_lattice lattice(map, where, half, first, last);
     for (int order = first; order <= last; ++order) {
@@ -77,7 +77,7 @@ std::optional<capture> short_order(section& map, const region& where, int first,
 
 // The point of the least order from `first` to `last` to which the returns of a few samples lead.
 // The first one must do: long orbits are costly.
-std::optional<capture> long_order(section& map, const region& where, int first, int last) {
+std::optional<capture> long_order(budgeted_map& map, const region& where, int first, int last) {
     const region inner{where.centre, where.rx / 2, where.ry / 2};
     return_watch watch(map, inner, last);
     for (int order = 1; order <= last; ++order) {
@@ -99,7 +99,7 @@ int affordable_half(int order) {
 }
 
 // The points of that order in `where` to which a lattice over it leads.
-std::vector<periodic_point> points_in(section& map, const region& where, int order,
+std::vector<periodic_point> points_in(budgeted_map& map, const region& where, int order,
                                       const effort& limits) {
     const sample_lattice lattice(map, where, affordable_half(order), order, order);
     std::vector<point> starts = lattice.candidates(order);
@@ -109,7 +109,7 @@ std::vector<periodic_point> points_in(section& map, const region& where, int ord
 
 // Orders the points by what they are wanted for: those first that are not back any sooner, and
 // of these the nearest.
-std::optional<periodic_point> choose(section& map, const std::vector<periodic_point>& points,
+std::optional<periodic_point> choose(budgeted_map& map, const std::vector<periodic_point>& points,
                                      int order, const region& where) {
     std::optional<periodic_point> best;
     double best_rank = std::numeric_limits<double>::infinity();
@@ -125,7 +125,7 @@ std::optional<periodic_point> choose(section& map, const std::vector<periodic_po
 
 } // namespace
 
-std::optional<capture> point_of_least_order(section& map, const region& where, int n) {
+std::optional<capture> point_of_least_order(budgeted_map& map, const region& where, int n) {
     const int usual = 8;        // most circles are drawn around short orbits; the rest may wait
     const int lattice = 32;     // some 35,000 iterates of the lattice, far below the budget
     const int longest = 20'000; // nine samples, each iterated so often: a fifth of the budget
@@ -136,7 +136,7 @@ std::optional<capture> point_of_least_order(section& map, const region& where, i
     return long_order(map, where, lattice + 1, std::min(n, longest));
 }
 
-std::optional<periodic_point> nearest_point(section& map, point start, int order,
+std::optional<periodic_point> nearest_point(budgeted_map& map, point start, int order,
                                             const effort& limits) {
     const auto ellipse = [&](double part) {
         return region{start, part * map.area().width(), part * map.area().height()};

@@ -20,12 +20,12 @@ struct capture {
 
 /// The point of the least order up to n in `where`; of several the nearest to the centre. Empty
 /// when none is certain.
-std::optional<capture> point_of_least_order(section& map, const region& where, int n);
+std::optional<capture> point_of_least_order(budgeted_map& map, const region& where, int n);
 
 /// The point of that order nearest to `start`; one that is back sooner only when there is no other
 /// about as near. Above order 100 it is the first that Newton's method reaches from `start`, if it
 /// reaches any. Empty when there is none.
-std::optional<periodic_point> nearest_point(section& map, point start, int order,
+std::optional<periodic_point> nearest_point(budgeted_map& map, point start, int order,
                                             const effort& limits);
 
 } // namespace periodic

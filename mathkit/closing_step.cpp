@@ -15,7 +15,7 @@ namespace {
 
 // The change of the way to the image from here to `offset` further on, by the central difference;
 // by a one-sided one where a neighbour fails, as beside the end of the section.
-std::optional<point> change(section& map, const passage& here, point offset, int order) {
+std::optional<point> change(budgeted_map& map, const passage& here, point offset, int order) {
     const auto ahead = map.image({here.from.x + offset.x, here.from.y + offset.y}, order);
     const auto behind = map.image({here.from.x - offset.x, here.from.y - offset.y}, order);
     if (!ahead && !behind) return {};
@@ -32,7 +32,8 @@ double difference_step(double radius) {
 
 // What separates the linear map from the identity, the monodromy matrix less one, in radii of the
 // region: so the two coordinates weigh the same, whatever the zoom.
-std::optional<matrix2> linearise(section& map, const passage& here, int order, const region& unit) {
+std::optional<matrix2> linearise(budgeted_map& map, const passage& here, int order,
+                                 const region& unit) {
     const double hx = difference_step(unit.rx), hy = difference_step(unit.ry);
     const auto by_x = change(map, here, {hx, 0}, order), by_y = change(map, here, {0, hy}, order);
     if (!by_x || !by_y) return {};
@@ -67,7 +68,7 @@ double multiplicity_of(point last, point step) {
 
 } // namespace
 
-std::optional<point> closing_step(section& map, const passage& here, int order,
+std::optional<point> closing_step(budgeted_map& map, const passage& here, int order,
                                   const region& unit) {
     const auto j = linearise(map, here, order, unit);
     if (!j) return {};

@@ -2,7 +2,7 @@
 // Newton's step from a point towards one that comes back, also where the Jacobian is singular.
 #pragma once
 
-#include "mathkit/map_section.h"
+#include "mathkit/budgeted_map.h"
 
 #include <optional>
 
@@ -13,7 +13,8 @@ namespace periodic {
 ///
 /// Where periodic points fill a curve (the tori of an ellipse, the bouncing balls of a stadium) the
 /// step goes straight to the curve and not along it.
-std::optional<point> closing_step(section& map, const passage& here, int order, const region& unit);
+std::optional<point> closing_step(budgeted_map& map, const passage& here, int order,
+                                  const region& unit);
 
 /// The multiplicity of the root to which Newton's steps lead.
 ///

@@ -21,7 +21,10 @@ double length(point way) {
 // One Newton search, step by step.
 class refinement {
 public:
-    refinement(section& map, int order, const region& near) : map(map), order(order), near(near) {}
+    refinement(budgeted_map& map, int order, const region& near)
+        : map(map),
+          order(order),
+          near(near) {}
 
     bool begin(point start) {
         const auto first = map.image(start, order);
@@ -73,7 +76,7 @@ private:
         return true;
     }
 
-    section& map;
+    budgeted_map& map;
     int order;
     const region& near;
     point step;       // in radii
@@ -83,7 +86,7 @@ private:
 
 } // namespace
 
-std::optional<periodic_point> refine(section& map, point start, int order, const region& near,
+std::optional<periodic_point> refine(budgeted_map& map, point start, int order, const region& near,
                                      const effort& limits) {
     refinement search(map, order, near);
     if (!search.begin(start)) return {};
@@ -96,7 +99,7 @@ std::optional<periodic_point> refine(section& map, point start, int order, const
     return periodic_point{search.here.from, search.here.way, search.blur, steps};
 }
 
-int least_order(section& map, const periodic_point& p, int order) {
+int least_order(budgeted_map& map, const periodic_point& p, int order) {
     for (int divisor = 1; divisor <= order / 2; ++divisor) {
         if (order % divisor != 0) continue;
         const auto early = map.image(p.at, divisor);

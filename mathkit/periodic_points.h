@@ -2,7 +2,7 @@
 // Periodic points of a map: from a first guess to a point that really comes back.
 #pragma once
 
-#include "mathkit/map_section.h"
+#include "mathkit/budgeted_map.h"
 #include "mathkit/search_effort.h"
 
 #include <optional>
@@ -20,11 +20,11 @@ struct periodic_point {
 /// Searches from `start` for a point that comes back after `order` iterates, by Newton's method on
 /// the way from a point to its image. Empty when the search leaves the neighbourhood of `near`, the
 /// map fails, or the point does not come back to within rounding.
-std::optional<periodic_point> refine(section& map, point start, int order, const region& near,
+std::optional<periodic_point> refine(budgeted_map& map, point start, int order, const region& near,
                                      const effort& limits);
 
 /// The least divisor of `order` after which the periodic point `p` is back already; `order` itself
 /// when there is no smaller one.
-int least_order(section& map, const periodic_point& p, int order);
+int least_order(budgeted_map& map, const periodic_point& p, int order);
 
 } // namespace periodic

@@ -29,7 +29,8 @@ void keep_best(Guesses& guesses, std::size_t count) {
 
 } // namespace
 
-sample_lattice::sample_lattice(section& map, const region& where, int half, int first, int last)
+sample_lattice::sample_lattice(budgeted_map& map, const region& where, int half, int first,
+                               int last)
     : where(where),
       half(half),
       side(2 * half + 1),
@@ -51,7 +52,7 @@ point sample_lattice::way(int sample, int order) const {
     return ways[static_cast<std::size_t>(sample) * (last - first + 1) + (order - first)];
 }
 
-void sample_lattice::record(section& map, int sample) {
+void sample_lattice::record(budgeted_map& map, int sample) {
     const auto start = map.place(node(sample));
     if (!start) return;
     point* out = &ways[static_cast<std::size_t>(sample) * (last - first + 1)];
@@ -114,7 +115,7 @@ std::vector<point> sample_lattice::candidates(int order) const {
     return starts;
 }
 
-return_watch::return_watch(section& map, const region& where, int last)
+return_watch::return_watch(budgeted_map& map, const region& where, int last)
     : lattice(map, where, 1, 1, last),
       closest(lattice.samples(), std::numeric_limits<double>::infinity()) {}
 

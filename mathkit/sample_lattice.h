@@ -2,7 +2,7 @@
 // Samples of a map over an ellipse: where a search for periodic points should start.
 #pragma once
 
-#include "mathkit/map_section.h"
+#include "mathkit/budgeted_map.h"
 
 #include <vector>
 
@@ -15,7 +15,7 @@ namespace periodic {
 class sample_lattice {
 public:
     /// Takes (2 `half` + 1)^2 samples and iterates each `last` times.
-    sample_lattice(section& map, const region& where, int half, int first, int last);
+    sample_lattice(budgeted_map& map, const region& where, int half, int first, int last);
 
     /// Where to start a refinement to a point of the given order (first <= order <= last), the most
     /// promising first: zeros of the way to the image, taken as linear between three neighbours,
@@ -33,7 +33,7 @@ private:
     };
 
     int index(int column, int row) const { return row * side + column; }
-    void record(section& map, int sample);
+    void record(budgeted_map& map, int sample);
     void add_zero(int a, int b, int c, int order, std::vector<guess>& zeros) const;
     std::vector<guess> zeros(int order) const;
     std::vector<guess> close_returns(int order) const;
@@ -49,7 +49,7 @@ private:
 /// beside it: the rotation number's best fractions. In a chaotic sea records are rare.
 class return_watch {
 public:
-    return_watch(section& map, const region& where, int last);
+    return_watch(budgeted_map& map, const region& where, int last);
 
     /// The samples that come back at that order, into the ellipse or closer than ever before. To be
     /// asked for the orders 1, 2, ... in turn.

@@ -1,5 +1,5 @@
 // SPDX-License-Identifier: MIT
-// Lays out a text of strokes and turns its lines onto the drawing context.
+// Lays out a text of strokes and draws its lines, rotated, on the drawing context.
 #include "mathkit/stroke_font.h"
 
 #include "mathkit/stroke_face.h"
@@ -33,11 +33,11 @@ parts parts_of(const stroke_face& face, wchar_t code) {
     return {letter, find(face.glyphs, both->accent), both->rise};
 }
 
-// Turns a pixel of the text (columns to the right, rows upward from the base line) about the
-// anchor. The centre of the pixel is turned, so that quarter turns hit pixels exactly.
-class turner {
+// Rotates a pixel of the text (columns to the right, rows upward from the base line) about the
+// anchor. It moves the centre of the pixel, so that a right angle hits pixels exactly.
+class rotation {
 public:
-    turner(int x, int y, double angle) : x(x), y(y), c(std::cos(angle)), s(std::sin(angle)) {}
+    rotation(int x, int y, double angle) : x(x), y(y), c(std::cos(angle)), s(std::sin(angle)) {}
 
     void operator()(int column, int row, int& out_x, int& out_y) const {
         const double along = column + 0.5;
@@ -81,7 +81,7 @@ void stroke_font::drawText(int x, int y, const wchar_t* text, int length) {
     move_to_base_line(x, y, text_width(text, count));
 
     stroke_tracer tracer(static_cast<int>(usable_size(size)));
-    const turner turn(x, y, usable_rot());
+    const rotation rotate(x, y, usable_rot());
     int origin = 0;
     for (int i = 0; i < count && origin < coordinate_limit; i++) {
         const parts part = parts_of(*face, text[i]);
@@ -91,8 +91,8 @@ void stroke_font::drawText(int x, int y, const wchar_t* text, int length) {
 
         for (const stroke_tracer::line& line : tracer.lines) {
             int x1, y1, x2, y2;
-            turn(line.x1, line.y1, x1, y1);
-            turn(line.x2, line.y2, x2, y2);
+            rotate(line.x1, line.y1, x1, y1);
+            rotate(line.x2, line.y2, x2, y2);
             line_function(x1, y1, x2, y2, dc);
         }
         tracer.lines.clear();

@@ -83,16 +83,16 @@ inline double small_cosine(double r, double rest) {
 }
 
 /// Takes b in place of a where the lowest bit of `which` is set, without a branch: quadrants are
-/// not predictable. Then turns the sign where `turn` has bit 1 set.
-inline double select(double a, double b, std::uint64_t which, std::uint64_t turn) {
+/// not predictable. Then changes the sign where `negate` has bit 1 set.
+inline double select(double a, double b, std::uint64_t which, std::uint64_t negate) {
     const auto first = std::bit_cast<std::uint64_t>(a);
     const auto second = std::bit_cast<std::uint64_t>(b);
     const std::uint64_t mask = 0 - (which & 1);
-    return std::bit_cast<double>((first ^ ((first ^ second) & mask)) ^ ((turn & 2) << 62));
+    return std::bit_cast<double>((first ^ ((first ^ second) & mask)) ^ ((negate & 2) << 62));
 }
 
 /// The sine of x and `quadrants` quarter turns.
-inline double turned_sine(double x, std::uint64_t quadrants) {
+inline double shifted_sine(double x, std::uint64_t quadrants) {
     const reduced_angle angle = reduce(x);
     const double r = angle.value;
     const std::uint64_t quadrant = angle.quadrant + quadrants;
@@ -136,13 +136,13 @@ inline void sincos(double x, double& sine, double& cosine) {
 /// The sine of x, in radians.
 inline double sin(double x) {
     if (!(std::fabs(x) <= sincos_limit)) return std::sin(x);
-    return trig_detail::turned_sine(x, 0);
+    return trig_detail::shifted_sine(x, 0);
 }
 
 /// The cosine of x, in radians.
 inline double cos(double x) {
     if (!(std::fabs(x) <= sincos_limit)) return std::cos(x);
-    return trig_detail::turned_sine(x, 1);
+    return trig_detail::shifted_sine(x, 1);
 }
 
 /// The angle of the vector (x, y) from the x axis, in [-pi, pi], as std::atan2 tells it.

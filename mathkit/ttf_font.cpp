@@ -152,13 +152,13 @@ void ttf_font::drawText(int x, int y, const wchar_t* text, int length) {
     const auto fixed = [](double value) {
         return static_cast<FT_Fixed>(std::lround(value * 65536));
     };
-    FT_Matrix turn{fixed(c), fixed(-s), fixed(s), fixed(c)};
+    FT_Matrix rotation{fixed(c), fixed(-s), fixed(s), fixed(c)};
     for (const placed_glyph& glyph : glyphs) {
         // The whole pixels of the origin go into the anchor, the rest into the outline.
         const FT_Pos right = std::lround(static_cast<double>(glyph.along) * c);
         const FT_Pos up = std::lround(static_cast<double>(glyph.along) * s);
         FT_Vector rest{right & 63, up & 63};
-        FT_Set_Transform(opened->ft, &turn, &rest);
+        FT_Set_Transform(opened->ft, &rotation, &rest);
         draw_glyph(glyph.index, x + static_cast<int>(right >> 6), y - static_cast<int>(up >> 6));
     }
 }

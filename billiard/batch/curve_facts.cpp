@@ -54,8 +54,8 @@ double reach(const TBilliard& table, double x, double y) {
     return best;
 }
 
-// How often the polyline of the table's rows changes from turning left to turning right or back.
-// On straight sides it turns by rounding, which counts as no turn.
+// How often the polyline of the table's rows changes from bending left to bending right or back.
+// On straight sides it bends by rounding, which does not count.
 int inflections_of(const TBilliard::circumference_class& table) {
     const int rows = table.size() - 1; // the last is the first again
     double x0, y0, x1, y1, x2, y2;
@@ -68,10 +68,10 @@ int inflections_of(const TBilliard::circumference_class& table) {
         const double rounding =
             1e-14 * (std::fabs(x1) + std::fabs(y1)) *
             (std::fabs(x2 - x1) + std::fabs(y2 - y1) + std::fabs(x1 - x0) + std::fabs(y1 - y0));
-        const int turn = left > right + rounding ? 1 : left < right - rounding ? -1 : 0;
-        changes += turn * before < 0 ? 1 : 0;
-        before = turn != 0 ? turn : before;
-        first = first != 0 ? first : turn;
+        const int bend = left > right + rounding ? 1 : left < right - rounding ? -1 : 0;
+        changes += bend * before < 0 ? 1 : 0;
+        before = bend != 0 ? bend : before;
+        first = first != 0 ? first : bend;
         x0 = x1, y0 = y1;
         x1 = x2, y1 = y2;
     }

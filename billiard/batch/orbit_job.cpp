@@ -34,7 +34,7 @@ struct orbit_chain {
     std::int64_t links = 0;   ///< their number
     std::int64_t written = 0; ///< the last bounce whose row stands already
 
-    std::atomic<std::int64_t> turn{0}; ///< the link that may begin; what follows is its own
+    std::atomic<std::int64_t> next{0}; ///< the link that may begin; what follows is its own
     phase_point at{};                  ///< the impact before the link's first
     bool started = false;              ///< the row of the start is written
 
@@ -116,7 +116,7 @@ public:
         text.reserve(static_cast<std::size_t>(bounces + 1) * usual_row);
         orbit_rows rows(map, chain->orbit, text);
         std::int64_t bounce = before;
-        for (const impact& next : impacts_in_turn(map, rows, monitor)) {
+        for (const impact& next : impacts_in_order(map, rows, monitor)) {
             if (++bounce > chain->written) {
                 rows.add(bounce, next);
             } else {
@@ -129,28 +129,28 @@ public:
     std::string take_rows() override { return std::move(text); }
 
 private:
-    // A link's turn, which must be passed on whatever happens in it.
-    class turn {
+    // Held by one link at a time, and passed on to the next whatever happens in this one.
+    class baton {
     public:
-        explicit turn(const orbit_link& link) : chain(*link.chain) {
+        explicit baton(const orbit_link& link) : chain(*link.chain) {
             std::int64_t now;
-            while ((now = chain.turn) != link.number)
-                chain.turn.wait(now);
+            while ((now = chain.next) != link.number)
+                chain.next.wait(now);
         }
-        turn(const turn&) = delete;
-        turn& operator=(const turn&) = delete;
-        ~turn() {
-            ++chain.turn;
-            chain.turn.notify_all();
+        baton(const baton&) = delete;
+        baton& operator=(const baton&) = delete;
+        ~baton() {
+            ++chain.next;
+            chain.next.notify_all();
         }
 
     private:
         orbit_chain& chain;
     };
 
-    std::vector<impact> impacts_in_turn(TBilliardMap& map, orbit_rows& rows,
+    std::vector<impact> impacts_in_order(TBilliardMap& map, orbit_rows& rows,
                                         const work_monitor& monitor) {
-        const turn mine(*this);
+        const baton held(*this);
         if (chain->ended || monitor.stop) {
             units = 0;
             return {};

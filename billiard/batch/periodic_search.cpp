@@ -210,8 +210,8 @@ class point_set {
 public:
     void add(const periodic_orbit& orbit) {
         for (const periodic_row& p : orbit.points) {
-            for (const double turn : {-1.0, 0.0, 1.0}) // the seam has two sides
-                points.emplace(p.S + turn, p.P);
+            for (const double round : {-1.0, 0.0, 1.0}) // the seam has two sides
+                points.emplace(p.S + round, p.P);
         }
     }
     bool holds(const periodic_row& p) const {

@@ -12,7 +12,7 @@
 
 namespace {
 
-const TRect section(0, -1, 1, 1);
+const TRect whole_section(0, -1, 1, 1);
 
 // The longest orbit that the search for a periodic point follows, in bounces.
 constexpr int order_limit = 10000;
@@ -36,11 +36,11 @@ long poincare_billiard::on_key(int key) {
 }
 
 void poincare_billiard::constrain_view() {
-    limit_rect(w2s->world, section);
+    limit_rect(w2s->world, whole_section);
 }
 
 void poincare_billiard::zoom_full() {
-    w2s->set_world(section.x1, section.y1, section.x2, section.y2);
+    w2s->world = whole_section;
 }
 
 bool poincare_billiard::set_start(double x, double y) {

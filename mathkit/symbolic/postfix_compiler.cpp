@@ -219,8 +219,8 @@ int postfix_compiler::make_call(function_id id, int a) {
     if (is(a, kind::mul) && is(values[a].b, kind::number) && values[values[a].b].k < 0) {
         const bool odd = id == function_id::sin;
         if (odd || id == function_id::cos) {
-            const int turned = make_mul(values[a].a, make_number(-values[values[a].b].k));
-            return odd ? make_negate(make_call(id, turned)) : make_call(id, turned);
+            const int positive = make_mul(values[a].a, make_number(-values[values[a].b].k));
+            return odd ? make_negate(make_call(id, positive)) : make_call(id, positive);
         }
     }
     return intern({kind::call, a, -1, 0, id});

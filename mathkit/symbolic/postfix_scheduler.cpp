@@ -91,7 +91,7 @@ bool postfix_scheduler::is_sine_or_cosine(int v) const {
            (values[v].function == function_id::sin || values[v].function == function_id::cos);
 }
 
-postfix_scheduler::turn postfix_scheduler::turn_of(int v) const {
+postfix_scheduler::scaled_cell postfix_scheduler::argument_of(int v) const {
     const int a = values[v].a;
     if (values[a].operation == kind::cell) return {a, 1};
     if (values[a].operation != kind::mul) return {};
@@ -115,7 +115,7 @@ void postfix_scheduler::choose_angles() {
     for (std::size_t i = 0; i < values.size(); ++i) {
         const int v = static_cast<int>(i);
         if (uses[i] == 0 || !is_sine_or_cosine(v)) continue;
-        const turn t = turn_of(v);
+        const scaled_cell t = argument_of(v);
         const double n = std::fabs(t.factor);
         if (t.cell < 0 || n != std::trunc(n) || n < 1 || n > largest_multiple) continue;
         if (angle_cell >= 0 && t.cell != angle_cell) continue;
@@ -128,7 +128,7 @@ void postfix_scheduler::choose_angles() {
         static_cast<int>(multiples.size()) + (source.sine_given ? 0 : cost_of_first_angle);
     if (additions > cost_of_sine * static_cast<int>(wanted.size())) return;
     for (const int v : found) {
-        const double n = turn_of(v).factor;
+        const double n = argument_of(v).factor;
         if (n > 0) angle_of[v] = static_cast<int>(n);
     }
 }
@@ -383,8 +383,9 @@ void postfix_scheduler::emit_trigonometry(int v) {
     const int other = partner[v];
     const bool both = other >= 0 && uses[other] > 0 && !stored(other);
     if (both) --uses[argument]; // the other one will not ask for it again
-    const turn scaled =
-        stored(argument) && values[argument].operation != kind::cell ? turn{} : turn_of(v);
+    const scaled_cell scaled = stored(argument) && values[argument].operation != kind::cell
+                                   ? scaled_cell{}
+                                   : argument_of(v);
     const bool of_cell = scaled.cell >= 0;
     if (of_cell) {
         use(argument);

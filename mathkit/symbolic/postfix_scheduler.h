@@ -42,8 +42,8 @@ private:
     using kind = postfix_compiler::kind;
     using value = postfix_compiler::value;
 
-    /// Sine or cosine of k times a cell.
-    struct turn {
+    /// The argument of a sine or cosine: `factor` times a cell.
+    struct scaled_cell {
         int cell = -1;
         double factor = 0;
     };
@@ -52,7 +52,7 @@ private:
     void count_uses();
     void choose_angles();
     void give_partners();
-    turn turn_of(int v) const;
+    scaled_cell argument_of(int v) const;
     bool is_sine_or_cosine(int v) const;
     static void add_multiples(int n, std::set<int>& multiples);
 

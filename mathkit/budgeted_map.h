@@ -28,7 +28,7 @@ struct region {
     point way(double u, double v) const { return {u * rx, v * ry}; }
 };
 
-/// The outcome of `section::image`: where the iterates began and where they ended.
+/// The outcome of `budgeted_map::image`: where the iterates began and where they ended.
 struct passage {
     point from, to;
     point way; ///< from `from` to `to`, the shorter way around
@@ -45,12 +45,12 @@ struct allowance {
 /// Iterates and time count against a budget: once it is spent, every further one fails. Whatever
 /// the map refuses, throws or answers that is not finite ends the one operation that met it. The
 /// destructor puts the current point of the map back, unless `leave_at` has placed another.
-class section {
+class budgeted_map {
 public:
-    section(TIterraMap& map, const allowance& budget);
-    section(const section&) = delete;
-    section& operator=(const section&) = delete;
-    ~section();
+    budgeted_map(TIterraMap& map, const allowance& budget);
+    budgeted_map(const budgeted_map&) = delete;
+    budgeted_map& operator=(const budgeted_map&) = delete;
+    ~budgeted_map();
 
     /// Whether the map takes `p` as it stands. The current point may be `p` afterwards.
     bool accepts(point p) { return try_place(p); }
@@ -71,7 +71,7 @@ public:
     /// The way from one point to the other, in x the shorter way around.
     point way(point from, point to) const;
 
-    /// `p`, whose x is brought back into the section from at most one turn beyond the seam.
+    /// `p`, whose x is brought back into the section from at most one width beyond the seam.
     point wrapped(point p) const;
 
     /// Whether y is so near an end of the section that the map hardly moves such a point: all

@@ -1,6 +1,6 @@
 // SPDX-License-Identifier: MIT
 // A map as the search for periodic points sees it: counted, never throwing, put back at the end.
-#include "mathkit/map_section.h"
+#include "mathkit/budgeted_map.h"
 
 #include "mathkit/TError.h"
 
@@ -18,7 +18,7 @@ double region::radii(point way) const {
     return std::hypot(way.x / rx, way.y / ry);
 }
 
-section::section(TIterraMap& map, const allowance& budget)
+budgeted_map::budgeted_map(TIterraMap& map, const allowance& budget)
     : map(map),
       iterates_left(budget.iterates),
       deadline(std::clock() + static_cast<std::clock_t>(budget.seconds * CLOCKS_PER_SEC)) {
@@ -26,11 +26,11 @@ section::section(TIterraMap& map, const allowance& budget)
     kept = current();
 }
 
-section::~section() {
+budgeted_map::~budgeted_map() {
     if (kept) restore();
 }
 
-bool section::try_place(point p) {
+bool budgeted_map::try_place(point p) {
     if (!is_finite(p)) return false;
     try {
         return map.setPoint(p.x, p.y);
@@ -39,14 +39,14 @@ bool section::try_place(point p) {
     }
 }
 
-std::optional<point> section::place(point p) {
+std::optional<point> budgeted_map::place(point p) {
     if (try_place(p)) return p;
     const point other_side = wrapped(p);
     if (other_side.x != p.x && try_place(other_side)) return other_side;
     return {};
 }
 
-bool section::advance() {
+bool budgeted_map::advance() {
     if (iterates_left <= 0) return false;
     if (--iterates_left % 256 == 0) watch_clock();
     try {
@@ -57,11 +57,11 @@ bool section::advance() {
     }
 }
 
-void section::watch_clock() {
+void budgeted_map::watch_clock() {
     if (std::clock() > deadline) iterates_left = 0;
 }
 
-std::optional<point> section::current() {
+std::optional<point> budgeted_map::current() {
     point p;
     try {
         map.getPoint(p.x, p.y);
@@ -72,7 +72,7 @@ std::optional<point> section::current() {
     return p;
 }
 
-std::optional<passage> section::image(point from, int order) {
+std::optional<passage> budgeted_map::image(point from, int order) {
     if (!affords(order)) return {};
     const std::optional<point> start = place(from);
     if (!start) return {};
@@ -83,40 +83,41 @@ std::optional<passage> section::image(point from, int order) {
     return passage{*start, *end, way(*start, *end)};
 }
 
-point section::way(point from, point to) const {
+point budgeted_map::way(point from, point to) const {
     point d{to.x - from.x, to.y - from.y};
-    const double turn = range.width();
+    const double whole = range.width();
     const auto within = [&](double x) { return range.x1 <= x && x <= range.x2; };
     // Points beyond the ends show that the map has no seam there.
-    if (std::abs(d.x) > turn / 2 && within(from.x) && within(to.x)) d.x -= std::copysign(turn, d.x);
+    if (std::abs(d.x) > whole / 2 && within(from.x) && within(to.x))
+        d.x -= std::copysign(whole, d.x);
     return d;
 }
 
-point section::wrapped(point p) const {
+point budgeted_map::wrapped(point p) const {
     // The ends themselves are outside; a periodic point on the seam is met a rounding beside it.
-    const double turn = range.width(), margin = turn * std::numeric_limits<double>::epsilon();
+    const double whole = range.width(), margin = whole * std::numeric_limits<double>::epsilon();
     if (p.x < range.x1)
-        p.x += turn;
+        p.x += whole;
     else if (p.x > range.x2)
-        p.x -= turn;
-    if (p.x > range.x1 - turn && p.x < range.x2 + turn)
+        p.x -= whole;
+    if (p.x > range.x1 - whole && p.x < range.x2 + whole)
         p.x = std::clamp(p.x, range.x1 + margin, range.x2 - margin);
     return p;
 }
 
-bool section::on_rim(point p) const {
+bool budgeted_map::on_rim(point p) const {
     const double rim = 1e-9 * range.height();
     const auto near = [&](double end) { return std::abs(p.y - end) < rim; };
     return near(range.y1) || near(range.y2);
 }
 
-bool section::leave_at(point p) {
+bool budgeted_map::leave_at(point p) {
     if (!place(p)) return false;
     kept.reset();
     return true;
 }
 
-void section::restore() {
+void budgeted_map::restore() {
     if (place(*kept)) return;
     // A point on the very edge can be reached by iterates but not set: the nearest one inside.
     const double margin = range.height() * std::numeric_limits<double>::epsilon();
