@@ -149,7 +149,7 @@ private:
     };
 
     std::vector<impact> impacts_in_order(TBilliardMap& map, orbit_rows& rows,
-                                        const work_monitor& monitor) {
+                                         const work_monitor& monitor) {
         const baton held(*this);
         if (chain->ended || monitor.stop) {
             units = 0;

@@ -1,9 +1,8 @@
 // SPDX-License-Identifier: MIT
-// The toolkit's fonts as a plot font: the cache, and the two images that turn text.
+// The toolkit's fonts as a plot font: the cache, and the two images that rotate text.
 #include "libfoxaux/font/fox_font.h"
 
-#include "libfoxaux/fox-utils/fox_compat.h"
-#include "libfoxaux/fox-utils/layout.h"
+#include "libfoxaux/fox_compat.h"
 #include "mathkit/TError.h"
 #include "mathkit/stderr_failed.h"
 
@@ -29,12 +28,12 @@ FXushort usable_deci_points(double points) {
 
 // Plot fonts have the points of 100 dots per inch, the toolkit those of its own resolution.
 FXushort toolkit_deci_points(FXushort of_plot) {
-    const double size = std::clamp(of_plot * 100 / dots_per_inch(), 1.0, 9999.0);
+    const double size = std::clamp(of_plot * 100 / fox_compat::dots_per_inch(), 1.0, 9999.0);
     return static_cast<FXushort>(std::lround(size));
 }
 
 long plot_deci_points(const FXFont* font) {
-    return std::lround(font->getActualSize() * dots_per_inch() / 100);
+    return std::lround(font->getActualSize() * fox_compat::dots_per_inch() / 100);
 }
 
 kit::string key_of(const FXFontDesc& d) {
@@ -44,17 +43,16 @@ kit::string key_of(const FXFontDesc& d) {
     return key;
 }
 
-enum class turn { clockwise, anticlockwise };
+enum class rotation { clockwise, anticlockwise };
 
-// Fills `to` with `from` turned over by a quarter. The sides of the one are those of the other,
-// exchanged.
-void fill_turned(FXImage& to, const FXImage& from, turn direction) {
+// Fills `to` with `from` rotated by a right angle. The width of the one is the height of the other.
+void fill_rotated(FXImage& to, const FXImage& from, rotation direction) {
     const int w = to.getWidth(), h = to.getHeight();
     for (int y = 0; y < h; y++) {
         for (int x = 0; x < w; x++)
             to.setPixel(x, y,
-                        direction == turn::clockwise ? from.getPixel(y, w - 1 - x)
-                                                     : from.getPixel(h - 1 - y, x));
+                        direction == rotation::clockwise ? from.getPixel(y, w - 1 - x)
+                                                         : from.getPixel(h - 1 - y, x));
     }
 }
 
@@ -155,16 +153,16 @@ void fox_font::drawText(int x, int y, const wchar_t* text, int length) {
         target->drawText(x, y, utf8);
     } else if (std::fabs(rot - pi / 2) < angle_tolerance) {
         move_to_base_line(x, y, width);
-        draw_turned(x, y, utf8, width);
+        draw_upward(x, y, utf8, width);
     } else {
         stderr_fatal_error(nullptr, source, __LINE__,
                            "virtual void fox_font::drawText(int, int, const wchar_t*, int)");
     }
 }
 
-// The picture under the text is turned over by a quarter into `lying`, the text drawn on it there,
-// and all of it turned back into `standing`. So the text stands on its own background.
-void fox_font::draw_turned(int x, int y, const FXString& text, int width) {
+// The picture under the text is rotated into `lying`, the text drawn on it there, and all of it
+// rotated back into `standing`. So the text stands on its own background.
+void fox_font::draw_upward(int x, int y, const FXString& text, int width) {
     const int height = current->getFontHeight();
     const int lying_w = width + 10;
     const int lying_h = 2 * height + 5;
@@ -184,7 +182,7 @@ void fox_font::draw_turned(int x, int y, const FXString& text, int width) {
             inner.dc.drawArea(fox_compat::drawable_of(target), x0, y0, lying_h, lying_w, 0, 0);
         }
         standing.restore();
-        fill_turned(lying, standing, turn::clockwise);
+        fill_rotated(lying, standing, rotation::clockwise);
         lying.create();
         {
             fox_compat::inner_dc inner(&lying, target);
@@ -193,7 +191,7 @@ void fox_font::draw_turned(int x, int y, const FXString& text, int width) {
             inner.dc.drawText(5, height + 5, text);
         }
         lying.restore();
-        fill_turned(standing, lying, turn::anticlockwise);
+        fill_rotated(standing, lying, rotation::anticlockwise);
         standing.render();
         target->drawImage(&standing, x0, y0);
     } catch (const FXException&) {

@@ -1,5 +1,5 @@
 // SPDX-License-Identifier: MIT
-// A plot font of the toolkit's fonts, with a cache of sizes and text turned by a quarter.
+// A plot font of the toolkit's fonts, with a cache of sizes and text that reads upward.
 #pragma once
 
 #include "mathkit/base_font.h"
@@ -13,8 +13,8 @@
 
 /// Draws with the toolkit's fonts on an FXDCWindow.
 ///
-/// The toolkit cannot turn text: vertical text is drawn lying down on a turned copy of the picture
-/// and turned back. Only the rotations 0 and pi/2 can be drawn; another one ends the process.
+/// Text that reads upward is drawn lying down, on a rotated copy of the picture, which is then
+/// rotated back. Only the rotations 0 and pi/2 can be drawn; another one ends the process.
 class fox_font : public base_font {
 public:
     FXFontDesc desc;                         ///< the wanted font; its size in deci-points
@@ -47,5 +47,5 @@ public:
 private:
     FXFont* make_font();
     void evict_oldest();
-    void draw_turned(int x, int y, const FXString& text, int width);
+    void draw_upward(int x, int y, const FXString& text, int width);
 };

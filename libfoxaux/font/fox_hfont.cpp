@@ -2,7 +2,7 @@
 // The current plot font, and the stroke font's lines on the toolkit.
 #include "libfoxaux/font/fox_hfont.h"
 
-#include "libfoxaux/fox-utils/fox_compat.h"
+#include "libfoxaux/fox_compat.h"
 
 #include <fx.h>
 

@@ -2,7 +2,7 @@
 // Mixes the coverage of glyph bitmaps into the picture.
 #include "libfoxaux/font/fox_ttf_font.h"
 
-#include "libfoxaux/fox-utils/fox_compat.h"
+#include "libfoxaux/fox_compat.h"
 #include "mathkit/stderr_failed.h"
 
 #include <ft2build.h>

@@ -2,7 +2,7 @@
 // The drawing canvas: a window that shows an off-screen picture and can save it.
 #include "libfoxaux/fox-utils/FBufferedWindow.h"
 
-#include "libfoxaux/font/select_plot_font.h"
+#include "libfoxaux/fox-utils/select_plot_font.h"
 #include "mathkit/stderr_failed.h"
 
 #include <fxkeys.h>

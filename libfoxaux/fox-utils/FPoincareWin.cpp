@@ -2,7 +2,7 @@
 // A plot of any iterated two-dimensional map: orbits, undo, loop, colour cycle, circle capture.
 #include "libfoxaux/fox-utils/FPoincareWin.h"
 
-#include "libfoxaux/fox-utils/fox_compat.h"
+#include "libfoxaux/fox_compat.h"
 #include "mathkit/TError.h"
 #include "mathkit/getMicroTime.h"
 #include "mathkit/html_colors.h"

@@ -5,6 +5,7 @@
 #include "libfoxaux/fox-utils/dialog_shape.h"
 #include "libfoxaux/fox-utils/icons.h"
 #include "libfoxaux/fox-utils/layout.h"
+#include "libfoxaux/fox_compat.h"
 #include "mathkit/stderr_failed.h"
 
 #include <FXPNGIcon.h>
@@ -87,7 +88,7 @@ void color_manager::set_all_axes(int size, FXColor color) {
 
 int color_manager::text_size() const {
     const double points = std::clamp(font_size, smallest_text, largest_text);
-    const double finer = std::max(1.0, dots_per_inch() / 100);
+    const double finer = std::max(1.0, fox_compat::dots_per_inch() / 100);
     // Settings may name any resolution: the product need not fit an int.
     return static_cast<int>(std::lround(std::min<double>(points * finer, largest_text)));
 }

@@ -8,8 +8,9 @@
 
 namespace {
 
-constexpr double upright = 0;
-constexpr double turned = std::numbers::pi / 2; // reads upward
+// Rotations of text: from left to right, and upward.
+constexpr double level = 0;
+constexpr double upward = std::numbers::pi / 2;
 
 constexpr int label_gap = 5; // pixels between ticks and text
 
@@ -38,7 +39,7 @@ int text_top(const fox_axis& axis) {
 }
 
 void put_below(const fox_axis& axis, int x, unsigned align, const kit::wstring& text) {
-    put_text(axis, upright, x, text_top(axis), base_font::top | align, text);
+    put_text(axis, level, x, text_top(axis), base_font::top | align, text);
 }
 
 void draw_x_line(const fox_axis& axis, int tick_above) {
@@ -62,7 +63,7 @@ int text_base(const fox_axis& axis) {
 }
 
 void put_beside(const fox_axis& axis, int y, unsigned align, const kit::wstring& text) {
-    put_text(axis, turned, text_base(axis), y, align, text);
+    put_text(axis, upward, text_base(axis), y, align, text);
 }
 
 void draw_y_line(const fox_axis& axis) {
@@ -127,7 +128,7 @@ int xaxis1c::thickness() {
 void xaxis1c::draw() {
     draw_x_line(*this, tick_len);
     if (!draw_x_end_labels(*this)) return;
-    put_text(*this, upright, middle(*this), pos - tick_len - label_gap, base_font::center, title);
+    put_text(*this, level, middle(*this), pos - tick_len - label_gap, base_font::center, title);
 }
 
 int xaxis2a::thickness() {
@@ -138,7 +139,7 @@ void xaxis2a::draw() {
     xaxis::draw();
     if (ticks.size() < 2 || labels.size() < ticks.size()) return;
     for (std::size_t i = 0; i < ticks.size(); i++) {
-        put_text(*this, upright, ticks[i], pos + tick_len, base_font::top | base_font::center,
+        put_text(*this, level, ticks[i], pos + tick_len, base_font::top | base_font::center,
                  labels[i]);
     }
 }
@@ -185,5 +186,5 @@ void yaxis2b::draw() {
         put_beside(*this, ticks[i], base_font::center, labels[i]);
     }
     const int title_base = pos - tick_len - font_size - 10;
-    put_text(*this, turned, title_base, middle(*this), base_font::center, title);
+    put_text(*this, upward, title_base, middle(*this), base_font::center, title);
 }

@@ -2,6 +2,7 @@
 // Places top-level windows on the screen, and sizes what stands in them.
 #include "libfoxaux/fox-utils/layout.h"
 
+#include "libfoxaux/fox_compat.h"
 #include "mathkit/stderr_failed.h"
 
 #include <X11/extensions/Xrandr.h>
@@ -79,16 +80,11 @@ void layout_root::lower_top(double pixels) {
     if (!(y1 + pixels > y2)) y1 += pixels;
 }
 
-double dots_per_inch() {
-    const FXuint set = FXApp::instance()->reg().readUnsignedEntry("SETTINGS", "screenres", 100);
-    return std::max(set, 1U);
-}
-
 FXint grown(FXint pixels) {
     constexpr double usual = 90.0 * 100; // tenths of a point times dots per inch
     constexpr double largest = 10;       // settings may name any number
     const double points = FXApp::instance()->getNormalFont()->getSize();
-    const double letters = points * dots_per_inch();
+    const double letters = points * fox_compat::dots_per_inch();
     return static_cast<FXint>(pixels * std::clamp(letters / usual, 1.0, largest));
 }
 

@@ -21,9 +21,6 @@ public:
     void lower_top(double pixels);
 };
 
-/// The dots per inch of the toolkit's letters: the pixels of a size of 72 points.
-double dots_per_inch();
-
 /// A length in pixels that suits the toolkit's usual font, 9 points at 100 dots per inch: longer in
 /// the proportion in which the letters of the application's normal font are larger, never shorter.
 FXint grown(FXint pixels);

@@ -11,7 +11,7 @@
 
 namespace {
 
-constexpr const char* section = "SETTINGS";
+constexpr const char* registry_group = "SETTINGS";
 constexpr const char* resolution = "screenres"; // read for each font that is created
 
 // The dots per inch that the desktop tells; 0 if it tells none that a display could have.
@@ -28,9 +28,9 @@ FXuint desktop_resolution(Display* display) {
 
 void plot_application::create() {
     const FXuint told = desktop_resolution(static_cast<Display*>(getDisplay()));
-    if (told != 0 && !reg().existingEntry(section, resolution)) {
+    if (told != 0 && !reg().existingEntry(registry_group, resolution)) {
         const bool modified = reg().isModified();
-        reg().writeUnsignedEntry(section, resolution, told);
+        reg().writeUnsignedEntry(registry_group, resolution, told);
         reg().setModified(modified);
         follows_desktop = true;
     }
@@ -41,7 +41,7 @@ void plot_application::create() {
 void plot_application::exit(FXint code) {
     if (follows_desktop) {
         const bool modified = reg().isModified();
-        reg().deleteEntry(section, resolution);
+        reg().deleteEntry(registry_group, resolution);
         reg().setModified(modified);
     }
     FXApp::exit(code);

@@ -3,10 +3,10 @@
 #include "libfoxaux/font/fox_font.h"
 #include "libfoxaux/font/fox_hfont.h"
 #include "libfoxaux/font/fox_ttf_font.h"
-#include "libfoxaux/font/select_plot_font.h"
 #include "libfoxaux/fox-utils/FBufferedWindow.h"
-#include "libfoxaux/fox-utils/FBufferedWindow_fonts.h"
+#include "libfoxaux/fox-utils/FBufferedWindow_global_fonts.h"
 #include "libfoxaux/fox-utils/color_manager.h"
+#include "libfoxaux/fox-utils/select_plot_font.h"
 #include "tests/libfoxaux/services.h"
 
 using namespace window_test;

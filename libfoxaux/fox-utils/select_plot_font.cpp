@@ -1,6 +1,6 @@
 // SPDX-License-Identifier: MIT
 // The dialog "Select Font": three kinds of plot font, one page each.
-#include "libfoxaux/font/select_plot_font.h"
+#include "libfoxaux/fox-utils/select_plot_font.h"
 
 #include "libfoxaux/font/fox_font.h"
 #include "libfoxaux/font/fox_hfont.h"
@@ -16,7 +16,10 @@
 
 namespace {
 
-constexpr const char* source = "libfoxaux/font/select_plot_font";
+constexpr const char* source = "libfoxaux/fox-utils/select_plot_font";
+
+// The pages of the dialog, in order: one for each kind of plot font.
+enum page { stroke_page, toolkit_page, file_page };
 
 // Each names a history, apart from the others.
 enum history_line {
@@ -35,19 +38,15 @@ namespace detail_hfont {
 
 // clang-format off
 FXDEFMAP(specDataTarget) specDataTarget_map[] = {
-    FXMAPFUNC(SEL_COMMAND, 0, specDataTarget::onCmdValue),
-    FXMAPFUNC(SEL_CHANGED, 0, specDataTarget::onCmdValue),
-    FXMAPFUNC(SEL_UPDATE,  0, specDataTarget::onUpdValue),
-    FXMAPFUNC(SEL_COMMAND, 1, specDataTarget::onCmdBrowse),
+    FXMAPFUNC(SEL_COMMAND, specDataTarget::ID_PATH,   specDataTarget::onCmdValue),
+    FXMAPFUNC(SEL_CHANGED, specDataTarget::ID_PATH,   specDataTarget::onCmdValue),
+    FXMAPFUNC(SEL_UPDATE,  specDataTarget::ID_PATH,   specDataTarget::onUpdValue),
+    FXMAPFUNC(SEL_COMMAND, specDataTarget::ID_BROWSE, specDataTarget::onCmdBrowse),
 };
+// clang-format on
 FXIMPLEMENT(specDataTarget, FXObject, specDataTarget_map, ARRAYNUMBER(specDataTarget_map))
 
-FXDEFMAP(specDataTarget1) specDataTarget1_map[] = {
-    FXMAPFUNC(SEL_COMMAND, font_choice::ID_BUTTON, specDataTarget1::onCmdChange),
-    FXMAPFUNC(SEL_UPDATE,  font_choice::ID_FIELD,  specDataTarget1::onUpdName),
-};
-FXIMPLEMENT(specDataTarget1, FXObject, specDataTarget1_map, ARRAYNUMBER(specDataTarget1_map))
-// clang-format on
+FXIMPLEMENT(specDataTarget1, font_choice, nullptr, 0)
 
 long specDataTarget::onCmdValue(FXObject* sender, FXSelector, void*) {
     sender->handle(this, FXSEL(SEL_COMMAND, FXWindow::ID_GETSTRINGVALUE), value);
@@ -74,14 +73,16 @@ using detail_hfont::specDataTarget1;
 
 namespace {
 
-// Everything the dialog lets the user choose, and the widgets that hold it while it is open.
+// The dialog while it is open: what it lets the user choose, page by page, and its widgets.
 class font_dialog {
 public:
     explicit font_dialog(FXWindow* owner);
     font_dialog(const font_dialog&) = delete;
     font_dialog& operator=(const font_dialog&) = delete;
 
+    // True for "&Accept".
     bool run();
+    // Stores what was chosen for the next opening in this run.
     void store();
     // Makes the chosen font the plot font; gives its size. Throws TError and changes nothing.
     int apply();
@@ -94,31 +95,37 @@ private:
     FXComboBoxPopup* add_size(FXComposite* page, int& size, int line,
                               FXuint justify = JUSTIFY_NORMAL);
 
+    // The page "Stroke Font".
     int stroke_size = 10;
-    specDataTarget1 font{FXApp::instance()->getNormalFont()};
+    FXComboBoxPopup* stroke_size_field = nullptr;
+
+    // The page "Fox Font".
+    specDataTarget1 toolkit_font{FXApp::instance()->getNormalFont()};
+
+    // The page "TTF Font".
     FXString file;
     specDataTarget file_target{&file};
+    FXComboBoxPopup* file_field = nullptr;
     int ttf_size = 20;
+    FXComboBoxPopup* ttf_size_field = nullptr;
     int antialias = remembered_int(source, antialias_line, 1);
 
+    // Behind what its widgets point at.
     dialog_shape dialog;
     page_book* book;
-    FXComboBoxPopup* stroke_size_field = nullptr;
-    FXComboBoxPopup* file_field = nullptr;
-    FXComboBoxPopup* ttf_size_field = nullptr;
     FXColorWell* color_well;
 };
 
 font_dialog::font_dialog(FXWindow* owner)
     : dialog(owner, "Select Font", nullptr),
       book(new page_book(dialog.frame)) {
-    font.set_name(remembered_text(source, font_line, font.name.text()));
+    toolkit_font.set_name(remembered_text(source, font_line, toolkit_font.name.text()));
     add_stroke_page();
     add_toolkit_page();
     add_file_page();
     color_well = dialog_shape::add_well(dialog.add_matrix(2), "Font Color", FXRGBA(0, 0, 0, 255));
     dialog.add_buttons();
-    book->setCurrent(remembered_int(source, tab_line, 0), false);
+    book->setCurrent(remembered_int(source, tab_line, stroke_page), false);
 }
 
 FXComboBoxPopup* font_dialog::add_size(FXComposite* page, int& size, int line, FXuint justify) {
@@ -133,17 +140,17 @@ void font_dialog::add_stroke_page() {
 
 void font_dialog::add_toolkit_page() {
     auto* row = new FXHorizontalFrame(dialog_shape::add_page(book, "Fox Font"), LAYOUT_FILL_X);
-    font.add_widgets(row);
+    toolkit_font.add_widgets(row);
 }
 
 void font_dialog::add_file_page() {
     FXVerticalFrame* page = dialog_shape::add_page(book, "TTF Font");
     auto* row = new FXHorizontalFrame(page, LAYOUT_FILL_X);
     new FXLabel(row, "Font File(ttf,pfb,...)", nullptr, LABEL_NORMAL | LAYOUT_CENTER_Y);
-    file_field = new FXComboBoxPopup(row, 60, &file_target, 0,
+    file_field = new FXComboBoxPopup(row, 60, &file_target, specDataTarget::ID_PATH,
                                      FRAME_SUNKEN | FRAME_THICK | LAYOUT_FILL_X | LAYOUT_CENTER_Y);
     file_field->load_history(source, file_line, nullptr, true);
-    new FXButton(row, "...", nullptr, &file_target, 1);
+    new FXButton(row, "...", nullptr, &file_target, specDataTarget::ID_BROWSE);
 
     ttf_size_field = add_size(page, ttf_size, ttf_size_line);
 
@@ -159,7 +166,7 @@ bool font_dialog::run() {
 
 void font_dialog::store() {
     history_object(source, tab_line, nullptr).set_int(book->getCurrent());
-    *history_object(source, font_line, nullptr)._S = font.name.text();
+    *history_object(source, font_line, nullptr)._S = toolkit_font.name.text();
     stroke_size_field->save_history();
     history_object(source, antialias_line, nullptr).set_int(antialias);
     file_field->save_history();
@@ -174,17 +181,17 @@ void replace_hfont(base_font* font) {
 
 int font_dialog::apply() {
     switch (book->getCurrent()) {
-    case 0: {
+    case stroke_page: {
         auto* stroke = new fox_stroke_font;
         stroke->load_default();
         replace_hfont(stroke);
         return stroke_size;
     }
-    case 1: {
+    case toolkit_page: {
         auto* toolkit = new fox_font;
         replace_hfont(toolkit);
-        toolkit->setFont(font.desc);
-        return font.desc.size / 10;
+        toolkit->setFont(toolkit_font.desc);
+        return toolkit_font.desc.size / 10;
     }
     default: {
         auto* loaded = new fox_ttf_font(file.text());

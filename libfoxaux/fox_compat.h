@@ -4,6 +4,7 @@
 
 #include <fx.h>
 
+#include <algorithm>
 #include <cwchar>
 
 namespace fox_compat {
@@ -11,6 +12,13 @@ namespace fox_compat {
 /// The text as the toolkit's text operations take it: UTF-8. A negative length means all of it.
 inline FXString utf8(const wchar_t* text, int length = -1) {
     return FXString(text, length < 0 ? static_cast<FXint>(std::wcslen(text)) : length);
+}
+
+/// The dots per inch of the toolkit's letters, that is the pixels of a size of 72 points. The
+/// toolkit tells them by its registry alone.
+inline double dots_per_inch() {
+    const FXuint set = FXApp::instance()->reg().readUnsignedEntry("SETTINGS", "screenres", 100);
+    return std::max(set, 1U);
 }
 
 /// What `dc` draws on: drawArea wants a drawable, and a context hides its own.

@@ -2,18 +2,17 @@
 // What the rows of the dialog "Select Global Fonts" show and change.
 #pragma once
 
-#include "libfoxaux/font/font_choice.h"
+#include "libfoxaux/fox-utils/font_choice.h"
 
 namespace detail_font {
 
-/// A data target for a font of the toolkit: id 0 is a button that chooses one, id 1 a field that
-/// shows it.
+/// The font of one row of the dialog, see font_choice.
 class specDataTarget : public font_choice {
     FXDECLARE(specDataTarget)
 
 public:
-    /// Describes `font`, which must have been created, by what the screen really shows of it.
-    explicit specDataTarget(const FXFont* font) { take_font(font); }
+    /// Takes `font`, which must have been created.
+    explicit specDataTarget(const FXFont* font) : font_choice(font) {}
     ~specDataTarget() override = default;
 
     void set_from_desc(FXFontDesc& d) { take_desc(d); }

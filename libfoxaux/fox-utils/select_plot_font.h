@@ -2,9 +2,7 @@
 // The dialog "Select Font": the one font of all plots, with its size and colour.
 #pragma once
 
-#include "libfoxaux/font/font_choice.h"
-
-#include <fx.h>
+#include "libfoxaux/fox-utils/font_choice.h"
 
 /// Lets the user choose kind, size and colour of the plot font. On "&Accept" the global `hfont` is
 /// replaced and every plot takes size and axis colour and is redrawn. A font file that can't be
@@ -13,12 +11,18 @@ void select_plot_font();
 
 namespace detail_hfont {
 
-/// A data target for a text: id 0 is a field that edits it, id 1 a button that asks for a file.
+/// The path of a font file, as the target of two widgets:
+///
+///     entry field   ID_PATH    SEL_COMMAND, SEL_CHANGED  onCmdValue   takes what is typed
+///                              SEL_UPDATE                onUpdValue   shows the path
+///     button "..."  ID_BROWSE  SEL_COMMAND               onCmdBrowse  asks for a file
 class specDataTarget : public FXObject {
     FXDECLARE(specDataTarget)
 
 public:
-    FXString* value = nullptr; ///< not owned
+    FXString* value = nullptr; ///< the path, not owned
+
+    enum { ID_PATH = 0, ID_BROWSE = 1 };
 
     specDataTarget() = default; ///< useless until `value` is set
     explicit specDataTarget(FXString* value) : value(value) {}
@@ -29,15 +33,14 @@ public:
     long onCmdBrowse(FXObject*, FXSelector, void*);
 };
 
-/// A data target for a font of the toolkit: id 0 is a button that chooses one, id 1 a field that
-/// shows it.
+/// A font of the toolkit, see font_choice.
 class specDataTarget1 : public font_choice {
     FXDECLARE(specDataTarget1)
 
 public:
     specDataTarget1() = default;
-    /// Describes `font`, which must have been created, by what the screen really shows of it.
-    explicit specDataTarget1(FXFont* font) { take_font(font); }
+    /// Takes `font`, which must have been created.
+    explicit specDataTarget1(FXFont* font) : font_choice(font) {}
     ~specDataTarget1() override = default;
 
     void set_desc(const FXFontDesc& d) { take_desc(d); }

@@ -1,6 +1,6 @@
 // SPDX-License-Identifier: MIT
 // The dialog that chooses the fonts of the toolkit's own widgets, from the next start on.
-#include "libfoxaux/fox-utils/FBufferedWindow_fonts.h"
+#include "libfoxaux/fox-utils/FBufferedWindow_global_fonts.h"
 
 #include "libfoxaux/fox-utils/FBufferedWindow.h"
 #include "libfoxaux/fox-utils/dialog_shape.h"
@@ -8,15 +8,7 @@
 #include "libfoxaux/fox-utils/history_manager.h"
 
 namespace detail_font {
-
-// clang-format off
-FXDEFMAP(specDataTarget) specDataTarget_map[] = {
-    FXMAPFUNC(SEL_COMMAND, font_choice::ID_BUTTON, specDataTarget::onCmdChange),
-    FXMAPFUNC(SEL_UPDATE,  font_choice::ID_FIELD,  specDataTarget::onUpdName),
-};
-// clang-format on
-FXIMPLEMENT(specDataTarget, FXObject, specDataTarget_map, ARRAYNUMBER(specDataTarget_map))
-
+FXIMPLEMENT(specDataTarget, font_choice, nullptr, 0)
 } // namespace detail_font
 
 using detail_font::specDataTarget;
@@ -24,7 +16,7 @@ using detail_font::specDataTarget;
 namespace {
 
 constexpr const char* source = "libfoxaux/fox-utils/FBufferedWindow";
-constexpr const char* section = "SETTINGS";
+constexpr const char* registry_group = "SETTINGS";
 
 enum font_mode { chosen_fonts = 0, automatic_fonts = 1 };
 
@@ -43,7 +35,7 @@ constexpr int mode_line = 535; // as in the rows, of the font_mode
 // and adds its row to the matrix.
 void add_font_row(FXComposite* matrix, const font_row& row, FXRegistry& registry,
                   specDataTarget& font) {
-    const char* registered = registry.readStringEntry(section, row.key, nullptr);
+    const char* registered = registry.readStringEntry(registry_group, row.key, nullptr);
     if (registered) font.set_from_text(registered);
     font.set_from_text(remembered_text(source, row.line, font.name.text()));
 
@@ -62,9 +54,9 @@ void add_mode_buttons(FXComposite* parent, FXDataTarget* mode) {
 void store_font(FXRegistry& registry, const font_row& row, int mode, const specDataTarget& font) {
     *history_object(source, row.line, nullptr)._S = font.name.text();
     if (mode == automatic_fonts)
-        registry.deleteEntry(section, row.key);
+        registry.deleteEntry(registry_group, row.key);
     else
-        registry.writeStringEntry(section, row.key, font.name.text());
+        registry.writeStringEntry(registry_group, row.key, font.name.text());
 }
 
 } // namespace
