@@ -46,7 +46,7 @@ std::optional<count_pair> parse_pair(std::string_view text, char separator) {
 
 char* put_real(char* at, double x) {
     if (std::isnan(x)) return std::copy_n("nan", 3, at);
-    return std::to_chars(at, at + longest_number, x).ptr;
+    return put_shortest(at, x);
 }
 
 char* put_count(char* at, std::int64_t n) {

@@ -2,6 +2,8 @@
 // Numbers of the command line and of rows: from text and to text.
 #pragma once
 
+#include "billiard/batch/shortest_real.h"
+
 #include <cstdint>
 #include <optional>
 #include <string>
@@ -9,9 +11,6 @@
 #include <vector>
 
 namespace batch {
-
-/// The most characters that one number takes in a row.
-inline constexpr int longest_number = 25;
 
 /// The number that the whole text is, as in "-0.5" or "1e-3"; empty for anything else, also for
 /// what is not finite.

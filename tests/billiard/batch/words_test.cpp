@@ -10,6 +10,8 @@
 
 #include <gtest/gtest.h>
 
+#include <bit>
+#include <charconv>
 #include <cmath>
 #include <limits>
 
@@ -33,6 +35,23 @@ TEST(number_text, writes_the_shortest_form_that_reads_back) {
     }
     const double longest = -std::numeric_limits<double>::min() * (1 + 0x1p-52);
     EXPECT_LT(real_text(longest).size(), std::size_t{longest_number});
+}
+
+// Beside the library's way: numbers of all sizes, with many binary digits, few, or few decimals.
+TEST(number_text, is_the_same_by_the_quick_way) {
+    for (std::uint64_t i = 0; i < 300'000; ++i) {
+        std::uint64_t bits = splitmix64(1, i);
+        const std::uint64_t dice = splitmix64(2, i);
+        const std::uint64_t exponent = 1023 - 12 + dice % 32;
+        if (dice % 64 != 0) bits = (bits & 0x800f'ffff'ffff'ffff) | exponent << 52;
+        if (dice & 0x100) bits &= ~std::uint64_t{0} << dice / 512 % 53;
+        double x = std::bit_cast<double>(bits);
+        if ((dice & 0xc00) == 0) x = std::round(x * 1e6) / 1e6;
+        if (std::isnan(x)) continue;
+        char text[longest_number];
+        const std::string expected(text, std::to_chars(text, text + longest_number, x).ptr);
+        ASSERT_EQ(real_text(x), expected);
+    }
 }
 
 TEST(value_range, has_both_ends_and_short_decimals) {
