@@ -90,35 +90,26 @@ void FPoincareWin::left_press(FXEvent* event) {
         const world_point at = screen_to_world(event->win_x, event->win_y);
         start_at(at.x, at.y);
     } else if (mode == circle_armed) {
-        anchor_x = event->win_x;
-        anchor_y = event->win_y;
-        end_x = nothing_drawn;
-        mode = circle_dragged;
+        begin_drag(event, circle_dragged);
     }
 }
 
 void FPoincareWin::mouse_motion(FXEvent* event) {
     basic_plotter::mouse_motion(event);
-    if (mode != circle_dragged) return;
-    flip_marks();
-    // The event's own position, even outside the window: only its distance counts.
-    end_x = event->win_x != nothing_drawn ? event->win_x : nothing_drawn - 1;
-    end_y = event->win_y;
-    flip_marks();
+    // Outside the window, too: only the distance counts.
+    if (mode == circle_dragged) drag_to({event->win_x, event->win_y});
 }
 
 void FPoincareWin::left_release(FXEvent* event) {
     basic_plotter::left_release(event);
     if (mode != circle_dragged) return;
-    flip_marks();
-    mode = idle;
-    setDefaultCursor(normal_cursor);
+    const std::optional<window_point> end = end_drag();
     stop_loop(); // the search wants the map for itself
-    const bool has_circle = end_x != nothing_drawn && drag_length() > 0;
-    if (!has_circle) return;
+    const double radius = end ? distance_from_anchor(*end) : 0;
+    if (radius == 0) return; // there is no circle
 
     const world_point center = screen_to_world(anchor_x, anchor_y);
-    double rx = drag_length(), ry = rx;
+    double rx = radius, ry = radius;
     w2s->ratio_stow(rx, ry);
     find_fixed_point(center.x, center.y, rx, ry);
 }
@@ -127,24 +118,24 @@ bool FPoincareWin::is_dragging() const {
     return mode == circle_dragged || basic_plotter::is_dragging();
 }
 
-void FPoincareWin::draw_marks(FXDC& dc) const {
+void FPoincareWin::draw_marks(FXDC& dc, const window_point& end) const {
     if (mode == circle_dragged) {
-        draw_circle(dc);
+        draw_circle(dc, distance_from_anchor(end));
         draw_cross(dc);
     } else {
-        basic_plotter::draw_marks(dc);
+        basic_plotter::draw_marks(dc, end);
     }
 }
 
-double FPoincareWin::drag_length() const {
-    const double dx = anchor_x - end_x, dy = anchor_y - end_y;
+double FPoincareWin::distance_from_anchor(const window_point& end) const {
+    const double dx = anchor_x - end.x, dy = anchor_y - end.y;
     return std::sqrt(dx * dx + dy * dy);
 }
 
-void FPoincareWin::draw_circle(FXDC& dc) const {
-    const int radius = static_cast<int>(drag_length());
-    if (!fox_compat::is_drawable_coordinate(2 * radius)) return;
-    dc.drawArc(anchor_x - radius, anchor_y - radius, 2 * radius, 2 * radius, 0, full_circle);
+void FPoincareWin::draw_circle(FXDC& dc, double radius) const {
+    const int r = static_cast<int>(radius);
+    if (!fox_compat::is_drawable_coordinate(2 * r)) return;
+    dc.drawArc(anchor_x - r, anchor_y - r, 2 * r, 2 * r, 0, full_circle);
 }
 
 void FPoincareWin::draw_cross(FXDC& dc) const {

@@ -26,6 +26,9 @@ public:
     std::vector<FXColor> cycle_colors; ///< the colours of the key "z", in order
     unsigned cycle_index = 0;          ///< of the next colour to take
 
+    /// The states of the mouse for the capture of a fixed point, beside those of the base.
+    enum capture_mode { circle_armed = first_own_mode, circle_dragged };
+
     FPoincareWin(FXComposite* parent, FXuint opts, FXint x, FXint y, FXint w, FXint h);
 
     void render() override;
@@ -84,15 +87,15 @@ protected:
     bool is_dragging() const override;
 
     /// The circle of a capture and the cross at its centre, or the rubber band.
-    void draw_marks(FXDC& dc) const override;
+    void draw_marks(FXDC& dc, const window_point& end) const override;
 
 private:
     void loop_body();
     void wait_for_display(std::int64_t now);
     void toggle_loop();
     void next_color();
-    double drag_length() const;
-    void draw_circle(FXDC& dc) const;
+    double distance_from_anchor(const window_point& end) const;
+    void draw_circle(FXDC& dc, double radius) const;
     void draw_cross(FXDC& dc) const;
 
     std::int64_t last_wait = 0; ///< getMicroTime() when the display had last drawn all there was

@@ -178,8 +178,9 @@ void basic_plotter::arm_zoom() {
 }
 
 void basic_plotter::apply_zoom() {
+    if (!drag_end) return;
     const world_point from = screen_to_world(anchor_x, anchor_y);
-    const world_point to = screen_to_world(end_x, end_y);
+    const world_point to = screen_to_world(drag_end->x, drag_end->y);
     set_view({from.x, from.y, to.x, to.y});
 }
 
@@ -241,38 +242,42 @@ void basic_plotter::isometric_view() {
 }
 
 void basic_plotter::left_press(FXEvent* event) {
-    if (mode != zoom_armed) return;
-    anchor_x = event->win_x;
-    anchor_y = event->win_y;
-    end_x = nothing_drawn;
-    mode = band_dragged;
+    if (mode == zoom_armed) begin_drag(event, band_dragged);
 }
 
 void basic_plotter::left_release(FXEvent*) {
     if (mode != band_dragged) return;
-    flip_marks();
-    mode = idle;
-    setDefaultCursor(normal_cursor);
-    if (end_x == nothing_drawn) return; // no motion: there is no band
-    if (band_has_area()) apply_zoom();  // a mere line counts as no band
+    const std::optional<window_point> end = end_drag();
+    // Without motion there is no band, and a mere line counts as none.
+    if (end && end->x != anchor_x && end->y != anchor_y) apply_zoom();
 }
 
 void basic_plotter::mouse_motion(FXEvent* event) {
     if (mode == position_shown) draw_position_bar(event);
     if (mode != band_dragged) return;
+    // Inside the window: a grabbed pointer leaves it.
+    drag_to({std::clamp(event->win_x, 0, std::max(getWidth() - 1, 0)),
+             std::clamp(event->win_y, 0, std::max(getHeight() - 1, 0))});
+}
+
+void basic_plotter::begin_drag(const FXEvent* event, int dragging) {
+    anchor_x = event->win_x;
+    anchor_y = event->win_y;
+    drag_end.reset();
+    mode = dragging;
+}
+
+void basic_plotter::drag_to(const window_point& end) {
     flip_marks();
-    drag_band_to(event);
+    drag_end = end;
     flip_marks();
 }
 
-// Inside the window: a grabbed pointer leaves it.
-void basic_plotter::drag_band_to(const FXEvent* event) {
-    end_x = std::clamp(event->win_x, 0, std::max(getWidth() - 1, 0));
-    end_y = std::clamp(event->win_y, 0, std::max(getHeight() - 1, 0));
-}
-
-bool basic_plotter::band_has_area() const {
-    return end_x != anchor_x && end_y != anchor_y;
+std::optional<window_point> basic_plotter::end_drag() {
+    flip_marks();
+    mode = idle;
+    setDefaultCursor(normal_cursor);
+    return drag_end;
 }
 
 bool basic_plotter::is_dragging() const {
@@ -280,16 +285,17 @@ bool basic_plotter::is_dragging() const {
 }
 
 bool basic_plotter::has_marks() const {
-    return is_dragging() && end_x != nothing_drawn;
+    return is_dragging() && drag_end;
 }
 
+// Draws the marks of the present drag on the window, or erases them: a second time they vanish.
 void basic_plotter::flip_marks() {
     if (!has_marks() || !id()) return;
     FXDCWindow dc(this);
     dc.setForeground(band_color);
     dc.setFunction(BLT_SRC_XOR_DST);
     dc.setLineWidth(mark_width);
-    draw_marks(dc);
+    draw_marks(dc, *drag_end);
 }
 
 void basic_plotter::restore_marks() {
@@ -297,11 +303,11 @@ void basic_plotter::restore_marks() {
     flip_marks();
 }
 
-void basic_plotter::draw_marks(FXDC& dc) const {
-    dc.drawLine(anchor_x, anchor_y, end_x, anchor_y);
-    dc.drawLine(end_x, anchor_y, end_x, end_y);
-    dc.drawLine(end_x, end_y, anchor_x, end_y);
-    dc.drawLine(anchor_x, end_y, anchor_x, anchor_y);
+void basic_plotter::draw_marks(FXDC& dc, const window_point& end) const {
+    dc.drawLine(anchor_x, anchor_y, end.x, anchor_y);
+    dc.drawLine(end.x, anchor_y, end.x, end.y);
+    dc.drawLine(end.x, end.y, anchor_x, end.y);
+    dc.drawLine(anchor_x, end.y, anchor_x, anchor_y);
 }
 
 void basic_plotter::draw_frame(const wchar_t* xtitle, const wchar_t* ytitle, bool iso) {

@@ -7,6 +7,7 @@
 #include "mathkit/TMapW2S.h"
 
 #include <cmath>
+#include <optional>
 
 /// Holds the map of a plot; all code reaches it through the pointer.
 class map_wrap {
@@ -17,6 +18,11 @@ public:
     map_wrap() = default;
     map_wrap(const map_wrap&) = delete;
     map_wrap& operator=(const map_wrap&) = delete;
+};
+
+/// A position in a window, in pixels; beyond its edges, too.
+struct window_point {
+    int x, y;
 };
 
 /// A two-dimensional plot. It knows nothing of what is plotted.
@@ -31,24 +37,20 @@ class basic_plotter : public FBufferedWindow, public map_wrap, public color_mana
     FXDECLARE(basic_plotter)
 
 public:
-    FXCursor* normal_cursor = nullptr; ///< of the idle state, not owned
-    FXCursor* zoom_cursor = nullptr;   ///< while something is armed or dragged, not owned
-    int anchor_x = 0, anchor_y = 0;    ///< where a drag began, in window pixels
-    int end_x = nothing_drawn;         ///< where it is
-    int end_y = -1;
-    int mode = 0;  ///< state of the mouse, one of mouse_mode
-    int bar_y = 0; ///< top edge of the position bar, in window pixels
+    FXCursor* normal_cursor = nullptr;    ///< of the idle state, not owned
+    FXCursor* zoom_cursor = nullptr;      ///< while something is armed or dragged, not owned
+    int anchor_x = 0, anchor_y = 0;       ///< where a drag began, in window pixels
+    std::optional<window_point> drag_end; ///< where it is; empty before its first motion
+    int mode = idle;                      ///< a mouse_mode, or a state that a subclass adds
+    int bar_y = 0;                        ///< top edge of the position bar, in window pixels
 
-    static constexpr int nothing_drawn = -1; ///< `end_x` before the first motion of a drag
-
-    /// The states of the mouse; the last two belong to FPoincareWin.
+    /// The states of the mouse.
     enum mouse_mode {
-        idle = 0,
-        zoom_armed = 1,
-        band_dragged = 2,
-        position_shown = 3,
-        circle_armed = 4,
-        circle_dragged = 5
+        idle,
+        zoom_armed,     ///< the next left press begins a rubber band
+        band_dragged,   ///< by the left button
+        position_shown, ///< while the right button is down
+        first_own_mode  ///< of a subclass; all that this class does in those is cancel_mode()
     };
 
     basic_plotter(FXComposite* parent, FXuint opts, FXint x, FXint y, FXint w, FXint h);
@@ -72,7 +74,7 @@ public:
     /// Arms the zoom by mouse if the mouse is idle.
     virtual void arm_zoom();
 
-    /// Takes the rubber band, which has been drawn and has an area, as the new world rectangle.
+    /// Takes the rubber band, from the anchor to `drag_end`, as the new world rectangle.
     virtual void apply_zoom();
 
     /// Zooms out: to the whole range, or by 1.5 about the centre.
@@ -137,9 +139,15 @@ protected:
         return true;
     }
 
-    /// Draws the marks of the present drag on the window, or erases them: a second time they
-    /// vanish. Nothing before the first motion.
-    void flip_marks();
+    /// Starts a drag at the pointer, in the state `dragging`.
+    void begin_drag(const FXEvent* event, int dragging);
+
+    /// Moves the end of the drag, and its marks on the window.
+    void drag_to(const window_point& end);
+
+    /// Takes the marks off the window and leaves the mouse idle. Gives the end of the drag, or
+    /// nothing where it has not moved.
+    std::optional<window_point> end_drag();
 
     /// Draws again what stood on the window before the picture was copied there: the marks of a
     /// drag, or the position bar.
@@ -148,10 +156,11 @@ protected:
     /// Whether a drag goes on that has marks: here that of the rubber band.
     virtual bool is_dragging() const;
 
-    /// Draws the marks, the rubber band here, by a DC that is set up for them.
-    virtual void draw_marks(FXDC& dc) const;
+    /// Draws the marks of a drag to `end`, the rubber band here, by a DC that is set up for them.
+    virtual void draw_marks(FXDC& dc, const window_point& end) const;
 
 private:
+    void flip_marks();
     void end_missed_release(FXuint buttons);
     bool has_marks() const;
     void draw_bar();
@@ -161,8 +170,6 @@ private:
     void pan_view(double tenths_x, double tenths_y);
     void snap_view();
     void isometric_view();
-    void drag_band_to(const FXEvent* event);
-    bool band_has_area() const;
     void clear_image(FXDC& dc) const;
 
     kit::wstring bar_text; // of the position bar

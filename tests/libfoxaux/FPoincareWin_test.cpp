@@ -169,11 +169,9 @@ TEST(FPoincareWin, ACircleIsCapturedInWorldUnits) {
         int ax, ay, ex, ey;
         double r; // pixels
     } cases[] = {
-        {40, 60, 43, 56, 5},
-        {40, 60, 41, 61, std::sqrt(2.0)}, // not rounded
-        {10, 60, 10, 160, 100},           // beyond the edge, too, the circle follows the pointer
-        {10, 60, -50, -20, 100},
-        {10, 60, -1, 60, 12}, // the mark of a circle not drawn yet counts as the next pixel
+        {40, 60, 43, 56, 5},     {40, 60, 41, 61, std::sqrt(2.0)}, // not rounded
+        {10, 60, 10, 160, 100}, // beyond the edge, too, the circle follows the pointer
+        {10, 60, -50, -20, 100}, {10, 60, -1, 60, 11},
     };
     for (const auto& c : cases) {
         SCOPED_TRACE(c.ex);
@@ -199,7 +197,7 @@ TEST(FPoincareWin, ACircleIsCapturedInWorldUnits) {
 
 TEST(FPoincareWin, ACaptureWithoutMotionOrCancelledSearchesNothing) {
     toy window;
-    window->end_y = 77; // of an earlier drag
+    window->drag_end = {70, 77}; // of an earlier drag
     for (const bool there_and_back : {false, true}) {
         window->arm_fixed_point();
         send_mouse(window.canvas, SEL_LEFTBUTTONPRESS, 50, 50);

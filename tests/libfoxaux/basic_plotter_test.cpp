@@ -166,11 +166,11 @@ TEST(BasicPlotter, ABandLeavesNoTrace) {
 
 TEST(BasicPlotter, APointerOutsideTheWindowCountsAsOnItsEdge) {
     shown<plot> canvas(400, 300);
-    drag_band(*canvas, 200, 100, -1, -32768); // -1 is also the mark of a band not drawn yet
+    drag_band(*canvas, 200, 100, -1, -32768);
     EXPECT_TRUE(canvas->mode == 0 && canvas->renders == 2);
-    EXPECT_TRUE(canvas->end_x == 0 && canvas->end_y == 0);
+    EXPECT_TRUE(canvas->drag_end->x == 0 && canvas->drag_end->y == 0);
     drag_band(*canvas, 200, 100, 32767, 32767);
-    EXPECT_TRUE(canvas->end_x == 399 && canvas->end_y == 299);
+    EXPECT_TRUE(canvas->drag_end->x == 399 && canvas->drag_end->y == 299);
 }
 
 TEST(BasicPlotter, ThePositionBarKeepsAwayFromThePointer) {
