@@ -20,14 +20,10 @@ double TRadiusFunction::curvatureNumerator(double phi) const {
     return r * r + 2 * dr * dr - r * ddR(phi);
 }
 
-namespace {
-
-double curvature_of(double r, double dr, double ddr) {
+double TRadiusFunction::curvature_of(double r, double dr, double ddr) {
     const double q = r * r + dr * dr;
     return (r * r + 2 * dr * dr - r * ddr) / (q * std::sqrt(q));
 }
-
-} // namespace
 
 double TRadiusFunction::curvature(double phi) const {
     return curvature_of(R(phi), dR(phi), ddR(phi));

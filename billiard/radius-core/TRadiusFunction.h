@@ -76,6 +76,10 @@ public:
 
     /// True when (x, y) lies inside; a point on the curve itself does not.
     bool isInside(double x, double y) const;
+
+protected:
+    /// The signed curvature from the radius and its first two derivatives.
+    static double curvature_of(double r, double dr, double ddr);
 };
 
 /// The ellipse (1 + e^2) x^2 + y^2 = 1: radius 1 on the y axis, and the unit circle for e = 0.

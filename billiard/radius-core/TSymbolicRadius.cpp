@@ -51,8 +51,13 @@ TSymbolicRadius::TSymbolicRadius(const char* formula, const subs_manager& names)
     both.result(e1);
     listRdR = both.finish();
 
+    postfix_compiler second;
+    second.take_sine_and_cosine();
+    second.result(e2);
+    list_bend = second.finish();
+
     int entries = 0;
-    for (const postfix_list* list : {&listR, &listdR, &listddR, &listN, &listRdR})
+    for (const postfix_list* list : {&listR, &listdR, &listddR, &listN, &listRdR, &list_bend})
         entries = std::max(entries, list->stacksize());
     stack.resize(static_cast<std::size_t>(entries));
     diffstack.resize(static_cast<std::size_t>(entries));
@@ -92,7 +97,13 @@ void TSymbolicRadius::derivatives(double phi, double sin_phi, double cos_phi, do
                                   double& ddr) const {
     t = wrapped(phi);
     listRdR.eval_pair(stack.data(), sin_phi, cos_phi, r, dr);
-    ddr = listddR.eval_double(stack.data());
+    ddr = list_bend.eval_angle(stack.data(), sin_phi, cos_phi);
+}
+
+double TSymbolicRadius::curvature_at(double phi, double sin_phi, double cos_phi, double r,
+                                     double dr) const {
+    t = wrapped(phi);
+    return curvature_of(r, dr, list_bend.eval_angle(stack.data(), sin_phi, cos_phi));
 }
 
 void TSymbolicRadius::getRdR(double phi, double& r, double& dr) const {

@@ -50,12 +50,15 @@ public:
                          double& dr) const override;
     void derivatives(double phi, double sin_phi, double cos_phi, double& r, double& dr,
                      double& ddr) const override;
+    double curvature_at(double phi, double sin_phi, double cos_phi, double r,
+                        double dr) const override;
 
     /// Radius and first derivative in one pass of forward differentiation over `listR`.
     void getRdR(double phi, double& r, double& dr) const;
 
 private:
-    postfix_list listRdR; ///< R and R' from one list, with sine and cosine of t given
+    postfix_list listRdR;   ///< R and R' from one list, with sine and cosine of t given
+    postfix_list list_bend; ///< R'' with them given
 };
 
 } // namespace symbolic

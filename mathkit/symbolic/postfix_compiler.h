@@ -34,7 +34,7 @@ namespace symbolic {
 /// postfix_scheduler.h goes on from there.
 class postfix_compiler {
 public:
-    /// Lets the list of two results take the sine and the cosine of its variable from the caller.
+    /// Lets the list take the sine and the cosine of its variable from the caller.
     /// Call it before the first result.
     void take_sine_and_cosine() { sine_given = true; }
 

@@ -85,12 +85,17 @@ public:
     /// The value and its derivative by the cell that was made as the variable, in one pass.
     diffarithm eval_diffarithm(diffarithm* stack) const;
 
-    /// The values of a list of two results that takes the sine and the cosine of its variable from
-    /// the caller (postfix_compiler::take_sine_and_cosine); the cells must agree with them.
-    void eval_pair(double* stack, double sine, double cosine, double& first, double& second) const {
+    /// The value of a list that takes the sine and the cosine of its variable from the caller
+    /// (postfix_compiler::take_sine_and_cosine); the cells must agree with them.
+    double eval_angle(double* stack, double sine, double cosine) const {
         stack[sine_slot] = sine;
         stack[sine_slot + 1] = cosine;
-        second = eval_double(stack);
+        return eval_double(stack);
+    }
+
+    /// Both values of such a list of two results.
+    void eval_pair(double* stack, double sine, double cosine, double& first, double& second) const {
+        second = eval_angle(stack, sine, cosine);
         first = stack[first_slot];
     }
 
