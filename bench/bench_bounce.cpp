@@ -3,7 +3,6 @@
 #include "bench/boost_search.h"
 #include "bench/curves.h"
 #include "bench/figure_table.h"
-#include "bench/inlined_billiard.h"
 #include "bench/textbook_bounce.h"
 #include "tests/counting_curve.h"
 
@@ -102,8 +101,6 @@ void add_curve(figure_table& table, const std::string& name, Make make, const Cu
     add_benchmark(name + "/boost", boost, nothing);
     add_benchmark(name + "/boost to 1e-12",
                   std::make_shared<boost_map<Curve>>(make(), inlined, boost_search{40}), nothing);
-    add_benchmark(name + "/inlined", std::make_shared<inlined_billiard<Curve>>(make(), inlined),
-                  nothing);
 
     const std::string bounce = name + ": iterate ";
     table.ratio(bounce + "faster than the textbook", name + "/textbook", name + "/iterate",
@@ -112,9 +109,6 @@ void add_curve(figure_table& table, const std::string& name, Make make, const Cu
                 at_least(convex ? 4.5 : 3));
     table.ratio(bounce + "faster than Boost.Math to 1e-12", name + "/boost to 1e-12",
                 name + "/iterate");
-    const bool formula = name.starts_with("formula");
-    table.ratio(bounce + "in times of the same search inlined", name + "/iterate",
-                name + "/inlined", at_most(formula ? 1.7 : 1.3));
     table.note(name + ": searches in which Boost.Math misses the root", misses(*boost));
     table.figure(name + ": points of the curve per bounce", points_per_bounce(make()),
                  at_most(convex ? 7.2 : 8.5));

@@ -12,7 +12,7 @@ namespace batch {
 impact impact_of(const TBilliardMap& map) {
     const ray::departure& known = map.lastDeparture();
     if (known.leads_to(map.phi, map.alpha)) {
-        return {{map.phi, map.alpha}, known.r * known.cosine, known.r * known.sine};
+        return {{map.phi, map.alpha}, known.r * known.at.x, known.r * known.at.y};
     }
     double sine, cosine, r, dr;
     kit::sincos(map.phi, sine, cosine);

@@ -3,8 +3,6 @@
 #include "billiard/radius-core/TBilliard.h"
 
 #include "billiard/radius-core/TRadiusFunction.h"
-#include "billiard/radius-core/bounce.h"
-#include "mathkit/TError.h"
 #include "mathkit/bsearch.h"
 #include "mathkit/stderr_failed.h"
 #include "mathkit/trig.h"
@@ -251,44 +249,6 @@ double TBilliard::arcShare(double phi) const {
     const double part =
         integrator.AdaptiveGauss(from, F->arcDensity(from), phi, F->arcDensity(phi), 1e-12);
     return std::isfinite(part) ? table.s[row] + part / table.length : table.s[row];
-}
-
-namespace {
-
-[[noreturn]] void confused(int line) {
-    throw TError("The root solver is confused.\n"
-                 "Could not find intersection between ray and billiard.\n"
-                 "Something must be wrong with the billiard shape!\n")
-        .setPosition("void TBilliard::findit(double&, double&)", "billiard/radius-core/TBilliard",
-                     line);
-}
-
-} // namespace
-
-[[gnu::flatten]] void TBilliard::findit(double& phi, double& alpha) {
-    using ray::refusal;
-    ray::bounce<TRadiusFunction> path(*F, convex, inflections, knots, last);
-    // One line each: the error's line number is all that tells one reason from another.
-    switch (path.next(phi, alpha)) {
-    case refusal::none:
-        return;
-    case refusal::direction:
-        confused(__LINE__);
-    case refusal::through_origin:
-        confused(__LINE__);
-    case refusal::near_end_forward:
-        confused(__LINE__);
-    case refusal::near_end_backward:
-        confused(__LINE__);
-    case refusal::far_end:
-        confused(__LINE__);
-    case refusal::outside_list:
-        confused(__LINE__);
-    case refusal::stationary_point:
-        confused(__LINE__);
-    case refusal::no_number:
-        confused(__LINE__);
-    }
 }
 
 bool TBilliardMap::setPoint(double S, double P) {

@@ -2,6 +2,7 @@
 // The billiard: its curve, the table of its arc length, and the map from impact to impact.
 #pragma once
 
+#include "billiard/radius-core/unit_vector.h"
 #include "mathkit/TIntegrator.h"
 #include "mathkit/TIterraMap.h"
 #include "mathkit/TRect.h"
@@ -14,19 +15,26 @@
 class TRadiusFunction;
 namespace ray {
 
-struct inflection_knot;
+/// A point of the curve where its curvature changes sign, with what a bounce needs there.
+struct inflection_knot {
+    double theta;
+    unit_vector at; ///< from the origin towards it
+    double r, dr;
+    int bends; ///< up to the next knot the boundary bends only left: 1, only right: -1, else 0
+};
 
 /// How the particle leaves the last impact: what the next bounce would else compute anew from phi
 /// and alpha, and less exactly. It counts while both are, bit for bit, those that it belongs to.
 struct departure {
     double phi = 0, alpha = 0;
-    double sine = 0, cosine = 0; ///< of phi
-    double s = 0, o = 0;         ///< sine and cosine of the angle from there to the new line
-    double r = 0, dr = 0;        ///< of the curve
-    bool known = false;
+    unit_vector at;       ///< from the origin towards the impact
+    unit_vector line;     ///< the direction of the path or the opposite one
+    double r = 0, dr = 0; ///< of the curve
+    unsigned impacts = 0; ///< in a row, each gone on from the one before; 0: nothing is known
 
     bool leads_to(double phi_, double alpha_) const {
-        return known && std::bit_cast<std::uint64_t>(phi) == std::bit_cast<std::uint64_t>(phi_) &&
+        return impacts > 0 &&
+               std::bit_cast<std::uint64_t>(phi) == std::bit_cast<std::uint64_t>(phi_) &&
                std::bit_cast<std::uint64_t>(alpha) == std::bit_cast<std::uint64_t>(alpha_);
     }
 };
@@ -164,16 +172,13 @@ public:
     /// table each bounce is slower.
     void buildInflections();
 
-protected:
-    /// What a bounce needs at the inflections; the benchmarks' billiards read it too.
-    std::vector<ray::inflection_knot> knots;
-
-    ray::departure last; ///< of the last findit; a new curve forgets it
-
 private:
     void prepare();
     void buildCircumference();
     void buildKnots();
+
+    std::vector<ray::inflection_knot> knots; // what a bounce needs at the inflections
+    ray::departure last;                     // of the last findit; a new curve forgets it
 };
 
 /// The billiard as a map of its section (S, P) onto itself.

@@ -159,9 +159,8 @@ void TBilliard::buildKnots() {
     for (std::size_t i = 0; i < inflections.size(); ++i) {
         ray::inflection_knot k{};
         k.theta = inflections[i];
-        k.sine = std::sin(k.theta);
-        k.cosine = std::cos(k.theta);
-        F->value_and_slope(k.theta, k.sine, k.cosine, k.r, k.dr);
+        k.at = {std::cos(k.theta), std::sin(k.theta)};
+        F->value_and_slope(k.theta, k.at.y, k.at.x, k.r, k.dr);
         if (i + 1 < inflections.size()) {
             k.bends = bend_between(circumference, turns, k.theta, inflections[i + 1]);
         }

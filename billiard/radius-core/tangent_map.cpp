@@ -18,9 +18,10 @@ mirror mirror_after_findit(const TBilliard& table, double phi, double alpha) {
     const ray::departure& d = table.lastDeparture();
     if (!d.leads_to(phi, alpha)) return mirror_at(*table.F, phi, alpha);
     const double density = std::sqrt(d.r * d.r + d.dr * d.dr);
-    const double across = std::fabs(d.dr * d.s - d.r * d.o); // of the tangent, to the new line
-    return {d.r * d.cosine, d.r * d.sine, density,
-            table.F->curvature_at(phi, d.sine, d.cosine, d.r, d.dr), across / density};
+    // Of the tangent, to the new line.
+    const double across = std::fabs(d.dr * cross(d.at, d.line) - d.r * dot(d.at, d.line));
+    return {d.r * d.at.x, d.r * d.at.y, density,
+            table.F->curvature_at(phi, d.at.y, d.at.x, d.r, d.dr), across / density};
 }
 
 matrix2 tangent_of_angles(const chord& path) {

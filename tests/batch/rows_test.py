@@ -108,23 +108,6 @@ class Maps(unittest.TestCase):
             wanted = float(rows(run("curve", curve))[0]["mean_chord"])
             self.assertLess(abs(mean - wanted), 4 * error + 1e-9 * wanted, curve)
 
-    def test_a_scan_is_the_sum_of_a_map(self):
-        n = 1500
-        for more, threshold in (((), 2 * math.log(n + 1) / n), (("--threshold", 0.3), 0.3)):
-            starts = ("--random", 300, "--seed", 3, "-n", n)
-            row = rows(run("scan", "oval-a:c=4..6/3", *starts, *more))[2]
-            verdicts = rows(run("map", "oval-a:c=6", *starts))
-            facts = rows(run("curve", "oval-a:c=6"))[0]
-            share = sum(float(v["lyapunov"]) > threshold for v in verdicts) / len(verdicts)
-            for column, wanted in {"c": 6, "circumference": float(facts["circumference"]),
-                                   "area": float(facts["area"]), "chaotic": share,
-                                   "chaotic_error": math.sqrt(share * (1 - share) / 300),
-                                   "chord": statistics.fmean(float(v["chord"]) for v in verdicts),
-                                   "lyapunov": statistics.fmean(float(v["lyapunov"])
-                                                                for v in verdicts)}.items():
-                self.assertAlmostEqual(float(row[column]), wanted, 12, column)
-            self.assertTrue(0.1 < share < 0.99)
-
     def test_picture(self):
         with tempfile.TemporaryDirectory() as folder:
             name = f"{folder}/map.PNG"
@@ -184,12 +167,12 @@ class SameBytes(unittest.TestCase):
 
     def test_orbits_that_end_early_are_told(self):
         told = "of the orbits ended early"
-        verdicts = rows(run("map", "formula:1+t", "--random", 16, "-n", 500, told=told))
-        orbits = rows(run("orbit", "formula:1+t", "--random", 16, "-n", 500, told=told))
+        verdicts = rows(run("map", "formula:1+t", "--random", 16, "-n", 100, told=told))
+        orbits = rows(run("orbit", "formula:1+t", "--random", 16, "-n", 100, told=told))
         bounces = [max(int(row["bounce"]) for row in orbits if row["orbit"] == str(i))
                    for i in range(16)]
         self.assertEqual([int(row["bounces"]) for row in verdicts], bounces)
-        self.assertTrue(min(bounces) < 500 and max(bounces) == 500)
+        self.assertTrue(min(bounces) < 100 and max(bounces) == 100)
 
     def test_the_head_tells_what_decides_the_rows(self):
         text = run("map", "formula:5+sin(t)", "--let", "a=1 +1", "-n", 5, "--start=0.25,0.5", "-j", 2,

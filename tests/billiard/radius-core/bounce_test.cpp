@@ -428,8 +428,8 @@ TEST(bounce, takes_a_point_on_the_line_itself_for_an_impact) {
                 billiard.convex = convex;
                 billiard.inflections = {-pi, knot, 3 * pi};
                 int found = 0;
-                for (int i = 0; i < 50; ++i) {
-                    double phi = 0.3 + 0.01 * i;
+                for (int i = 0; i < 100; ++i) {
+                    double phi = 0.3 + 0.005 * i;
                     try {
                         double alpha = 0;
                         billiard.findit(phi, alpha);

@@ -1,0 +1,449 @@
+// SPDX-License-Identifier: MIT
+// One bounce: the search for the point where a straight path meets the curve again.
+#include "billiard/radius-core/bounce.h"
+
+#include "billiard/radius-core/bounce_pieces.h"
+#include "mathkit/TError.h"
+#include "mathkit/trig.h"
+#include "mathkit/turn.h"
+
+#include <cmath>
+#include <numbers>
+
+namespace ray {
+
+namespace {
+
+using std::numbers::pi;
+
+// The far end keeps this distance, in radians, from the pole, and the near end starts with it. The
+// distance of the line from a curve of curvature k grows there like k d^2 / 2 = 3e-14 k: enough to
+// tell inside from outside by doubles, and far less than any piece of a curve is long.
+constexpr double end_distance = 2.5e-7;
+
+// Paths nearer to the origin have no room for both ends: of a sine of 1e-6 they take a half.
+constexpr double no_room = 1e-6;
+
+// An impact lies on the line to within rounding. Where a step vanishes for another reason, at R = 0
+// or an endless slope of W, the curve's point is as far from the line as from the origin.
+constexpr double on_the_line = 1e-3; // of the line's distance
+
+// Of radii within these bounds the search may take squares and products.
+constexpr double least_radius = 1e-70;
+constexpr double largest_radius = 1e70;
+
+// Of such a point the path leads on by the plain formulas.
+bool is_ordinary(double r, double dr) {
+    return r > least_radius && r < largest_radius && std::fabs(dr) < 1e100;
+}
+
+// A few terms of the arc tangent: what they leave out only makes the next step larger, and small
+// steps are exact.
+double arc_tangent_of_step(double t) {
+    if (!(std::fabs(t) < 0.25)) return std::atan(t);
+    const double z = t * t;
+    return t - t * z * ((1.0 / 3 - z * (1.0 / 5)) + (z * z) * (1.0 / 7));
+}
+
+// The second derivative of R from two slopes. A large one is that of a corner and means nothing.
+double bend_of(double rise, double way, double r) {
+    const double bend = rise * (1 / way);
+    return std::fabs(bend) < 1000 * r ? bend : 0;
+}
+
+} // namespace
+
+refusal bounce::next(double& phi, double& alpha) {
+    if (last.leads_to(phi, alpha)) {
+        start_from_last();
+    } else {
+        impacts = 0;
+        start.theta = phi;
+        kit::sincos(phi, start.at.y, start.at.x);
+        curve.value_and_slope(phi, start.at.y, start.at.x, start.r, start.dr);
+        const double unit = std::fabs(start.r);
+        if (unit > largest_radius || unit < least_radius) {
+            if (unit > 0 && std::isfinite(unit)) return in_units(unit, phi, alpha);
+        }
+        const refusal why = start_from_angles(phi, alpha);
+        if (why != refusal::none) return why;
+    }
+    start.inside = 0;
+    distance = start.r * start.across;
+    dir = start.dr * start.across - start.r * start.along > 0 ? 1 : -1;
+
+    spot impact;
+    const refusal why = std::fabs(start.across) < no_room ? through_origin(impact) : find(impact);
+    if (why != refusal::none) return why;
+    return reflect(impact, phi, alpha);
+}
+
+// The same bounce on the curve measured by its radius at the start.
+refusal bounce::in_units(double unit, double& phi, double& alpha) {
+    last.impacts = 0;
+    if (is_in_units) return refusal::no_number; // a radius that changes from one look to the next
+    curve_in_units measured(curve, unit);
+    const std::vector<inflection_knot> no_knots; // theirs are in the other unit
+    departure unused;                            // and so is this
+    bounce same(measured, convex, inflections, no_knots, unused);
+    same.is_in_units = true;
+    return same.next(phi, alpha);
+}
+
+inline void bounce::start_from_last() {
+    impacts = last.impacts;
+    line = at_length_1(last.line);
+    start = seen(last.phi, at_length_1(last.at));
+    start.r = last.r;
+    start.dr = last.dr;
+}
+
+// The velocity is the tangent, turned by alpha. Of the two directions of the line, psi is the one
+// for which psi - phi lies between 0 and pi.
+inline refusal bounce::start_from_angles(double phi, double alpha) {
+    const double r = start.r;
+    const double dr = start.dr;
+    if (is_ordinary(r, dr) && alpha >= 0 && alpha < pi) {
+        double sine, cosine;
+        kit::sincos(alpha, sine, cosine);
+        const double scale = 1 / std::sqrt(r * r + dr * dr);
+        const double radial = (dr * cosine - r * sine) * scale;
+        const double tangential = (r * cosine + dr * sine) * scale;
+        start.across = std::fabs(tangential);
+        start.along = tangential < 0 ? -radial : radial;
+    } else {
+        double w = (alpha + pi) - (std::atan(dr / r) + pi / 2);
+        if (w >= pi) w -= pi;
+        const double psi = phi + w;
+        if (!(psi >= phi && phi >= psi - pi)) return refusal::direction;
+        start.across = std::sin(w);
+        start.along = std::cos(w);
+    }
+    line = turned(start.at, start.across, 1 - start.along);
+    return refusal::none;
+}
+
+inline refusal bounce::find(spot& impact) {
+    spot inside, outside;
+    refusal why = bracket(inside, outside);
+    if (why == refusal::none && !convex && outside.inside <= 0) why = first_piece(inside, outside);
+    if (why != refusal::none) return why;
+    if (outside.inside < 0) return search(inside, outside, impact);
+    impact = outside.inside > 0 ? inside : outside; // which lies on the line
+    return refusal::none;
+}
+
+// The pole lies too near the start for a bracket. The impact is that on the opposite side, moved by
+// what the small angle between line and radius makes of the way across.
+refusal bounce::through_origin(spot& impact) const {
+    const double angle = start.along > 0 ? start.across : -start.across;
+    if (!(std::fabs(angle) < 1e-4)) return refusal::through_origin;
+    spot opposite = seen(start.theta + pi, {-start.at.x, -start.at.y});
+    look(opposite);
+    const double way = angle * (start.r + opposite.r) / opposite.r;
+    if (!(std::fabs(way) < 1e9)) return refusal::no_number;
+    impact = moved(opposite, way);
+    look(impact);
+    return refusal::none;
+}
+
+// Finds both ends: the start is a root itself, so the search begins beside it; it ends beside the
+// pole. Afterwards the near end is not outside and, unless it lies on the line, the far end not
+// inside.
+inline refusal bounce::bracket(spot& near_end, spot& far_end) const {
+    double d = end_distance;
+    for (int i = 0;; ++i, d *= 0.01) {
+        const double sine = dir * d;
+        const double versine = 0.5 * d * d;
+        near_end = seen(start.theta + sine, turned(start.at, sine, versine));
+        // Known better so than by the vectors: it is the difference to the start that counts.
+        near_end.across = start.across - (start.along * sine + start.across * versine);
+        look(near_end);
+        if (near_end.inside >= 0) break;
+        if (i == 2) return dir > 0 ? refusal::near_end_forward : refusal::near_end_backward;
+    }
+
+    constexpr double versine = 0.5 * end_distance * end_distance;
+    const double psi = start.theta + kit::angle_of(start.across, start.along);
+    far_end.theta = dir > 0 ? psi - end_distance : (psi - pi) + end_distance;
+    far_end.at = turned({dir * line.x, dir * line.y}, -dir * end_distance, versine);
+    far_end.across = end_distance;
+    far_end.along = dir * (1 - versine);
+    look(far_end);
+    if (far_end.inside <= 0) return refusal::none;
+    return far_end.inside > 0 && near_end.inside == 0 ? refusal::none : refusal::far_end;
+}
+
+// The root between a point inside and one outside, which lies in the direction of the path. Comes
+// with radius and slope of the curve there.
+refusal bounce::search(const spot& inside, const spot& outside, spot& impact) const {
+    if (approach(first_guess(inside, outside), inside, outside, impact)) return refusal::none;
+    return halve(inside, outside, impact);
+}
+
+// Where the search looks first. The squares of a guess may leave the range of doubles, and then its
+// vector is none: that between both ends takes its place.
+inline bounce::spot bounce::first_guess(const spot& inside, const spot& outside) const {
+    const spot p = convex ? conic_guess(outside) : conic_between(inside, outside);
+    const bool sound = std::fabs(dot(p.at, p.at) - 1) < 1e-9;
+    if (sound && between(inside.theta, p.theta, outside.theta)) return p;
+    return moved(inside,
+                 0.5 * kit::angle_of(cross(inside.at, outside.at), dot(inside.at, outside.at)));
+}
+
+// In polar form 1/R of a straight line, of a circle about the origin and of any conic with its
+// focus there is A + B cos + C sin. One such conic has the curve's radius and slope at the start
+// and its radius at the far end; this is where the line meets it again.
+inline bounce::spot bounce::conic_guess(const spot& far_end) const {
+    // Sine and cosine of the angle from the start to the far end, but for its distance from the
+    // pole, which is too small to matter here.
+    const double sin_far = dir * start.across;
+    const double cos_far = dir * start.along;
+    const double r = far_end.r;
+    const double n = (start.dr * start.across - start.r * start.along) * (1 - cos_far) * r;
+    const double m =
+        start.across * (start.r * start.r - (start.r * cos_far - start.dr * sin_far) * r);
+    const double scale = 2 * n / (n * n + m * m); // n / m is the tangent of half the angle
+    return seen(start.theta + 2 * kit::angle_of(n, m), turned(start.at, m * scale, n * scale));
+}
+
+// The same from one point to another, with the slope of the first: the conic meets the line where a
+// quadratic equation for the tangent of half the angle has its roots.
+inline bounce::spot bounce::conic_between(const spot& u, const spot& e) const {
+    const double cos_e = dot(u.at, e.at);
+    const double sin_e = cross(u.at, e.at);
+    // 1/R less the line, a + p cos + q sin of the angle from u.
+    const double inverse_u = 1 / u.r;
+    const double conic_sin = -u.dr * inverse_u * inverse_u;
+    const double conic_cos = (1 / e.r - inverse_u - conic_sin * sin_e) / (cos_e - 1);
+    const double a = inverse_u - conic_cos;
+    const double p = conic_cos - u.across / distance;
+    const double q = conic_sin + u.along / distance;
+    const double root = std::sqrt(q * q - (a - p) * (a + p));
+    const double sum = -(q + std::copysign(root, q));
+    double n = sum;
+    double m = a - p;
+    const double other = a + p;
+    // Of n / m and other / n the one on the way from u to e.
+    const double half = sin_e / (1 + cos_e);
+    const double t1 = n / m;
+    if (!(dir > 0 ? t1 > 0 && t1 < half : t1 < 0 && t1 > half)) {
+        n = other;
+        m = sum;
+    }
+    if (m < 0) {
+        n = -n;
+        m = -m;
+    }
+    const double scale = 2 * n / (n * n + m * m);
+    return seen(u.theta + 2 * kit::angle_of(n, m), turned(u.at, m * scale, n * scale));
+}
+
+[[gnu::always_inline]] inline bounce::spot bounce::moved(const spot& from, double way) const {
+    return seen(from.theta + way, turned_by(from.at, way));
+}
+
+// 1 / (-R^2 W')
+inline double bounce::inverse_at(const spot& p) const {
+    return 1 / (p.r * p.r * p.along - distance * p.dr);
+}
+
+inline bool bounce::is_on_line(const spot& p) const {
+    return std::fabs(p.inside) <= on_the_line * std::fabs(distance);
+}
+
+// Whether the line leaves the table in a root.
+inline bool bounce::leaves(const spot& p, double inverse) const {
+    return is_on_line(p) && dir * inverse > 0;
+}
+
+// Goes from the guess to the impact. Answers false where it does not get there in a few steps, or
+// where it comes to a root that lies elsewhere or in which the line enters the table.
+[[gnu::always_inline]] inline bool bounce::approach(spot p, const spot& inside, const spot& outside,
+                                                    spot& impact) const {
+    constexpr int most_steps = 4;
+    constexpr double short_step = 1e-13; // it is the last one
+
+    look(p);
+    double inverse = inverse_at(p);
+    double step = arc_tangent_of_step(p.r * p.inside * inverse);
+    if (std::fabs(step) < 1e-15) {
+        impact = p;
+        return leaves(p, inverse);
+    }
+    for (int i = 0; i < most_steps; ++i) {
+        const sample previous = {p.inside / p.r, -p.r * p.r * inverse, p.dr};
+        const double way = step;
+        p = moved(p, way);
+        look(p);
+        inverse = inverse_at(p);
+        step = best_step(p, inverse, previous, way);
+        // The rounding of W, divided by its slope, is as near as any step can come.
+        if (std::fabs(step) <= short_step + 1e-15 * std::fabs(p.r * p.r * inverse)) {
+            impact = arrived(p, step, bend_of(p.dr - previous.dr, way, p.r));
+            return leaves(p, inverse) && between(inside.theta, p.theta, outside.theta);
+        }
+    }
+    return false;
+}
+
+// The way from p to the root: by the tangent, or, where that is but a correction, by the cubic
+// through the angle at the last two values of W, `way` apart, with the slopes there. It gains half
+// of Newton's digits again, but means nothing across a corner.
+[[gnu::always_inline]] inline double bounce::best_step(const spot& p, double inverse,
+                                                       const sample& previous, double way) {
+    constexpr double small_part = 0.25; // of a step: a correction that is believed
+    const double newton = p.r * p.inside * inverse;
+    const double step = std::fabs(newton) < 1e-3 ? newton : arc_tangent_of_step(newton);
+
+    const double back = 1 / (previous.value * p.r - p.inside); // 1 / (W before - W) is R times this
+    const double chord = -way * p.r * back;
+    const double inverse_slope = -p.r * p.r * inverse;
+    const double twist = previous.inverse_slope + inverse_slope - 2 * chord;
+    const double bent = p.inside * p.inside / p.r * back *
+                        ((chord - inverse_slope) - previous.value * p.r * back * twist);
+    const double cubic = newton + bent;
+    return std::fabs(cubic - step) < small_part * std::fabs(step) ? cubic : step;
+}
+
+// The last point looked at, moved by the last step, with the slope that the curve's bend gives it
+// there: Newton's method comes from one side, and without it the direction would drift over a
+// million bounces. Where the line runs along a side all points are near, and a step is but
+// rounding.
+[[gnu::always_inline]] inline bounce::spot bounce::arrived(const spot& p, double step,
+                                                           double bend) const {
+    const double way = std::fabs(step) < 1e-7 ? step : 0;
+    spot impact = seen(p.theta + way, turned(p.at, way, 0));
+    impact.r = p.r + p.dr * way;
+    impact.dr = p.dr + bend * way;
+    return impact;
+}
+
+// The slow and sure way: Newton's method inside a bracket by signs, and half of that where a step
+// leaves it or is not half the one before; beside a corner two points may take turns for ever.
+// Where the radius jumps it ends on the side from which the path comes.
+refusal bounce::halve(const spot& inside, const spot& outside, spot& impact) const {
+    constexpr int most_steps = 120; // halving alone would be through
+    const double whole = kit::angle_of(cross(inside.at, outside.at), dot(inside.at, outside.at));
+    double in = 0; // ways from the point inside
+    double out = whole;
+    double at = 0.5 * whole;
+    double last_size = std::fabs(whole);
+    double last_dr = inside.dr;
+    double step = at;
+    impact = inside;
+    for (int i = 0; i < most_steps; ++i) {
+        spot p = moved(inside, at);
+        look(p);
+        if (!(p.inside == p.inside)) return refusal::no_number;
+        const double bend = bend_of(p.dr - last_dr, step, p.r);
+        if (p.inside >= 0) impact = p;
+        (p.inside >= 0 ? in : out) = at;
+
+        const double inverse = inverse_at(p);
+        step = arc_tangent_of_step(p.r * p.inside * inverse);
+        const double size = std::fabs(step);
+        const bool at_rest = size <= 1e-13 + 1e-15 * std::fabs(p.r * p.r * inverse);
+        if (at_rest && is_on_line(p)) {
+            impact = arrived(p, step, bend);
+            return refusal::none;
+        }
+        if (std::fabs(out - in) <= 1e-15) break;
+        last_dr = p.dr;
+        if (at_rest || !(2 * size < last_size) || !before(in, at + step) ||
+            !before(at + step, out)) {
+            step = 0.5 * (in + out) - at;
+            last_size = 0.5 * std::fabs(out - in);
+        } else {
+            last_size = size;
+        }
+        at += step;
+    }
+    return refusal::none;
+}
+
+// The sum of all ways would part from the vector by the rounding of each; so every few impacts the
+// vector tells the angle.
+inline double bounce::angle_told(const spot& impact) const {
+    if (impacts % 16 != 15) return kit::reduced(impact.theta);
+    const double theta = kit::angle_of(impact.at.y, impact.at.x);
+    return theta < 0 ? theta + kit::two_pi : theta;
+}
+
+// Angles to the tangent count modulo pi, and so the velocity may as well be the opposite one.
+inline refusal bounce::reflect(const spot& impact, double& phi, double& alpha) {
+    // Of alpha, times the length of the tangent (R', R); the line is (along, across).
+    double sine = impact.along * impact.r - impact.across * impact.dr;
+    double cosine = impact.along * impact.dr + impact.across * impact.r;
+    if (sine < 0) {
+        sine = -sine;
+        cosine = -cosine;
+    }
+    const double turned_alpha = kit::angle_of(sine, cosine);
+    const double theta = angle_told(impact);
+    if (!(turned_alpha >= 0 && theta >= 0 && theta <= kit::two_pi)) return refusal::no_number;
+    phi = theta < kit::two_pi ? theta : 0;
+    alpha = turned_alpha < pi ? turned_alpha : 0;
+    leave(impact, sine, cosine);
+    last.phi = phi;
+    last.alpha = alpha;
+    return refusal::none;
+}
+
+// The next path starts here. Its line comes from this one by the tangent, without a root or an
+// angle.
+inline void bounce::leave(const spot& impact, double sine, double cosine) {
+    const double r = impact.r;
+    const double dr = impact.dr;
+    const double scale = 1 / (r * r + dr * dr);
+    const double radial = (dr * cosine - r * sine) * scale;
+    const double tangential = (r * cosine + dr * sine) * scale;
+    const double sign = tangential < 0 ? -1 : 1;
+    last.at = impact.at;
+    last.line = {sign * (radial * impact.at.x - tangential * impact.at.y),
+                 sign * (radial * impact.at.y + tangential * impact.at.x)};
+    last.r = r;
+    last.dr = dr;
+    last.impacts = is_ordinary(r, dr) ? impacts + 1 : 0;
+}
+
+} // namespace ray
+
+namespace {
+
+[[noreturn]] void confused(int line) {
+    throw TError("The root solver is confused.\n"
+                 "Could not find intersection between ray and billiard.\n"
+                 "Something must be wrong with the billiard shape!\n")
+        .setPosition("void TBilliard::findit(double&, double&)", "billiard/radius-core/TBilliard",
+                     line);
+}
+
+} // namespace
+
+// All steps of a bounce are inlined here: what one hands to another then stays in registers.
+[[gnu::flatten]] void TBilliard::findit(double& phi, double& alpha) {
+    using ray::refusal;
+    ray::bounce path(*F, convex, inflections, knots, last);
+    // One line each: the error's line number is all that tells one reason from another.
+    switch (path.next(phi, alpha)) {
+    case refusal::none:
+        return;
+    case refusal::direction:
+        confused(__LINE__);
+    case refusal::through_origin:
+        confused(__LINE__);
+    case refusal::near_end_forward:
+        confused(__LINE__);
+    case refusal::near_end_backward:
+        confused(__LINE__);
+    case refusal::far_end:
+        confused(__LINE__);
+    case refusal::outside_list:
+        confused(__LINE__);
+    case refusal::stationary_point:
+        confused(__LINE__);
+    case refusal::no_number:
+        confused(__LINE__);
+    }
+}

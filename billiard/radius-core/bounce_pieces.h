@@ -1,0 +1,122 @@
+// SPDX-License-Identifier: MIT
+// The bounce on curves with inflections: the walk over the pieces between them. A part of
+// bounce.cpp, which includes it and nobody else: it is to be inlined there.
+#pragma once
+
+#include "billiard/radius-core/bounce.h"
+#include "mathkit/bsearch.h"
+#include "mathkit/trig.h"
+
+#include <cmath>
+#include <cstddef>
+#include <iterator>
+#include <optional>
+
+namespace ray {
+
+// Narrows the ends of the way to those of the first piece between inflections that holds an impact.
+// An end may lie on the line: `outside`, or `inside` where the other one does not lie outside.
+inline refusal bounce::first_piece(spot& inside, spot& outside) const {
+    const auto size = std::ssize(inflections);
+    const int interval =
+        bsearch_interval(static_cast<unsigned>(size), inside.theta, inflections.data());
+    if (interval < 0 || interval >= size - 1) return refusal::outside_list;
+
+    const spot far_end = outside;
+    for (std::ptrdiff_t entry = dir > 0 ? interval + 1 : interval;; entry += dir) {
+        const auto i = static_cast<std::size_t>(entry); // -1 becomes larger than any size
+        const bool is_last = !(i < inflections.size() && before(inflections[i], far_end.theta));
+        // An entry may stand twice, or the start may have been rounded onto it: no piece at all.
+        if (!is_last && !before(inside.theta, inflections[i])) continue;
+        outside = is_last ? far_end : piece_end(i);
+        if (inside.inside == 0 || outside.inside <= 0) return refusal::none;
+        if (!(outside.inside > 0)) return refusal::no_number;
+
+        if (may_leave_between(inside, outside, bends_of(dir > 0 ? entry - 1 : entry))) {
+            if (const std::optional<spot> turn = stationary_between(inside, outside)) {
+                if (!(turn->inside == turn->inside)) return refusal::stationary_point;
+                if (turn->inside <= 0) {
+                    outside = *turn;
+                    return refusal::none;
+                }
+            }
+        }
+        if (is_last) return refusal::no_number; // not reached: the far end is outside
+        inside = outside;
+    }
+}
+
+// Both ends are inside. Seen from the origin the boundary lies beyond the line there, and where it
+// bends left it comes no nearer in between. Where it bends right the path may have left the table
+// and come back, around a point where the distance along the ray is stationary.
+inline bool bounce::may_leave_between(const spot& u, const spot& e, int bends) const {
+    if (bends > 0 || !(slope_of_distance(u) * slope_of_distance(e) <= 0)) return false;
+    return !(bends < 0 && arc_stays_inside(u, e));
+}
+
+// That of R - distance / across, times across^2, which is positive.
+inline double bounce::slope_of_distance(const spot& p) const {
+    return p.dr * p.across * p.across - distance * p.along;
+}
+
+// An arc that bends one way lies in the triangle of its chord and its end tangents. Where all three
+// corners are inside, so is the arc, and no stationary point need be searched. Coordinates run
+// along the line and across it; nothing is divided.
+inline bool bounce::arc_stays_inside(const spot& u, const spot& e) const {
+    const double ux = u.dr * u.along + u.r * u.across; // the tangents, per radian
+    const double uy = u.dr * u.across - u.r * u.along;
+    const double ex = e.dr * e.along + e.r * e.across;
+    const double ey = e.dr * e.across - e.r * e.along;
+    const double dx = e.r * e.along - u.r * u.along; // the chord
+    const double dy = e.inside - u.inside;
+    const double turn = ux * ey - uy * ex;
+    const double from_u = dx * ey - dy * ex; // way to the meeting point, times turn
+    const double from_e = ux * dy - uy * dx;
+    const bool ahead = dir * from_u * turn > 0 && dir * from_e * turn > 0;
+    return ahead && (u.inside * turn + from_u * uy) * turn > 0;
+}
+
+// The point where the distance along the ray is stationary; none where its slopes had the signs of
+// rounding.
+inline std::optional<bounce::spot> bounce::stationary_between(const spot& u, const spot& e) const {
+    const double psi = start.theta + kit::angle_of(start.across, start.along);
+    TFindExt extremum(&curve, distance, psi);
+    double a = u.theta;
+    double b = e.theta;
+    const double theta = extremum.safe_newton(a, b, 1e-14);
+    if (theta != theta) return {};
+    spot p;
+    p.theta = theta;
+    kit::sincos(theta, p.at.y, p.at.x);
+    kit::sincos(psi - theta, p.across, p.along); // and not by the vectors: it may be 1 exactly
+    look(p);
+    return p;
+}
+
+// Radius and slope at the inflections are constants of the curve, and so the ends of the pieces
+// cost no evaluation.
+inline bounce::spot bounce::piece_end(std::size_t entry) const {
+    const double theta = inflections[entry];
+    if (entry >= knots.size() || knots[entry].theta != theta) {
+        unit_vector at;
+        kit::sincos(theta, at.y, at.x);
+        spot p = seen(theta, at);
+        look(p);
+        return p;
+    }
+    const inflection_knot& knot = knots[entry];
+    spot p = seen(theta, knot.at);
+    p.r = knot.r;
+    p.dr = knot.dr;
+    p.inside = p.r * p.across - distance;
+    return p;
+}
+
+// The knots know it of the interval from an entry to the next, if they are those of the list.
+inline int bounce::bends_of(std::ptrdiff_t interval) const {
+    const auto i = static_cast<std::size_t>(interval);
+    if (i >= knots.size() || knots.size() != inflections.size()) return 0;
+    return knots[i].theta == inflections[i] ? knots[i].bends : 0;
+}
+
+} // namespace ray
