@@ -27,11 +27,11 @@ public:
     fox_font();
     ~fox_font() override;
 
-    /// Uses the font that `d` tells, from the cache if it is there. A font that cannot be made (an
-    /// empty face name) leaves the present one in use.
+    /// Uses the font that `d` describes, from the cache if it is there. A font that cannot be made
+    /// (an empty face name) leaves the present one in use.
     void setFont(FXFontDesc& d);
 
-    /// Uses the font that `font` describes; `font` itself stays the caller's.
+    /// The same for callers that have a font and no description; `font` itself stays theirs.
     void setFont(FXFont* font);
 
     /// Takes any number: one that is no usable size is brought into the range of usable_size.

@@ -15,6 +15,7 @@ public:
     explicit specDataTarget(const FXFont* font) : font_choice(font) {}
     ~specDataTarget() override = default;
 
+    /// For callers that have a description; this dialog has texts, from the registry.
     void set_from_desc(FXFontDesc& d) { take_desc(d); }
     void set_from_text(const char* text) { take_text(text); }
 

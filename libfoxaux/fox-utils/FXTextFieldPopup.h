@@ -34,8 +34,8 @@ protected:
 
 /// A combo box over an FXTextFieldPopup that offers what was entered at its site before.
 ///
-/// Build it with its target, load its history once, run the dialog, and save the history only if
-/// the dialog was accepted. The lists belong to history_manager and outlive the widget.
+/// Make it with its target, load its history once, run the dialog, and save the history only if the
+/// dialog was accepted. The lists belong to history_manager and outlive the widget.
 class FXComboBoxPopup : public FXComboBox {
     FXDECLARE(FXComboBoxPopup)
 
@@ -58,7 +58,8 @@ public:
     /// field shows the variable. An empty history gives the variable's value as the only item.
     void load_history(const char* file, int line, void* context, bool set_text);
 
-    /// The same for a history named by a free text.
+    /// The same for a history named by a free text: for fields that are made at run time and stand
+    /// in no line of the source. The dialogs of Billiard have none.
     void load_history_key(const char* key, void* context, bool set_text);
 
     /// Stores the items, and before them the field's text if it differs from the first.

@@ -9,7 +9,8 @@
 #include <cmath>
 #include <optional>
 
-/// Holds the map of a plot; all code reaches it through the pointer.
+/// Holds the map of a plot. All code reaches it through the pointer, so that a program may let
+/// several plots share one map; those of Billiard each use their own.
 class map_wrap {
 public:
     TMapW2S own_map;         ///< the map itself

@@ -9,20 +9,21 @@
 
 #include <set>
 
-/// What a plot draws with. The plot reads the fields when it draws; every live instance is known
-/// to the class, so that the font dialog reaches all plots at once.
+/// What a plot draws with. The plot reads the fields when it draws. The class keeps a list of its
+/// objects, so that the font dialog reaches all plots at once.
 class color_manager {
 public:
-    functor0<void> on_change;         ///< called after the user changed a colour; may be empty
-    FXColor foreground = 0xff000000;  ///< plotted points
-    FXColor foreground2 = 0xffff0000; ///< second plot colour, in use once it has a label
+    functor0<void> on_change;        ///< called after the user changed a colour; may be empty
+    FXColor foreground = 0xff000000; ///< plotted points
+    FXColor foreground2 =
+        0xffff0000; ///< of a second kind of points, where `foreground2_label` is set
     kit::string foreground_label = "Foreground Color"; ///< in the dialog
-    kit::string foreground2_label;                     ///< empty: the dialog omits that colour
-    FXColor background = 0xffffffff;                   ///< of the picture
-    FXColor axis_color = 0xff808080;                   ///< axes, ticks and their text
-    FXColor band_color = 0xff00ffff;                   ///< what is drawn by XOR
-    int font_size = 12; ///< points, as typed; any value. Draw with text_size()
-    FXWindow* owner;    ///< of the dialogs, not owned; null: the root window
+    kit::string foreground2_label;   ///< empty, as in Billiard: there is no second kind
+    FXColor background = 0xffffffff; ///< of the picture
+    FXColor axis_color = 0xff808080; ///< axes, ticks and their text
+    FXColor band_color = 0xff00ffff; ///< what is drawn by XOR
+    int font_size = 12;              ///< points, as typed; any value. Draw with text_size()
+    FXWindow* owner;                 ///< of the dialogs, not owned; null: the root window
 
     explicit color_manager(FXWindow* owner);
     color_manager(const color_manager&) = delete;

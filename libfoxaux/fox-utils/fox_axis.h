@@ -6,7 +6,10 @@
 
 #include <fx.h>
 
-/// An axis that lives for one redraw: construct it, set `tick_len` and `font_size`, ask for
+/// An axis that lives for one redraw. basic_plotter draws xaxis1b and yaxis1b; the other layouts
+/// are for plots that want less or more than a title between two labels.
+///
+/// Construct it, set `tick_len` and `font_size`, ask for
 /// thickness(), let the map fill ticks and labels, set the other fields, draw().
 ///
 /// Texts go through the plot font. The foreground of `dc` is the colour, except in the two-colour
@@ -29,7 +32,7 @@ public:
     virtual void draw() = 0;
 };
 
-/// Takes no room and draws nothing.
+/// No axis: takes no room and draws nothing.
 class null_axis : public fox_axis {
 public:
     int thickness() override;

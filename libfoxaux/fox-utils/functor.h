@@ -1,5 +1,6 @@
 // SPDX-License-Identifier: MIT
-// Counted bound member functions: how a canvas calls a window whose class it does not know.
+// Callbacks, as reference-counted member functions: how a canvas calls a window whose class it does
+// not know.
 #pragma once
 
 #include <cstdint>
@@ -15,7 +16,7 @@
 template<class R, class... A>
 class functor {
 public:
-    /// What a functor calls; owned by its body.
+    /// What a functor calls; owned by the body that its copies share.
     class handle {
     public:
         handle() = default;
@@ -40,7 +41,8 @@ public:
     };
 
     functor() : body(new shared_body) {}
-    explicit functor(handle* target) : functor() { body->h = target; } ///< takes `target` over
+    /// Takes ownership of `target`, which may be any class derived from handle.
+    explicit functor(handle* target) : functor() { body->h = target; }
     template<class T>
     functor(T* object, R (T::*member)(A...)) : functor(new handleClass<T>(object, member)) {}
     functor(const functor& other) : body(other.body) { ++body->refs; }

@@ -9,7 +9,7 @@
 /// A repeated call of `func`: a chore of the application, or a timeout.
 ///
 /// It is stopped or active. The first start decides the mode; a start while active does nothing.
-/// An exception out of `func` passes through, and no call follows; it counts as active until
+/// An exception out of `func` passes through and ends the calls; the object stays active until
 /// stop().
 class fx_idle_wrapper : public FXObject {
     FXDECLARE(fx_idle_wrapper)
@@ -30,8 +30,9 @@ public:
     /// Calls `func` whenever the event loop has nothing to do.
     void start();
 
-    /// Calls `func` after the absolute value of `milliseconds`: one time with `once`, else again
-    /// and again at that distance.
+    /// Calls `func` after the absolute value of `milliseconds`: once with `once`, else again
+    /// and again at that distance. For plots that advance at a steady pace; the loop of Billiard
+    /// runs as fast as it can, by start().
     void start_timeout(int milliseconds, bool once);
 
     /// Ends the calls; `func` itself may do so.

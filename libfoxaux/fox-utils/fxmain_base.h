@@ -31,9 +31,9 @@ public:
         return _main;
     }
 
-    /// The window that owns a dialog of the whole application: of the main windows the one that has
-    /// the keys, which get back to it, else the first, or, before there is one, the root window. A
-    /// click on it can't cover what it owns.
+    /// The window that should own a dialog of the whole application, so that a click on it cannot
+    /// cover the dialog: the main window that has the keys, else the first main window, else,
+    /// before there is one, the root window.
     static FXWindow* dialog_owner();
 
     /// The fixed-pitch font of the text views, created on the display; stays owned here.
@@ -52,14 +52,16 @@ public:
     /// holds. Throws TError if it isn't one.
     void show_help(const char* data, unsigned size);
 
-    /// Opens a text window with the main icon; it copies `text` and deletes itself when closed.
+    /// Opens a text window with the main icon; it copies `text` and deletes itself when closed. For
+    /// programs that have reports to show; Billiard has none.
     void show_text(const FXString& title, const char* text);
 
     /// The same with the title "Help" and the help icon.
     void show_help_text(const char* text);
 };
 
-/// The same base joined to a plain object of the toolkit.
+/// main_base as an object of the toolkit, for a program whose main window is not derived from it.
+/// That of Billiard is.
 class fxmain_base : public FXObject, public main_base {
     FXDECLARE(fxmain_base)
 

@@ -21,6 +21,9 @@ public:
     static history_manager* instance();
 
     history& lookup(const char* file, int line, void* context);
+
+    /// Two more ways to name a list, for programs whose dialogs are made at run time; in Billiard
+    /// only the first one is called, and by FXComboBoxPopup::load_history_key alone.
     history& lookup_key(const char* key, void* context); ///< by a free text in place of file, line
     history& lookup_line(const char* file, int line);    ///< a list apart from those with context
 
@@ -45,7 +48,7 @@ public:
     kit::string* _S = nullptr; // NOLINT(bugprone-reserved-identifier)
     bool is_new = false;       ///< the list was empty: the string has just been made, empty
 
-    history_object() = default; ///< only waits to be assigned
+    history_object() = default; ///< of no use before another one is assigned to it
     history_object(const char* file, int line, void* context);
 
     /// The string read as strtol reads base 10: 0 for what is no number.

@@ -43,6 +43,7 @@ public:
     explicit specDataTarget1(FXFont* font) : font_choice(font) {}
     ~specDataTarget1() override = default;
 
+    /// For callers that have a description; this dialog has a text, from its history.
     void set_desc(const FXFontDesc& d) { take_desc(d); }
     void set_name(const char* text) { take_text(text); }
 };
