@@ -37,9 +37,12 @@ public:
     /// Asks for a file and saves the picture.
     virtual void save_picture();
 
-    /// Reacts to one key: a typed character as its byte (32 to 255), else the key symbol. Gives 1
-    /// if the key is used up, 0 if the toolkit may go on with it. A subclass passes keys that it
-    /// does not know on to its base. A key with Control or Alt does not come here.
+    /// Reacts to one key: a typed character as its byte (32 to 255), else the key symbol. Keys with
+    /// Control or Alt do not come here. A subclass hands the keys that it does not know to its
+    /// base.
+    ///
+    /// The answer is for the toolkit: 1 keeps it from acting on the key too, as it would move the
+    /// focus by an arrow; 0 lets it. 0 does not mean that nobody took the key.
     virtual long on_key(int key);
 
     /// Makes `backup` if there is none; to be called before create().
