@@ -5,6 +5,7 @@
 #include "billiard/radius-core/TBilliard.h"
 #include "billiard/radius-core/tangent_map.h"
 #include "mathkit/TError.h"
+#include "mathkit/closing_step.h"
 #include "mathkit/turn.h"
 
 #include <algorithm>
@@ -29,6 +30,13 @@ constexpr double closing_gap = 1e-8, closing_blur = 1e-9;
 // Points that are nearer to each other are the same.
 constexpr double same_point = 1e-7;
 
+// Where the trace is 2 the gap grows with a higher power of the distance: rounding allows no more.
+constexpr double same_flat_point = 1e-5;
+
+// A trace this near to 2 is 2; in a family that turns at very different speeds rounding may do
+// more.
+constexpr double trace_blur = 1e-7, family_blur = 1e-3;
+
 // A path with a shorter chord, in circumferences, does not leave a corner, or creeps along the
 // boundary where all points nearly stay where they are.
 constexpr double shortest_chord = 1e-6;
@@ -47,6 +55,9 @@ struct passage {
     mirror from{};
     double length = 0, shortest = HUGE_VAL; // of all chords, of one
     int turns = 0;
+    bool fills = false; // one of a curve of periodic points
+
+    bool is_flat(double blur = trace_blur) const { return std::fabs(tangent.trace() - 2) <= blur; }
 };
 
 class return_map {
@@ -81,13 +92,14 @@ public:
     std::optional<passage> closed_near(phase_point start) const {
         constexpr int most_steps = 40;
         std::optional<passage> here = follow(start);
+        approach way;
         for (int i = 0; i < most_steps && here; ++i) {
-            std::optional<passage> next = improved(*here);
+            std::optional<passage> next = improved(*here, way);
             if (!next) break;
             here = std::move(next);
         }
         if (here && !is_closed(*here)) here.reset();
-        return here;
+        return here && here->is_flat(family_blur) ? settled(*here) : here;
     }
 
 private:
@@ -116,21 +128,67 @@ private:
         return step;
     }
 
-    // A Newton step, or as much of it as brings the image nearer; empty when nothing does.
-    std::optional<passage> improved(const passage& p) const {
+    // What the steps before tell of the root.
+    struct approach {
+        periodic::root_multiplicity multiplicity;
+        double taken = 0; // how much of the last step
+    };
+
+    // A Newton step as often as the root counts, or as much of it as brings the image nearer; empty
+    // when nothing does.
+    std::optional<passage> improved(const passage& p, approach& way) const {
         constexpr double longest_step = 0.3;
+        constexpr double newton_leaves = 0.25; // of the gap to a double root; more to a higher one
         constexpr int halvings = 6;
         const gap step = closing_step(p);
-        double part = std::min(1.0, longest_step / step.size());
         if (!(step.size() > 1e-15)) return {}; // rounding, or no number
+        way.multiplicity.watch({step.phi, step.alpha}, way.taken);
+        const auto stepped = [&](double part, double share) {
+            std::optional<passage> next = moved(p, part, step);
+            if (next && !(next->way.size() < share * p.way.size())) next.reset();
+            way.taken = part;
+            return next;
+        };
+        const double m = way.multiplicity.shown();
+        if (m > 1) {
+            if (auto next = stepped(m, newton_leaves)) return next;
+        }
+        double part = std::min(1.0, longest_step / step.size());
         for (int i = 0; i <= halvings; ++i, part /= 2) {
-            const phase_point at = p.points.front();
-            const phase_point to = {kit::wrapped(at.phi + part * step.phi),
-                                    at.alpha + part * step.alpha};
-            std::optional<passage> next = follow(to);
-            if (next && next->way.size() < p.way.size()) return next;
+            if (auto next = stepped(part, 1)) return next;
         }
         return {};
+    }
+
+    // Where the trace is 2, Newton's steps end some 1e-6 beside the point, as rounding fills the
+    // gap between: from further off on both sides they point at it better. Or they do not point
+    // along their line at all, which then is one of periodic points.
+    passage settled(passage p) const {
+        constexpr double off = 2e-4, least_share = 0.05; // of the way that a step goes
+        const gap line = unmoved_direction(p.tangent);
+        const auto ahead = moved(p, off, line), behind = moved(p, -off, line);
+        if (!ahead || !behind) return p;
+        const double back = along(closing_step(*ahead), line) / off;
+        const double forth = along(closing_step(*behind), line) / off;
+        p.fills = !(back < -least_share && forth > least_share);
+        if (p.fills || !p.is_flat()) return p;
+        const auto centre = moved(p, off * (forth + back) / (forth - back), line);
+        return centre && centre->way.size() <= closing_gap ? *centre : p;
+    }
+
+    // Of the tangent map; a unit vector.
+    static gap unmoved_direction(const matrix2& tangent) {
+        const gap first{-tangent.xy, tangent.xx - 1}, second{1 - tangent.yy, tangent.yx};
+        const gap& longer = first.size() > second.size() ? first : second;
+        const double size = longer.size();
+        return size > 0 ? gap{longer.phi / size, longer.alpha / size} : gap{1, 0};
+    }
+    static double along(const gap& step, const gap& line) {
+        return step.phi * line.phi + step.alpha * line.alpha;
+    }
+    std::optional<passage> moved(const passage& p, double part, const gap& step) const {
+        const phase_point at = p.points.front();
+        return follow({kit::wrapped(at.phi + part * step.phi), at.alpha + part * step.alpha});
     }
 
     bool is_closed(const passage& p) const {
@@ -157,8 +215,7 @@ bool is_shorter(const std::vector<phase_point>& points) {
 }
 
 stability stability_of(double trace) {
-    constexpr double blur = 1e-7;
-    if (std::fabs(std::fabs(trace) - 2) <= blur) return stability::parabolic;
+    if (std::fabs(std::fabs(trace) - 2) <= trace_blur) return stability::parabolic;
     if (std::fabs(trace) < 2) return stability::elliptic;
     return trace > 0 ? stability::hyperbolic : stability::inverse_hyperbolic;
 }
@@ -174,7 +231,7 @@ periodic_row row_of(const TBilliardMap& map, const passage& p) {
             at.phi,
             at.alpha,
             trace,
-            stability_of(trace),
+            p.fills ? stability::parabolic : stability_of(trace),
             residual};
 }
 
@@ -187,20 +244,23 @@ std::pair<double, double> rank(const periodic_row& row) {
 // images of one would carry its rounding, many times as large, around the orbit. Empty where that
 // fails, as in a corner.
 std::optional<periodic_orbit> orbit_of(const TBilliardMap& map, const return_map& returns,
-                                       const passage& first) {
-    periodic_orbit orbit{{}, first.length, first.turns};
-    for (const phase_point& p : first.points) {
+                                       const passage& from) {
+    periodic_orbit orbit{{}, from.length, from.turns, false};
+    const double limit = from.is_flat() ? same_flat_point : same_point;
+    for (const phase_point& p : from.points) {
         const std::optional<passage> refined = returns.closed_near(p);
-        if (!refined || !are_near(refined->points.front(), p, same_point)) return {};
+        if (!refined || !are_near(refined->points.front(), p, limit)) return {};
         orbit.points.push_back(row_of(map, *refined));
     }
     const auto least = std::min_element(
         orbit.points.begin(), orbit.points.end(),
         [](const periodic_row& a, const periodic_row& b) { return rank(a) < rank(b); });
     std::rotate(orbit.points.begin(), least, orbit.points.end());
+    const periodic_row& first = orbit.points.front(); // on a joint it may look hyperbolic
+    orbit.fills = from.fills && first.kind == stability::parabolic && first.trace > 0;
     for (periodic_row& row : orbit.points) { // the trace is the orbit's, but for rounding
-        row.trace = orbit.points.front().trace;
-        row.kind = orbit.points.front().kind;
+        row.trace = first.trace;
+        row.kind = first.kind;
     }
     return orbit;
 }
@@ -215,9 +275,10 @@ public:
         }
     }
     bool holds(const periodic_row& p) const {
+        const double limit = p.kind == stability::parabolic ? same_flat_point : same_point;
         return std::any_of(
-            points.lower_bound(p.S - same_point), points.upper_bound(p.S + same_point),
-            [&](const auto& other) { return std::fabs(other.second - p.P) < same_point; });
+            points.lower_bound(p.S - limit), points.upper_bound(p.S + limit),
+            [&](const auto& other) { return std::fabs(other.second - p.P) < limit; });
     }
 
 private:
@@ -233,10 +294,8 @@ bool are_of_one_family(const periodic_orbit& a, const periodic_orbit& b) {
 std::vector<periodic_orbit> families_of(const std::vector<periodic_orbit>& orbits) {
     std::vector<periodic_orbit> families;
     for (const periodic_orbit& orbit : orbits) {
-        const periodic_row& point = orbit.points.front();
-        const bool fills = point.kind == stability::parabolic && point.trace > 0;
         const auto same = [&](const periodic_orbit& o) { return are_of_one_family(o, orbit); };
-        if (fills && std::none_of(families.begin(), families.end(), same))
+        if (orbit.fills && std::none_of(families.begin(), families.end(), same))
             families.push_back(orbit);
     }
     return families;

@@ -33,6 +33,7 @@ struct periodic_orbit {
     std::vector<periodic_row> points; ///< in the order of the bounces, from that of the least S on
     double length;                    ///< of the closed path
     int turns;                        ///< how often S goes round, counted forward
+    bool fills;                       ///< one of a family, see `distinct`
 };
 
 /// From each start a search for an orbit of exactly this order, by Newton's method with the tangent

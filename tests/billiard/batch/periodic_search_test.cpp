@@ -46,13 +46,13 @@ double around(double difference, double turn) {
 }
 
 /// The orbits must be whole, close themselves, and have no point in common.
-void expect_proper(const std::vector<periodic_orbit>& orbits, int order) {
+void expect_proper(const std::vector<periodic_orbit>& orbits, int order, double residual = 1e-11) {
     std::vector<periodic_row> rows;
     for (const periodic_orbit& orbit : orbits) {
         EXPECT_EQ(orbit.points.size(), order);
         for (const periodic_row& row : orbit.points) {
             EXPECT_EQ(row.order, order);
-            EXPECT_LT(row.residual, 1e-11);
+            EXPECT_LT(row.residual, residual);
             for (const periodic_row& other : rows)
                 EXPECT_GT(around(row.S - other.S, 1) + std::fabs(row.P - other.P), 1e-7);
             rows.push_back(row);
@@ -92,23 +92,37 @@ TEST(periodic_search, counts_orbits_and_families_once) {
     const struct {
         const char* curve;
         int order, orbits, families;
+        double residual = 1e-11; // more where the speeds of neighbours differ by a thousand
     } cases[] = {
-        {"Ellipse 0", 2, 1, 1},      {"Ellipse 0", 3, 2, 2},      {"Ellipse 0", 5, 4, 4},
-        {"Ellipse 0", 6, 2, 2},      {"Ellipse 1", 2, 2, 0},      {"Ellipse 1", 3, 2, 2},
-        {"Ellipse 1", 4, 2, 2},      {"Ellipse 2", 4, 3, 3},      {"OvalA 5", 1, 0, 0},
-        {"OvalA 5", 2, 1, 0},        {"OvalA 5", 3, 8, 0},        {"OvalA 5", 4, 20, 0},
-        {"Stadium 1", 2, 2, 1},      {"Stadium 1", 3, 8, 0},      {"Triangle 60 60", 2, 0, 0},
-        {"Triangle 60 60", 3, 2, 0}, {"Triangle 60 60", 4, 1, 1}, {"Triangle 60 60", 5, 0, 0}};
+        {"Ellipse 0", 2, 1, 1},         {"Ellipse 0", 3, 2, 2},      {"Ellipse 0", 5, 4, 4},
+        {"Ellipse 0", 6, 2, 2},         {"Ellipse 1", 2, 2, 0},      {"Ellipse 1", 3, 2, 2},
+        {"Ellipse 1", 4, 2, 2},         {"Ellipse 2", 4, 3, 3},      {"OvalA 5", 1, 0, 0},
+        {"Ellipse 1.5", 7, 6, 6, 1e-9}, {"OvalA 5", 2, 2, 0},        {"OvalA 5", 3, 8, 0},
+        {"OvalA 5", 4, 20, 0},          {"Stadium 1", 2, 2, 1},      {"Stadium 1", 3, 8, 0},
+        {"Triangle 60 60", 2, 0, 0},    {"Triangle 60 60", 3, 2, 0}, {"Triangle 60 60", 4, 1, 1},
+        {"Triangle 60 60", 5, 0, 0},    {"OvalC 17 4", 2, 4, 0}};
     for (const auto& c : cases) {
         SCOPED_TRACE(std::string(c.curve) + " " + std::to_string(c.order));
         TBilliardMap map(new_reference_curve(c.curve));
         const auto orbits = found_from(map, cells_of_all(map, 24), c.order);
-        expect_proper(orbits, c.order);
+        expect_proper(orbits, c.order, c.residual);
         EXPECT_EQ(orbits.size(), c.orbits);
         int families = 0;
         for (const periodic_orbit& orbit : orbits)
-            families += std::fabs(orbit.points.front().trace - 2) < 1e-7 ? 1 : 0;
+            families += orbit.fills ? 1 : 0;
         EXPECT_EQ(families, c.families);
+    }
+}
+
+TEST(periodic_search, finds_a_threefold_root) {
+    // The path between the two flat points: what comes back is off by the third power of the way.
+    TBilliardMap map(new_reference_curve("OvalA 5"));
+    const auto orbits = found_from(map, cells_of_all(map, 24), 2);
+    ASSERT_EQ(orbits.size(), 2);
+    for (const periodic_row& point : orbits[1].points) {
+        EXPECT_EQ(point.kind, stability::parabolic);
+        EXPECT_NEAR(std::fabs(point.S - 0.5), 0.25, 1e-9);
+        EXPECT_NEAR(point.P, 0, 1e-12);
     }
 }
 
