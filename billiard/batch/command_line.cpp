@@ -138,6 +138,7 @@ private:
     static void add_option(command& c, const std::string& name, const std::string& text) {
         const option_entry& entry = find_option(name);
         if (!entry.repeatable && c.has(name)) throw usage_error(name + " is given twice");
+        if (text.empty()) throw usage_error(name + " has no value; it takes " + entry.value);
         c.given.emplace_back(name, entry.is_switch() ? "" : text);
     }
 

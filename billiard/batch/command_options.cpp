@@ -41,7 +41,7 @@ const std::vector<verb_entry>& verbs() {
 }
 
 const std::vector<option_entry>& options() {
-    constexpr const char* work = "orbit map scan periodic";
+    constexpr const char* all = "orbit map scan periodic curve";
     static const std::vector<option_entry> table = {
         {.name = "-n", .value = "N", .verbs = "orbit map scan",
          .help = "bounces of each orbit (default 1000)"},
@@ -64,10 +64,10 @@ const std::vector<option_entry>& options() {
          .help = "exponents above X count as chaotic (default: by -n, see the manual)"},
         {.name = "--order", .value = "Q", .verbs = "periodic",
          .help = "the highest order (default 4)"},
-        {.name = "--let", .value = "NAME=VALUE", .verbs = "orbit map scan periodic curve",
+        {.name = "--let", .value = "NAME=VALUE", .verbs = all,
          .help = "a further name of a formula: a number, an expression or, for scan, a range; may "
                  "be given many times", .repeatable = true},
-        {.name = "-o", .value = "FILE", .verbs = "orbit map scan periodic curve",
+        {.name = "-o", .value = "FILE", .verbs = all,
          .help = "write to FILE, not to standard output; map --cells draws a picture if it ends in "
                  ".png", .decides_rows = false},
         {.name = "--show", .value = "WHAT", .verbs = "map",
@@ -78,18 +78,18 @@ const std::vector<option_entry>& options() {
          .decides_rows = false},
         {.name = "--scale", .value = "K", .verbs = "map",
          .help = "the picture has K x K pixels for a cell (default 1)", .decides_rows = false},
-        {.name = "-j", .value = "N", .verbs = work,
+        {.name = "-j", .value = "N", .verbs = all,
          .help = "threads (default: one for each core); the rows do not depend on it",
          .decides_rows = false},
-        {.name = "--shard", .value = "K/N", .verbs = work,
+        {.name = "--shard", .value = "K/N", .verbs = all,
          .help = "the K-th of N parts; the parts one after another are the whole",
          .decides_rows = false},
-        {.name = "--resume", .value = "", .verbs = work,
+        {.name = "--resume", .value = "", .verbs = all,
          .help = "go on with the file of -o after its last whole row", .decides_rows = false},
-        {.name = "--dry-run", .value = "", .verbs = work,
+        {.name = "--dry-run", .value = "", .verbs = all,
          .help = "tell rows, bounces and an estimate of the time, and do nothing",
          .decides_rows = false},
-        {.name = "--progress", .value = "WHEN", .verbs = work,
+        {.name = "--progress", .value = "WHEN", .verbs = all,
          .help = "always, never or auto: only where standard error is a terminal (default)",
          .decides_rows = false, .choices = "always never auto"},
     };

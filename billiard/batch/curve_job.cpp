@@ -3,6 +3,7 @@
 #include "billiard/batch/curve_job.h"
 
 #include "billiard/batch/curve_facts.h"
+#include "billiard/batch/errors.h"
 #include "billiard/batch/number_text.h"
 
 namespace batch {
@@ -27,9 +28,14 @@ private:
 
 } // namespace
 
+void curve_job::leave_out(const written_rows& written) {
+    if (written.count > rows) throw usage_error("the file has more rows than this command");
+    rows -= written.count;
+}
+
 std::unique_ptr<block> curve_job::next() {
-    if (taken) return nullptr;
-    taken = true;
+    if (rows == 0) return nullptr;
+    --rows;
     return std::make_unique<only_row>();
 }
 

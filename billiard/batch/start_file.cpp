@@ -15,7 +15,9 @@
 #include <cstdio>
 #include <cstring>
 #include <memory>
+#include <string_view>
 #include <unistd.h>
+#include <vector>
 
 namespace batch {
 
@@ -49,6 +51,31 @@ private:
     std::int64_t count;
 };
 
+// A field without the blanks and the quotes about it.
+std::string_view bare(std::string_view field) {
+    while (field.starts_with(' '))
+        field.remove_prefix(1);
+    while (field.ends_with(' '))
+        field.remove_suffix(1);
+    const bool quoted = field.size() > 1 && field.starts_with('"') && field.ends_with('"');
+    return quoted ? field.substr(1, field.size() - 2) : field;
+}
+
+// The fields of a line, cut at each comma that is not between quotes.
+std::vector<std::string_view> fields_of(std::string_view line) {
+    std::vector<std::string_view> fields;
+    std::size_t begin = 0;
+    bool quoted = false;
+    for (std::size_t i = 0; i < line.size(); ++i) {
+        quoted = quoted != (line[i] == '"');
+        if (line[i] != ',' || quoted) continue;
+        fields.push_back(bare(line.substr(begin, i - begin)));
+        begin = i + 1;
+    }
+    fields.push_back(bare(line.substr(begin)));
+    return fields;
+}
+
 // Reads a CSV file line by line.
 class start_reader {
 public:
@@ -56,14 +83,14 @@ public:
         input.reset(name == "-" ? stdin : std::fopen(name.c_str(), "r"));
         if (!input) throw usage_error(name + ": " + std::strerror(errno));
         if (!next_line()) wrong("is empty; it needs columns S and P");
-        columns = split(line(), ',').size();
+        columns = fields_of(line()).size();
         column_S = find_column("S");
         column_P = find_column("P");
     }
 
     bool next(point& p) {
         if (!next_line()) return false;
-        const auto fields = split(line(), ',');
+        const auto fields = fields_of(line());
         if (fields.size() != columns) {
             wrong_line("has " + std::to_string(fields.size()) + " columns, not " +
                        std::to_string(columns));
@@ -94,13 +121,15 @@ private:
 
     std::string_view line() const {
         std::string_view text = buffer.data();
+        constexpr std::string_view byte_order_mark = "\xef\xbb\xbf";
+        if (line_number == 1 && text.starts_with(byte_order_mark)) text.remove_prefix(3);
         while (text.ends_with('\n') || text.ends_with('\r') || text.ends_with(' '))
             text.remove_suffix(1);
         return text;
     }
 
     std::size_t find_column(const char* title) const {
-        const auto titles = split(line(), ',');
+        const auto titles = fields_of(line());
         const auto found = std::find(titles.begin(), titles.end(), title);
         if (found == titles.end()) {
             wrong("has no column " + std::string(title) + " in its line " + in_quotes(line()));

@@ -26,7 +26,7 @@ start_list starts_for(const command& c) {
 std::unique_ptr<row_job> job_for(const command& c, const curve_word& curve,
                                  const start_list& starts) {
     const shard part = shard_of(c);
-    if (c.verb == "curve") return std::make_unique<curve_job>();
+    if (c.verb == "curve") return std::make_unique<curve_job>(part);
     if (c.verb == "periodic") {
         const auto orders = static_cast<int>(count_of(c, "--order", 4, most_orders));
         return std::make_unique<periodic_job>(starts, orders, part);

@@ -65,7 +65,7 @@ class Starts(unittest.TestCase):
         self.assertEqual(self.starts(), [(0.5, 0.5)])
 
     def test_each_source_in_its_order(self):
-        table = "# a comment\nn,P,S\n1,-0.25,0.125\n\n2,1e-1,5e-1\r\n"
+        table = '\ufeff# a comment\nn, P,"S"\n"1,2",-0.25,"0.125"\n\n2,1e-1 ,5e-1\r\n'
         got = self.starts("--start", "0.3,-0.2", "--angles", "0,1.5707963267948966", "--start",
                           "0.1,0.1", "--from", "-", "--cells", "2x2", "--window", "0,0,1,1",
                           input=table)
@@ -147,6 +147,7 @@ COMMANDS = {
     "map": ("map", "oval-c", "--cells", "20x30", "-n", 200),
     "map of a formula": ("map", "formula:4+a*sin(2*t)", "--let", "a=0.5", "--random", 99),
     "scan": ("scan", "oval-c:n=2..3/2,c=2..4/3", "--random", 40, "-n", 300),
+    "curve": ("curve", "oval-c"),
     "periodic": ("periodic", "oval-a:c=3", "--order", 4, "--cells", "20x20"),
     "scan in slices": ("scan", "oval-a:c=2..3/2", "--random", 40, "-n", 20000),
 }

@@ -7,7 +7,8 @@ import unittest
 
 from program import PROGRAM, main, run
 
-# A command line, cut at blanks ("~" stands for a blank inside a word), and a part of the message.
+# A command line, cut at blanks ("~" stands for a blank inside a word, '' for no letter at all), and
+# a part of the message.
 WRONG = """
 | give a verb and a curve
 obit stadium | there is no verb 'obit'; did you mean 'orbit'?
@@ -83,6 +84,7 @@ orbit formula:5+e --let e=1 | --let e: a formula's own name
 orbit stadium --let a=1 | --let is for a formula, and stadium has none
 orbit oval-a:c=2..3/4 | orbit takes one curve: the range of 'c' is for scan
 map formula:5+a --let a=0..1/3 | map takes one curve: the range of 'a' is for scan
+orbit '' | orbit needs a curve
 curve oval-a:c=2..3/4 | curve takes one curve
 scan oval-a:c=2..3 | oval-a: c is '2..3', which is no range; one of 46 values is 1.5..6/46
 scan oval-a:c=2..3/0 | which is no range
@@ -148,6 +150,7 @@ orbit stadium --progress sometimes | --progress has no value 'sometimes'; known 
 orbit stadium --progress alway | did you mean 'always'?
 orbit stadium --resume | --resume goes on with a file, which -o names
 orbit stadium -o missing/x.csv | missing/x.csv: No such file or directory
+orbit stadium -o '' | -o has no value; it takes FILE
 orbit stadium -o . | .: Is a directory
 map stadium --cells 4x4 -o missing/x.png | missing/x.png
 orbit stadium -o pipe --resume | pipe is no file that --resume could go on with
@@ -174,7 +177,7 @@ class WrongCommands(unittest.TestCase):
             os.mkfifo(f"{folder}/pipe")
             before = sorted(os.listdir(folder))
             for line, message in cases:
-                words = [word.replace("~", " ") for word in line.split()]
+                words = [word.replace("~", " ").replace("''", "") for word in line.split()]
                 with self.subTest(line):
                     done = subprocess.run([PROGRAM, *words], capture_output=True, text=True,
                                           cwd=folder, timeout=60, stdin=subprocess.DEVNULL)
