@@ -29,7 +29,7 @@ FXDEFMAP(FMain) FMainMap[] = {
 
 FXIMPLEMENT(FMain, FXMainWindow, FMainMap, ARRAYNUMBER(FMainMap))
 
-// The ids go on from the toolkit's and keep their numbers: a new one comes behind the others.
+// The ids follow those of the toolkit and keep their numbers: add a new one at the end.
 static_assert(FXMainWindow::ID_LAST == 60);
 static_assert(FMain::ID_COMMAND_FIRST == 61 && FMain::ID_COMMAND_LAST == 74);
 static_assert(FMain::ID_OVAL_A == 75 && FMain::ID_TRIANGLE == 81);
@@ -37,7 +37,7 @@ static_assert(FMain::ID_OVAL_A == 75 && FMain::ID_TRIANGLE == 81);
 namespace {
 
 constexpr FXint least_panel_width = 100;
-constexpr FXint label_padding = 2; // on all sides of what stands in the panel
+constexpr FXint label_padding = 2; // around the labels of the panel
 
 struct button_row {
     const char* label;
@@ -64,8 +64,8 @@ void add_buttons(FXComposite* panel, FMain* target, const button_row (&rows)[n])
                      0, 0, label_padding, label_padding, label_padding, label_padding);
 }
 
-// Makes the panel as wide as its labels want. At the usual font the longest has its room without
-// its padding, and the panel keeps its width.
+// Makes the panel as wide as its labels want. At the usual font the longest fits without its
+// padding, and the panel keeps its width.
 void fit_panel(FXComposite* panel) {
     const FXint wanted = panel->getDefaultWidth();
     if (wanted - 2 * label_padding > panel->getWidth()) panel->setWidth(wanted);
@@ -203,7 +203,7 @@ void FMain::toggle_coordinate_window() {
         coordinate->take_focus();
     }
     show_billiard = !show_billiard;
-    setFocus(); // without a window manager the one shown or hidden may have moved the keys
+    setFocus(); // without a window manager showing or hiding a window may move the keys
 }
 
 void FMain::follow_loop_check() {

@@ -13,8 +13,8 @@ class poincare_billiard;
 
 /// The program's main window, which is also its application singleton.
 ///
-/// It owns the billiard and both plot windows and turns the panel's commands into calls on the
-/// phase-space canvas. Of orbits it knows nothing: they live in the pixels of the canvases.
+/// It owns the billiard and both plot windows, and carries out the panel's commands by calls on the
+/// phase-space canvas. It knows nothing of orbits: they live in the pixels of the canvases.
 class FMain : public FXMainWindow, public main_base {
     FXDECLARE(FMain)
 

@@ -121,7 +121,7 @@ position_tab ask_position(FMain* owner, position_values& at) {
 
 } // namespace
 
-// The fields' texts are remembered also if the curve is then refused.
+// The fields' texts are remembered even if the curve is then refused.
 long FMain::curve_dialog(FXuint id) {
     const curve_entry& entry = curve_of(id);
     curve_values values = first_values(entry);
@@ -163,7 +163,7 @@ long FMain::onCmdShowPosition(FXObject*, FXSelector, void*) {
     if (accepted == position_tab::section) map.setPoint(at.S, at.P);
     if (accepted == position_tab::angles) {
         map.setPhiAlpha(kit::wrapped(to_radians(at.phi)), to_radians(at.alpha));
-        coordinate->redraw_boundary(); // the map has moved, also to a point that is no start
+        coordinate->redraw_boundary(); // the map has moved, perhaps to a point that is no start
         coordinate->begin_path();
     }
     if (accepted != position_tab::none) {

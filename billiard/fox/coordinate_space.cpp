@@ -32,8 +32,8 @@ bool is_finite(const TRect& rect) {
            std::isfinite(rect.y1);
 }
 
-// What of the table can be shown at all, for curves whose table holds a NaN or an infinity, or
-// whose span is one.
+// The box of those points of the table that can be shown: some curves' tables hold a NaN,
+// infinities or numbers whose difference is infinite.
 TRect finite_border(const TBilliard::circumference_class& table) {
     constexpr double largest = 1e150;
     TRect border(-1, -1, 1, 1);
@@ -149,7 +149,7 @@ void coordinate_space::draw_boundary(bool clear) {
 }
 
 void coordinate_space::add_bounce() {
-    if (!image->id()) return; // where nothing can be drawn no path begins
+    if (!image->id()) return; // no path begins where nothing can be drawn
     double x, y;
     map->getXY(x, y);
 

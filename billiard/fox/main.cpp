@@ -20,7 +20,7 @@ constexpr const char* usage =
     "Explores two-dimensional dynamical billiards. Key F1 opens the manual.\n"
     "The toolkit's other options are understood too.\n";
 
-// What an argument asks to be told, or null. The toolkit would open a display first.
+// The answer to an argument that asks for one, or null. The toolkit would open a display first.
 const char* answer_to(std::string_view argument) {
     if (argument == "--help") return usage;
     if (argument == "--version") return "Billiard " BILLIARD_VERSION "\n";
@@ -51,7 +51,8 @@ void forget_font_settings(FXApp* app) {
     app->getNormalFont()->setFont("Sans,90");
 }
 
-// Opens the fonts and the root window. The settings may name a font, or a size, that is none.
+// Opens the fonts and the root window. The settings may name a font that does not exist or
+// a size that is impossible.
 void create(FXApp* app) {
     constexpr FXuint largest = 1000; // tenths of a point; the display refuses letters far beyond
     if (app->getNormalFont()->getSize() > largest) forget_font_settings(app);
@@ -81,7 +82,8 @@ int main(int argc, char** argv) {
     auto* app = new plot_application("Billiard", "Iterra");
     app->init(argc, argv, true);
     XSetIOErrorHandler(display_lost);
-    // A file that grows too large, or a pipe that nobody reads, is told by the writer.
+    // A file that grows too large, or a pipe that nobody reads, is an error of the write, not a
+    // signal.
     for (const int signal : {SIGXFSZ, SIGPIPE})
         std::signal(signal, SIG_IGN);
     create(app);

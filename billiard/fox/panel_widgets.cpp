@@ -1,5 +1,5 @@
 // SPDX-License-Identifier: MIT
-// The two widgets of the main window's panel that send no command when they are left.
+// The two widgets of the main window's panel that may take the keys without sending a command.
 #include "billiard/fox/panel_widgets.h"
 
 #include "libfoxaux/fox-utils/FBufferedWindow.h"

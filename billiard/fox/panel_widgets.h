@@ -1,7 +1,7 @@
 // SPDX-License-Identifier: MIT
-// The two widgets of the main window's panel that send no command when they are left.
+// The two widgets of the main window's panel that may take the keys without sending a command.
 //
-// After any button typing goes to the phase canvas without a click: these two see to it themselves.
+// The command of a button gives the keys to the phase canvas again; these two do so themselves.
 #pragma once
 
 #include <fx.h>

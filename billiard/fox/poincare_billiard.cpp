@@ -75,7 +75,7 @@ void poincare_billiard::iterate() {
         stop_loop();
         map->setPoint(0.5, 0.5);
         main->coordinate->begin_path();
-        update(); // behind the box stand the points that came before it
+        update(); // shows the points that came before the error behind its box
         show_error(box_owner(), error.text());
     }
 }
@@ -98,7 +98,7 @@ void poincare_billiard::find_fixed_point(double x, double y, double rx, double r
         show_error(this, text);
     };
     try {
-        // A point that cannot be refined is none: a wrong answer would be worse than no answer.
+        // A point that cannot be refined does not count: no answer is better than a wrong one.
         const int order = map->getorder(x, y, rx, ry, order_limit);
         if (order < 0) {
             fail("could not get order of fixpoint");

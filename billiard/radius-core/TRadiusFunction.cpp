@@ -141,8 +141,8 @@ void TEllipseFunction::value_and_slope(double /*phi*/, double sin_phi, double co
     dr = e2c * sin_phi * r / q;
 }
 
-// Of two ends of the curve one is far flatter: the sum of terms that curvature_of takes would lose
-// its digits there.
+// A long ellipse is nearly flat along its sides, where the terms that curvature_of adds would
+// cancel.
 double TEllipseFunction::curvature_at(double /*phi*/, double sin_phi, double cos_phi, double r,
                                       double /*dr*/) const {
     const double q = 1 + e * e;
@@ -357,14 +357,14 @@ TPotatoFunction::TPotatoFunction(const char* text) {
     char* at = nullptr;
     const long count = std::strtol(text, &at, 10);
     if (at == text || *at != ' ' || count < 0) malformed(__LINE__);
-    // Where there is no number `at` stays.
+    // If there is no number, `at` stays where it is.
     const auto next_number = [&at](double& x) {
         char* const from = at;
         x = std::strtod(from, &at);
         return at != from;
     };
 
-    // The arrays grow with the text, so that a count which it does not hold costs no memory.
+    // The arrays grow with the text, so that a count larger than the text costs no memory.
     std::vector<double> amplitudes, phases;
     for (long i = 0; i < count; ++i) {
         double amplitude, phase;

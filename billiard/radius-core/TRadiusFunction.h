@@ -38,8 +38,8 @@ public:
 
     /// Radius and first derivative together, for callers that hold the sine and cosine of phi.
     ///
-    /// `sin_phi` and `cos_phi` belong to `phi` to rounding. The results are those of `R` and `dR`
-    /// to rounding. A curve replaces it to share work between the two: the bounce asks for
+    /// `sin_phi` and `cos_phi` are those of `phi`, and the results those of `R` and `dR`, but for
+    /// rounding. A curve replaces it to share work between the two: the bounce asks for
     /// little else.
     virtual void value_and_slope(double phi, double sin_phi, double cos_phi, double& r,
                                  double& dr) const;
@@ -66,7 +66,7 @@ public:
     /// The boundary's point at the polar angle phi.
     void pointAt(double phi, double& x, double& y) const;
 
-    /// The derivative of the point by phi; its length is `arcDensity`.
+    /// The derivative of that point by phi; its length is `arcDensity`.
     void tangentAt(double phi, double& tx, double& ty) const;
 
     void unitTangent(double phi, double& tx, double& ty) const;
@@ -166,8 +166,8 @@ public:
     TGenOvalFunction() = default;
     TGenOvalFunction(double c, int n) { set(c, n); }
 
-    /// Stores |n|, and c if it is above 1. Otherwise false, and c is 2. The one n whose modulus is
-    /// no int becomes the largest int.
+    /// Stores |n|, and c if it is above 1. Otherwise false, and c is 2. The least int, whose
+    /// modulus is no int, becomes the largest one.
     bool set(double c, int n);
 
     double R(double phi) const override;
@@ -242,8 +242,8 @@ public:
 
     TTriangleFunction() { set(1.0471975511965976, 1.0471975511965976); }
 
-    /// Radians. False when an angle or their rest to pi is not positive: the triangle then has
-    /// the angles 1, 1.08 and pi - 2.08.
+    /// Radians. False when an angle, or what both leave to pi, is not positive: the triangle then
+    /// has the angles 1, 1.08 and pi - 2.08.
     bool set(double alpha, double beta);
 
     /// The same in degrees, whose sum must be less than 180 before it is rounded to radians.

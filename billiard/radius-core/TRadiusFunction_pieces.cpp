@@ -36,7 +36,7 @@ TStadiumFunction::piece TStadiumFunction::piece_at(double u) const {
     return bottom_side;
 }
 
-// b^2 - a^2 s^2, whose least value on the semicircles stands at the joints. For a long stadium
+// b^2 - a^2 s^2, whose least value on the semicircles is that at the joints. For a long stadium
 // rounding of the angle there would make it negative.
 double TStadiumFunction::arc_square(double s) const {
     return std::fmax(b2 - a2 * s * s, least_square);
@@ -146,12 +146,13 @@ bool TTriangleFunction::set(double alpha_, double beta_) {
 }
 
 bool TTriangleFunction::setDegrees(double alpha_, double beta_) {
-    // In radians 120 and 60 leave a third angle, of rounding alone.
+    // In radians 120 and 60 degrees would leave a third angle that is nothing but rounding.
     if (!(alpha_ + beta_ < 180)) return set(0, 0);
     return set(alpha_ * pi / 180, beta_ * pi / 180);
 }
 
-// Each number is picked by itself: a jump or an address that depends on u would be waited for.
+// Each number is selected on its own: the processor would wait for a jump or an address that
+// depends on u.
 TTriangleFunction::side TTriangleFunction::side_at(double u) const {
     const bool first = 0 <= u && u <= corner1;
     const bool second = !first && corner1 <= u && u <= corner2;

@@ -17,7 +17,7 @@ constexpr int cached_fonts = 20; // what is held on the server
 constexpr double pi = std::numbers::pi;
 constexpr double angle_tolerance = 0.0001;
 
-// Beyond this the server refuses images; no label that can be read comes near it.
+// The server refuses larger images; no readable label comes near it.
 constexpr int largest_image_side = 16384;
 
 const char* const source = "libfoxaux/font/fox_font";
@@ -26,7 +26,7 @@ FXushort usable_deci_points(double points) {
     return static_cast<FXushort>(std::lround(base_font::usable_size(points) * 10));
 }
 
-// Plot fonts have the points of 100 dots per inch, the toolkit those of its own resolution.
+// A point is 1/72 inch: for plot fonts at 100 dots per inch, for the toolkit at its own resolution.
 FXushort toolkit_deci_points(FXushort of_plot) {
     const double size = std::clamp(of_plot * 100 / fox_compat::dots_per_inch(), 1.0, 9999.0);
     return static_cast<FXushort>(std::lround(size));
@@ -93,7 +93,7 @@ void fox_font::setFont(FXFontDesc& d) {
     size = plot_deci_points(current) / 10.0;
 }
 
-// A font for `desc`; null if the display has none and the present one must do.
+// A font for `desc`. If the display has none: null, and the font in use stays in use.
 FXFont* fox_font::make_font() {
     FXFontDesc finer = desc;
     finer.size = toolkit_deci_points(desc.size);

@@ -1,5 +1,5 @@
 // SPDX-License-Identifier: MIT
-// The one current plot font and its default back-end, the stroke font on the toolkit.
+// The one plot font in use, and its default: the stroke font, drawn with the toolkit.
 #pragma once
 
 #include "mathkit/base_font.h"
@@ -12,7 +12,7 @@ extern base_font* hfont;
 /// Makes the default stroke font the plot font where there is none yet.
 void ensure_hfont();
 
-/// Draws one line of a stroke font; `dc` is an FXDC*. The ends belong to the line. A line with an
+/// Draws one line of a stroke font; `dc` is an FXDC*. Both ends are drawn. A line with an
 /// end beyond the display's 16 bits is left out: it would wrap into the picture.
 void stroke_line(int x1, int y1, int x2, int y2, void* dc);
 

@@ -15,7 +15,7 @@ namespace {
 
 // The part of a glyph that lies on the drawable, in columns and rows of the glyph.
 struct visible_part {
-    int left, top, right, bottom; // the last two are outside
+    int left, top, right, bottom; // the last two are the first ones outside
 
     visible_part(const FT_Bitmap& glyph, const FXDrawable& target, int x, int y)
         : left(std::max(0, -x)),

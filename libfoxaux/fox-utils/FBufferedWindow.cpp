@@ -59,7 +59,7 @@ bool FBufferedWindow::canFocus() const {
 long FBufferedWindow::onPaint(FXObject*, FXSelector, void* ptr) {
     if (!image || !id() || !image->id()) return 1;
 
-    // A window laid out to nothing has no size; a picture has one pixel at least.
+    // A layout may leave a window no size at all; a picture has at least one pixel.
     const FXint w = std::max(getWidth(), 1);
     const FXint h = std::max(getHeight(), 1);
     const bool resized = image->getWidth() != w || image->getHeight() != h;
@@ -82,9 +82,10 @@ long FBufferedWindow::onPaint(FXObject*, FXSelector, void* ptr) {
 
 long FBufferedWindow::onKeyPress(FXObject*, FXSelector, void* ptr) {
     const auto* event = static_cast<const FXEvent*>(ptr);
-    if (event->state & (CONTROLMASK | ALTMASK)) return 0; // AltGr, which types, is neither
+    if (event->state & (CONTROLMASK | ALTMASK))
+        return 0; // AltGr, which types characters, is neither
     int key = event->code;
-    // A key without text brings a text of one zero byte.
+    // The text of a key that types nothing is one zero byte.
     if (event->text.length() == 1) {
         const auto byte = static_cast<unsigned char>(event->text[0]);
         if (byte >= 32) key = byte;

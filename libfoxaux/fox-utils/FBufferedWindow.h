@@ -31,7 +31,7 @@ public:
     FXint getDefaultHeight() override;
     bool canFocus() const override;
 
-    /// Draws the whole picture into `image`, at its present size. Nothing here.
+    /// Draws the whole picture into `image`, at its present size. Does nothing here.
     virtual void render() {}
 
     /// Asks for a file and saves the picture.
@@ -61,8 +61,8 @@ public:
     void save_dialog(const char* title);
 
     /// Saves `image` as PNG, BMP, JPEG or PDF, by the ending of `path`; a path with no such ending
-    /// gets ".png". Throws TError if the file cannot be opened or written, or the picture not be
-    /// read; an old file of the name then stays, and no piece of a new one is left.
+    /// gets ".png". Throws TError if the file cannot be opened or written, or the picture cannot be
+    /// read. An old file of that name then stays, and no part of a new one is left.
     void save(const char* path);
     using FXWindow::save; // the toolkit's own, to a stream
 

@@ -29,10 +29,10 @@ struct font_row {
 
 constexpr font_row normal_row = {"Normal Font", "normalfont", 511};
 constexpr font_row fixed_row = {"Fixed Font", "fixedfont", 524};
-constexpr int mode_line = 535; // as in the rows, of the font_mode
+constexpr int mode_line = 535; // the same for the font_mode
 
-// Fills `font` with what was accepted last in this run, at first with what the registry names,
-// and adds its row to the matrix.
+// Fills `font` with what was accepted last in this run, or before that with what the registry
+// names, and adds its row to the matrix.
 void add_font_row(FXComposite* matrix, const font_row& row, FXRegistry& registry,
                   specDataTarget& font) {
     const char* registered = registry.readStringEntry(registry_group, row.key, nullptr);

@@ -59,7 +59,7 @@ bool write_jpeg(FXStream& out, const FXColor* pixels, FXint w, FXint h) {
 struct picture_format {
     const char* pattern;
     picture_writer write;
-    const char* suffix = ""; // what the name to write gets in addition
+    const char* suffix = ""; // appended to the name
 };
 
 // The first pattern that fits decides. The last two take the names without a known ending.
@@ -78,12 +78,12 @@ const picture_format& format_of(const char* path) {
     throw TError(kit::string::format("unrecognized file format \"%s\"", path));
 }
 
-// The name under which a picture is written that is saved to `path`.
+// The file that saving to `path` really writes.
 kit::string picture_name(const kit::string& path) {
     return kit::string::format("%s%s", path.c_str(), format_of(path).suffix);
 }
 
-// Client-side pixels of an image for as long as this lives, unless it had some before.
+// Releases the client-side pixels of an image at its end, unless the image had some before.
 class client_pixels {
 public:
     explicit client_pixels(FXImage* image) : image(image), fetched(!image->getData()) {}

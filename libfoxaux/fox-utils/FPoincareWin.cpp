@@ -15,10 +15,10 @@
 namespace {
 
 constexpr std::int64_t sync_distance = 1000000; // microseconds between refreshes in the loop
-constexpr std::int64_t shortest_lead = 500;     // microseconds of drawing before the display's
+constexpr std::int64_t shortest_lead = 500;     // microseconds of drawing before the next wait
 constexpr std::int64_t longest_lead = 20000;
 constexpr FXint full_circle = 360 * 64; // in the units of FXDC::drawArc
-constexpr int colors_line = 372;        // by which a wrong colour name is known in reports
+constexpr int colors_line = 372;        // that a report of a wrong colour name tells
 constexpr int cross_reach = 5;          // pixels from the anchor to the ends of the cross
 
 constexpr const char* cycle_names[] = {
@@ -96,7 +96,7 @@ void FPoincareWin::left_press(FXEvent* event) {
 
 void FPoincareWin::mouse_motion(FXEvent* event) {
     basic_plotter::mouse_motion(event);
-    // Outside the window, too: only the distance counts.
+    // Also outside the window: only the distance counts.
     if (mode == circle_dragged) drag_to({event->win_x, event->win_y});
 }
 
@@ -139,7 +139,7 @@ void FPoincareWin::draw_circle(FXDC& dc, double radius) const {
 }
 
 void FPoincareWin::draw_cross(FXDC& dc) const {
-    // One pixel further at the far end: it does not belong to a line of width 1.
+    // One pixel further at the far end: the display leaves out the last pixel of such a line.
     dc.setLineWidth(1);
     dc.drawLine(anchor_x - cross_reach, anchor_y - cross_reach, anchor_x + cross_reach + 1,
                 anchor_y + cross_reach + 1);
@@ -180,7 +180,7 @@ void FPoincareWin::stop_loop() {
 }
 
 // Runs the map until an event waits; the event loop then comes back here. A map that fails stops
-// the loop from inside iterate(), and no further unit may follow that one.
+// the loop from inside iterate(), and then no other iterate() may follow.
 void FPoincareWin::loop_body() {
     do {
         iterate();
@@ -203,14 +203,14 @@ void FPoincareWin::loop_body() {
 void FPoincareWin::wait_for_display(std::int64_t now) {
     getApp()->flush(true);
     last_wait = getMicroTime();
-    const bool slow = last_wait - now > longest_lead; // a busy machine's short waits are none
+    const bool slow = last_wait - now > longest_lead; // shorter waits are the machine being busy
     lead = std::clamp(slow ? lead / 2 : lead * 2, shortest_lead, longest_lead);
 }
 
 namespace {
 
-// Draws points together, which takes a quarter of the time of drawing each. At its end it draws
-// those that are left, also where a map has failed.
+// Draws points together, which takes a quarter of the time of drawing them one by one. Its
+// destructor draws those that are left, even after a map has failed.
 class point_batch {
 public:
     explicit point_batch(FXDC& dc) : dc(dc) {}
@@ -258,7 +258,7 @@ void FPoincareWin::plot_point(double x, double y) {
     dc.drawPoint(px, py);
     dc.end();
     dc.begin(this);
-    dc.setForeground(foreground); // a context begins black, whatever it was before
+    dc.setForeground(foreground); // begin() has made it black
     dc.drawPoint(px, py);
 }
 

@@ -39,7 +39,7 @@ public:
     void mouse_motion(FXEvent* event) override;
 
     /// Sets the map to a start point, leaves it in the current pair and gives true; gives false,
-    /// with nothing changed, for a point that the map refuses. Here always false.
+    /// with nothing changed, for a point that the map refuses. Always false here.
     virtual bool set_start(double x, double y);
 
     /// Runs the map once and leaves the new world point in the current pair.

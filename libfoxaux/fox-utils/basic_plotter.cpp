@@ -16,7 +16,8 @@ constexpr double wider = 1.5;                 // one step of zooming out
 constexpr int tick_length = 5;
 constexpr int axis_margin = 5;
 
-// Sixteen steps of the doubles at the larger end: a pan by a tenth still moves the view.
+// The width over the larger end. Sixteen neighbouring doubles fit into the least view: a pan by a
+// tenth of it still moves it.
 constexpr double least_width = 0x1p-48;
 // Beyond these the scale between world and screen would overflow.
 constexpr double least_extent = 1e-290;
@@ -50,8 +51,8 @@ basic_plotter::basic_plotter(FXComposite* parent, FXuint opts, FXint x, FXint y,
       normal_cursor(getDefaultCursor()),
       zoom_cursor(getApp()->getDefaultCursor(DEF_CROSSHAIR_CURSOR)) {}
 
-// Marks are drawn by XOR and would be lost in part: with them on it, the whole window is painted,
-// and they again.
+// Marks are drawn by XOR, and painting a part of the window would erase a part of them: while there
+// are any, the whole window is painted and they are drawn again.
 long basic_plotter::onPaint(FXObject* sender, FXSelector selector, void* ptr) {
     if (!has_marks() && mode != position_shown)
         return FBufferedWindow::onPaint(sender, selector, ptr);
@@ -103,7 +104,7 @@ long basic_plotter::onMotion(FXObject*, FXSelector, void* ptr) {
     return 0;
 }
 
-// A dialog that a key opens while a button is held takes the release for itself. `buttons` are
+// A dialog that a key opens while a button is held gets the release in our place. `buttons` are
 // those that were held when the event came.
 void basic_plotter::end_missed_release(FXuint buttons) {
     FXuint wanted = 0;
@@ -141,7 +142,7 @@ long basic_plotter::on_key(int key) {
     case 'd': case 'D':                redraw(); return 0;
     case 'c':                          foreground_dialog(); return 0;
     case 'C':                          colors_dialog(); return 0;
-    // The arrows are used up: the toolkit would move the focus with them.
+    // Or the toolkit would move the focus too.
     case KEY_Left:  case KEY_KP_Left:  pan_view(-1, 0); return 1;
     case KEY_Right: case KEY_KP_Right: pan_view(1, 0); return 1;
     case KEY_Up:    case KEY_KP_Up:    pan_view(0, 1); return 1;
@@ -202,9 +203,8 @@ bool basic_plotter::set_view(const TRect& wanted) {
     return show_view(before);
 }
 
-// The end of every change of view: the map holds the new world rectangle. If what its limits make
-// of it cannot be shown, it gives way to the one from before the change, whose picture stays:
-// false.
+// Ends every change of view; the map holds the new world rectangle. If this, once limited, cannot
+// be shown, the one from before the change comes back, its picture stays, and the answer is false.
 bool basic_plotter::show_view(const TRect& before) {
     constrain_view();
     TRect& view = w2s->world;
@@ -236,7 +236,7 @@ void basic_plotter::snap_view() {
 }
 
 void basic_plotter::isometric_view() {
-    TMapW2S widened = *w2s; // a view that is dropped must leave the scale of the picture, too
+    TMapW2S widened = *w2s; // a copy: if the view is dropped, the picture keeps its scale
     widened.makeIso();
     set_view(widened.world);
 }
@@ -339,7 +339,7 @@ void basic_plotter::draw_frame(const wchar_t* xtitle, const wchar_t* ytitle, boo
 }
 
 void basic_plotter::limit_rect(TRect& rect, const TRect& limit) {
-    // Both ends: far out, where the doubles lie apart, a side of the limit's width can be lost.
+    // Sets both ends: far from 0 the sum of one end and the limit's width would be rounded.
     if (rect.width() > limit.width()) {
         rect.x1 = limit.x1;
         rect.x2 = limit.x2;

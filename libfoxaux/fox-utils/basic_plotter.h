@@ -31,9 +31,9 @@ struct window_point {
 /// A subclass gives the map a first world rectangle in its constructor, calls draw_frame() in
 /// render(), overrides zoom_full() with its whole range and constrain_view() if that is limited.
 ///
-/// Whatever changes the view ends in constrain_view(), render() and update(). A view that doubles
-/// cannot hold, not finite or narrower than some steps of the doubles at its place, is dropped:
-/// the old one stays with its picture, and so zooming in ends where zooming out still works.
+/// Whatever changes the view ends in constrain_view(), render() and update(). A view that is not
+/// finite, or so narrow that few doubles lie in it, is dropped: the old one stays with its picture.
+/// So zooming in ends where zooming out still works.
 class basic_plotter : public FBufferedWindow, public map_wrap, public color_manager {
     FXDECLARE(basic_plotter)
 
@@ -92,8 +92,8 @@ public:
     /// axes one scale. For render() of a subclass, once `image` is created.
     void draw_frame(const wchar_t* xtitle, const wchar_t* ytitle, bool iso);
 
-    /// The dialog "Change Position": the range by its corners or by centre and size. A range that
-    /// is dropped is told in a box.
+    /// The dialog "Change Position": the range by its corners or by centre and size. A box tells if
+    /// the range is dropped.
     void position_dialog();
 
     /// Draws the bar with the pointer's world position on the window, at `bar_y`.
@@ -126,7 +126,7 @@ protected:
     }
 
     /// Finds the pixel (px, py) of a point in screen units; true if it lies in the plot area.
-    /// Whatever the doubles are, none is converted that an int could not hold.
+    /// Takes any doubles.
     bool to_pixel(double x, double y, int& px, int& py) const {
         const double nearest_x = std::rint(x);
         const double nearest_y = std::rint(y);
@@ -154,7 +154,7 @@ protected:
     /// drag, or the position bar.
     void restore_marks();
 
-    /// Whether a drag goes on that has marks: here that of the rubber band.
+    /// Whether a drag with marks goes on: here that of the rubber band.
     virtual bool is_dragging() const;
 
     /// Draws the marks of a drag to `end`, the rubber band here, by a DC that is set up for them.

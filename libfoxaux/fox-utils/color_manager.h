@@ -47,8 +47,8 @@ public:
     /// Sets font size and axis colour of every plot alive and tells each by colors_changed().
     static void set_all_axes(int size, FXColor color);
 
-    /// `font_size` for the plot fonts, whose points are those of 100 dots per inch: more of them on
-    /// a display of higher resolution, and brought into the range that a picture shows, 1 to 256.
+    /// `font_size` in points of the plot fonts, which are those of 100 dots per inch: more of them
+    /// on a display of higher resolution, and at least 1 and at most 256.
     int text_size() const;
 
 private:

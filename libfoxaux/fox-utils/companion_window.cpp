@@ -18,7 +18,7 @@ Atom atom(Display* display, const char* name) {
     return XInternAtom(display, name, False);
 }
 
-// What the window manager has been told about the window, or the empty form.
+// The hints that the window manager has about the window; without any, empty ones.
 auto hints_of(Display* display, Window window) {
     XWMHints* known = XGetWMHints(display, window);
     return std::unique_ptr<XWMHints, int (*)(void*)>(known ? known : XAllocWMHints(), XFree);
@@ -46,7 +46,7 @@ void companion_window::accompany(const FXTopWindow* main) {
                     PropModeReplace, reinterpret_cast<const unsigned char*>(&normal), 1);
 }
 
-// A window manager gives the keys to a new window that accepts them; it asks when it shows it.
+// A window manager gives the keys to a new window that accepts them; it looks when it shows it.
 void companion_window::show() {
     if (!shown()) accept_keys(false);
     FXMainWindow::show();
@@ -57,7 +57,7 @@ long companion_window::onMap(FXObject* sender, FXSelector sel, void* ptr) {
     return FXMainWindow::onMap(sender, sel, ptr);
 }
 
-// There are two ways to be given them: by the manager itself, or by its asking the window to.
+// Two ways lead to the keys: the manager gives them, or it asks the window to take them.
 void companion_window::accept_keys(bool accepted) {
     Display* display = display_of(this);
     const auto hints = hints_of(display, id());

@@ -120,15 +120,15 @@ void dialog_shape::add_button_row(bool cancel_first) {
     if (!cancel_first) add("&Cancel", ID_CANCEL);
 }
 
-// Without a window manager nobody gives the keys to a dialog, and one gives them only to a dialog
-// of the active window.
+// Without a window manager nobody gives the keys to a dialog; a window manager gives them only to a
+// dialog of the active window.
 long dialog_shape::onMap(FXObject* sender, FXSelector sel, void* ptr) {
     FXDialogBox::onMap(sender, sel, ptr);
     setFocus();
     return 1;
 }
 
-// Whether a widget of the dialog stands on no page that lies behind another.
+// Whether a widget of the dialog can be seen: it stands on no page, or on the one in front.
 bool dialog_shape::is_seen(const FXWindow* widget) const {
     while (widget != this && widget->shown())
         widget = widget->getParent();
@@ -136,7 +136,7 @@ bool dialog_shape::is_seen(const FXWindow* widget) const {
 }
 
 long dialog_shape::onCmdAccept(FXObject* sender, FXSelector sel, void* ptr) {
-    layout(); // a page that has just been chosen comes to the front by it
+    layout(); // brings a page that has just been chosen to the front
     for (const entry_target& entry : entries) {
         const kit::string complaint = entry.complaint();
         if (complaint.is_empty() || !is_seen(entry.field)) continue;
@@ -160,7 +160,7 @@ bool dialog_shape::run(FXuint placement) {
     return execute(PLACEMENT_DEFAULT) != 0;
 }
 
-// A width that was asked for need not be enough for the texts; entries do with what there is.
+// The texts may need more than the width that was asked for; entry fields make do with it.
 void dialog_shape::grow_to_contents() {
     FXint width = getWidth();
     for (FXWindow* child = frame->getFirst(); child; child = child->getNext()) {

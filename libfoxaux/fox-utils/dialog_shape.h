@@ -28,8 +28,8 @@ struct history_site {
 
 /// A modal dialog with padding and spacing, a filling vertical frame, and "&Accept" and "&Cancel".
 ///
-/// "&Accept" first looks at the fields of numbers that can be seen, on the page in front: a text
-/// that is no number is told and selected, and the dialog stays.
+/// "&Accept" first looks at the number fields that can be seen, those of the page in front: a box
+/// tells of a text that is no number, the text is selected, and the dialog stays.
 ///
 /// Build it on the stack, fill `frame` from the top down, close it with add_buttons() and run it:
 ///

@@ -13,7 +13,8 @@
 #include <cstring>
 #include <vector>
 
-// The toolkit's dialogs only hide when they are closed; the last two entries make this one go.
+// The toolkit's dialogs only hide when they are closed; by the last two entries this one is
+// deleted.
 // clang-format off
 FXDEFMAP(display_text) display_text_map[] = {
     FXMAPFUNC(SEL_RIGHTBUTTONRELEASE, display_text::ID_TEXT,   display_text::onTextRightRelease),
@@ -26,7 +27,7 @@ FXIMPLEMENT(display_text, FXDialogBox, display_text_map, ARRAYNUMBER(display_tex
 
 namespace {
 
-constexpr int save_directory_key = 896668706; // stands in place of a line: all windows share it
+constexpr int save_directory_key = 896668706; // in place of a line: all windows share it
 
 void add_button(FXComposite* row, const char* label, FXObject* target, FXSelector message) {
     new FXButton(row, label, nullptr, target, message,

@@ -6,7 +6,7 @@
 
 /// A text window of its own, in the fixed-pitch font of main_base.
 ///
-/// Make it with `new` and call open(): nobody keeps it, it deletes itself when it is closed.
+/// Make it with `new` and call open(): nobody owns it, it deletes itself when it is closed.
 class display_text : public FXDialogBox {
     FXDECLARE(display_text)
 
@@ -38,5 +38,5 @@ protected:
 };
 
 /// Writes what `text` holds to a file, byte for byte. Throws TError if it can't; an old file then
-/// stays, and no piece of a new one is left.
+/// stays, and no part of a new one is left.
 void save_text(FXText* text, const char* filename);

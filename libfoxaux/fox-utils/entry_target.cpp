@@ -1,5 +1,5 @@
 // SPDX-License-Identifier: MIT
-// Ties an entry field of a dialog to its variable, and tells a text that is no number.
+// Ties an entry field of a dialog to its variable, and notices a text that is no number.
 #include "libfoxaux/fox-utils/entry_target.h"
 
 #include <cstdlib>
@@ -17,13 +17,13 @@ FXIMPLEMENT(entry_target, FXDataTarget, entry_target_map, ARRAYNUMBER(entry_targ
 
 namespace {
 
-// Whether a number that ends at `end` is all that a text holds. What is pasted may bring the end of
-// its line along, which the field does not show.
+// Whether a text holds nothing but the number that ends at `end`. Pasted text may bring a line
+// break along, which the field does not show.
 bool is_all(const char* text, const char* end) {
     return end != text && end[std::strspn(end, " \t\n\v\f\r")] == '\0';
 }
 
-// What a user should have typed instead of a text; null: just this.
+// What the user should have typed instead of `text`; null if `text` is right.
 const char* meant_by_real(const char* text) {
     char* end = nullptr;
     std::strtod(text, &end); // as the toolkit reads it

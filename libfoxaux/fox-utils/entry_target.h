@@ -1,14 +1,14 @@
 // SPDX-License-Identifier: MIT
-// Ties an entry field of a dialog to its variable, and tells a text that is no number.
+// Ties an entry field of a dialog to its variable, and notices a text that is no number.
 #pragma once
 
 #include "mathkit/kit_string.h"
 
 #include <fx.h>
 
-/// A data target whose variable follows the field as ever: a number takes what the text begins
-/// with, or 0. A text that is no number as a whole stays in the field, for the user to be told, and
-/// is not replaced by what it counts as.
+/// A data target whose variable follows the field as in the toolkit: a number takes what the text
+/// begins with, or 0. But a text that is not a number as a whole stays in the field as it was
+/// typed, so that the user can be told.
 class entry_target : public FXDataTarget {
     FXDECLARE(entry_target)
 

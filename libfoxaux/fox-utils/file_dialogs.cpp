@@ -30,13 +30,13 @@ bool choose(const request& request, kit::string& file, kit::string& directory) {
     if (!directory.is_empty()) dialog.setDirectory(directory.c_str());
     dialog.create();
     place_on_monitor(dialog, PLACEMENT_OWNER);
-    focus_first_field(&dialog); // the name's; the toolkit leaves the focus on none
+    focus_first_field(&dialog); // that of the name; the toolkit gives the focus to none
     if (!dialog.execute(PLACEMENT_DEFAULT)) {
         file = kit::string::empty();
         return false;
     }
     file = dialog.getFilename().text();
-    // The folder shown is another one if a path was typed.
+    // Not the folder that was shown: a path may have been typed.
     directory = FXPath::directory(file.c_str()).text();
     return true;
 }

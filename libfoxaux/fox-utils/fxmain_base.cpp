@@ -158,7 +158,7 @@ void main_base::show_help(const char* data, unsigned size) {
     kit::istringstream packed(data, size);
     tiny_izstream plain(packed.rdbuf());
     kit::ostringstream text;
-    // Without this the operator below would keep a failure of the reading side to itself.
+    // So that a failure to read is thrown by the operator below.
     text.exceptions(std::ios_base::badbit | std::ios_base::failbit);
     text << plain.rdbuf() << '\0';
     show_help_text(text.data());

@@ -1,5 +1,5 @@
 // SPDX-License-Identifier: MIT
-// Makes any text fit to stand in a label or a message box.
+// Makes any text safe for a label or a message box.
 #include "libfoxaux/fox-utils/label_text.h"
 
 #include "libfoxaux/fox-utils/layout.h"
@@ -12,7 +12,7 @@ constexpr FXint box_characters = 100; // of a line
 constexpr FXint box_lines = 20;
 constexpr const char* ellipsis = "...";
 
-// Where a line breaks that can hold the first `end` bytes of the text: at its last blank, if any.
+// Where a line breaks that has room for the first `end` bytes: at the last blank in them, if any.
 FXint line_break(const FXString& text, FXint end) {
     const FXint blank = text.rfind(' ', end);
     return blank > 0 ? blank : end;
@@ -58,14 +58,14 @@ FXString from_latin1(const char* text) {
     return utf8;
 }
 
-// How many letters of a message box's line the screen has room for, as many as a box may have.
+// How many letters a line of a message box may have: what the screen has room for, up to a limit.
 FXint room_for_characters() {
     const FXint letter = FXApp::instance()->getNormalFont()->getTextWidth("n", 1);
     const double room = 0.75 * layout_root().width() / std::max(letter, 1);
     return static_cast<FXint>(std::clamp<double>(room, 20, box_characters));
 }
 
-// The text in UTF-8; control characters, but line breaks where they may stay, become blanks.
+// The text in UTF-8. Control characters become blanks, except line breaks where they may stay.
 FXString readable(const char* text, bool keep_breaks) {
     FXString result = is_utf8(text) ? FXString(text) : from_latin1(text);
     for (FXint i = 0; i < result.length(); ++i) {
@@ -76,7 +76,7 @@ FXString readable(const char* text, bool keep_breaks) {
     return result;
 }
 
-// The start of `text` that ends before or at `bytes` and cuts no character apart.
+// The first `bytes` bytes of `text`, less a character that would be cut apart.
 FXString head(const FXString& text, FXint bytes) {
     while (bytes > 0 && is_continuation(static_cast<unsigned char>(text[bytes])))
         --bytes;
@@ -88,7 +88,7 @@ FXString escaped(FXString text) {
     return text;
 }
 
-// How many bytes of `text` fit into `width` pixels, no character cut apart.
+// How many bytes of `text` fit into `width` pixels, in whole characters.
 FXint fitting(const FXString& text, const FXFont* font, FXint width) {
     // No character is narrower than a pixel; this bounds the work on a text of megabytes.
     const FXint most = std::min(text.length(), 4 * std::max(width, 0));

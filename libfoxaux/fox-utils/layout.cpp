@@ -13,7 +13,7 @@
 
 namespace {
 
-constexpr double room_of_frame = 0.95; // of a monitor is left to a window by its title and border
+constexpr double room_of_frame = 0.95; // of a monitor: what title and border leave to a window
 
 TRect area_at(int x, int y, int width, int height) {
     return {double(x), double(y), double(x) + width, double(y) + height};
@@ -47,7 +47,7 @@ FXint pixels(double length) {
     return static_cast<FXint>(std::rint(length));
 }
 
-// Where a side of that length starts if it is moved no more than it takes to lie inside.
+// The new start of a side that is moved just so far that it lies inside.
 FXint moved_inside(FXint start, FXint length, double low, double high) {
     return std::max(pixels(low), std::min(start, pixels(high) - length));
 }
@@ -69,7 +69,7 @@ layout_root::layout_root(FXint x, FXint y) {
     const std::vector<TRect> all = monitors();
     const auto found =
         std::ranges::find_if(all, [&](const TRect& area) { return holds(area, x, y); });
-    // What one monitor shows is what the root window tells.
+    // A single monitor shows the whole root window.
     const bool several = all.size() > 1 && found != all.end();
     TRect::operator=(
         several ? *found

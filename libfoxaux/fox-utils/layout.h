@@ -8,7 +8,7 @@
 
 /// The area in screen pixels from which a window's rectangle is cut; y1 is its upper edge. It is
 /// the whole root window or, where there are several monitors, one of them. The application must
-/// stand and be created.
+/// have been created.
 class layout_root : public TRect {
 public:
     /// The monitor that holds the pointer.
@@ -21,11 +21,11 @@ public:
     void lower_top(double pixels);
 };
 
-/// A length in pixels that suits the toolkit's usual font, 9 points at 100 dots per inch: longer in
-/// the proportion in which the letters of the application's normal font are larger, never shorter.
+/// `pixels`, a length that suits the toolkit's usual font, 9 points at 100 dots per inch, enlarged
+/// in the same proportion as the application's normal font is larger; never made smaller.
 FXint grown(FXint pixels);
 
-/// Places a window that is about to be shown as the toolkit's PLACEMENT_OWNER and the like say, but
-/// on one monitor only, and cut down to what this can show together with a title and a border.
-/// Show it by PLACEMENT_DEFAULT then, which leaves it there.
+/// Places a window that is about to be shown by PLACEMENT_OWNER or another placement of the
+/// toolkit, but on one monitor only, and no larger than this monitor less a title and a border.
+/// Then show it by PLACEMENT_DEFAULT, which leaves it there.
 void place_on_monitor(FXTopWindow& window, FXuint placement);

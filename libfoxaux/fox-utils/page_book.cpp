@@ -17,12 +17,12 @@ page_book::page_book(FXComposite* parent)
     : FXTabBook(parent, nullptr, 0, LAYOUT_FILL_X | LAYOUT_FILL_Y) {}
 
 long page_book::enter_page(FXuint type, void* event) {
-    FXWindow* page = childAtIndex(2 * getCurrent() + 1); // tabs and pages stand in turn
+    FXWindow* page = childAtIndex(2 * getCurrent() + 1); // each tab is followed by its page
     return page ? page->handle(this, FXSEL(type, 0), event) : 0;
 }
 
-// A page that holds the focus has no further field when this arrives. From a tab the way leads
-// forward into the page and back out of the book.
+// Comes from a page when it has no further field: the focus leaves the book. From a tab, Tab leads
+// into the page, and Shift with Tab out of the book.
 long page_book::onFocusStep(FXObject*, FXSelector sel, void* event) {
     const FXuint type = FXSELTYPE(sel);
     const FXWindow* inside = getFocus();
@@ -31,8 +31,9 @@ long page_book::onFocusStep(FXObject*, FXSelector sel, void* event) {
     return enter_page(type, event);
 }
 
-// A frame that the Tab key walks through from its end or its start asks for what lies below or
-// above. From inside it is an arrow key.
+// With the focus outside the book this is the Tab key: the frame around the book, walked through
+// from its start or its end, asks for what lies below or above. With the focus inside it is an
+// arrow key.
 long page_book::onFocusFromOutside(FXObject* sender, FXSelector sel, void* event) {
     const bool down = FXSELTYPE(sel) == SEL_FOCUS_DOWN;
     if (!getFocus()) return enter_page(down ? SEL_FOCUS_NEXT : SEL_FOCUS_PREV, event);

@@ -1,5 +1,5 @@
 // SPDX-License-Identifier: MIT
-// The toolkit's application, less four of its faults.
+// The toolkit's application without four of its faults.
 #include "libfoxaux/fox-utils/plot_application.h"
 
 #include <X11/Xutil.h>
@@ -14,7 +14,7 @@ namespace {
 constexpr const char* registry_group = "SETTINGS";
 constexpr const char* resolution = "screenres"; // read for each font that is created
 
-// The dots per inch that the desktop tells; 0 if it tells none that a display could have.
+// The dots per inch that the desktop tells; 0 if it tells none, or impossible ones.
 FXuint desktop_resolution(Display* display) {
     const char* text = XGetDefault(display, "Xft", "dpi");
     if (!text) return 0;
@@ -48,7 +48,7 @@ void plot_application::exit(FXint code) {
 }
 
 bool plot_application::dispatchEvent(FXRawEvent& event) {
-    if (pastes_color(event) || picks_by_key(event)) return true; // it goes nowhere
+    if (pastes_color(event) || picks_by_key(event)) return true; // the event is dropped
     FXTopWindow* dialog = dialog_beside(event);
     const bool dispatched = FXApp::dispatchEvent(event);
     if (dialog) {

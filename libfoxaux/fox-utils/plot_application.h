@@ -1,20 +1,22 @@
 // SPDX-License-Identifier: MIT
-// The toolkit's application, less four of its faults.
+// The toolkit's application without four of its faults.
 #pragma once
 
 #include <fx.h>
 
-/// An application that keeps two events from the toolkit's colour dialogs, for they would end it.
+/// What it does otherwise than FXApp:
 ///
-/// On the middle mouse button a colour well pastes the colour that the display offers; where none
-/// is on offer it frees a pointer that nobody has set. And the button that picks a colour from the
-/// screen, pressed by the space bar, reads the place of a click that has not happened.
-///
-/// And its letters have the resolution that the desktop tells by the resource Xft.dpi, where the
-/// toolkit has 100 dots per inch for any display. Its setting "screenres" of "SETTINGS" wins.
-///
-/// And a click on another window of the application brings a modal dialog to the front and gives it
-/// the keys: it may lie behind that window, and nothing else answers before it is closed.
+/// - The middle mouse button does nothing on a colour well. There it pastes the colour that the
+///   display offers, and without such an offer the toolkit frees a pointer that was never set.
+/// - The space bar does nothing on the button that picks a colour from the screen. The toolkit
+/// would
+///   read the place of a click that has not happened.
+/// - Letters have the resolution that the desktop tells by the resource Xft.dpi. The toolkit has
+/// 100
+///   dots per inch for any display, or its setting "screenres" of "SETTINGS", which still wins.
+/// - A click on another window of the application brings an open modal dialog to the front and
+/// gives
+///   it the keys. It may lie behind that window, and nothing else answers before it is closed.
 class plot_application : public FXApp {
 public:
     using FXApp::FXApp;

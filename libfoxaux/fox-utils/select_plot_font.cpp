@@ -21,7 +21,7 @@ constexpr const char* source = "libfoxaux/fox-utils/select_plot_font";
 // The pages of the dialog, in order: one for each kind of plot font.
 enum page { stroke_page, toolkit_page, file_page };
 
-// Each names a history, apart from the others.
+// Each names a history of its own.
 enum history_line {
     tab_line = 1,
     stroke_size_line,
@@ -110,7 +110,7 @@ private:
     FXComboBoxPopup* ttf_size_field = nullptr;
     int antialias = remembered_int(source, antialias_line, 1);
 
-    // Behind what its widgets point at.
+    // After what its widgets point at, so that it is destroyed first.
     dialog_shape dialog;
     page_book* book;
     FXColorWell* color_well;
@@ -208,7 +208,7 @@ void select_plot_font() {
     FXWindow* owner = main_base::dialog_owner();
     font_dialog dialog(owner);
     if (!dialog.run()) return;
-    // Stored whatever happens next, so that a path that fails can be corrected.
+    // Stored even if the font then fails to load, so that a wrong path can be corrected.
     dialog.store();
     try {
         const int size = dialog.apply();
