@@ -223,6 +223,7 @@ TEST(FPoincareWin, ACaptureWithoutMotionOrCancelledSearchesNothing) {
     const pixels during = screen_of(window.canvas); // a cross and a circle, yellow by XOR on white
     for (const auto& [x, y] : {std::pair{45, 45}, {55, 55}, {45, 55}, {55, 45}, {70, 50}, {50, 30}})
         EXPECT_EQ(during.at(x, y), 0xffff0000u) << x << ' ' << y;
+    EXPECT_EQ(during.box_of(0xffff0000u), (ink_box{29, 29, 71, 71})); // lines of three pixels
     EXPECT_TRUE(during.at(44, 44) == white && during.at(60, 50) == white);
     send_key(window.canvas, KEY_Escape);
     pump();

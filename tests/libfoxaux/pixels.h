@@ -2,9 +2,11 @@
 // The pixels of pictures and windows.
 #pragma once
 
+#include "tests/ink_box.h"
 #include "tests/libfoxaux/application.h"
 
 #include <algorithm>
+#include <climits>
 #include <string>
 #include <vector>
 
@@ -31,6 +33,16 @@ public:
     /// How many pixels have the colour.
     int count(FXColor color) const {
         return static_cast<int>(std::count(values.begin(), values.end(), color));
+    }
+
+    /// How far the pixels of a colour reach within a part of the picture, its ends included.
+    ink_box box_of(FXColor color, int x1 = 0, int y1 = 0, int x2 = INT_MAX,
+                   int y2 = INT_MAX) const {
+        ink_box box;
+        for (int y = y1; y <= std::min(y2, h - 1); ++y)
+            for (int x = x1; x <= std::min(x2, w - 1); ++x)
+                if (at(x, y) == color) box.add(x, y);
+        return box;
     }
 
     bool operator==(const pixels&) const = default;

@@ -141,8 +141,12 @@ TEST(TMapW2S, HostileRangesGiveFiniteCoefficientsAndSaneTicks) {
 }
 
 TEST(TMapW2S, FullViewIsLabelledFromEndToEnd) {
+    view v({7, 7, 9, 9}, {0, 0, 9, 9}); // axes in use: they keep nothing of another range
     for (const int size : {60, 150, 266, 500, 1017, 4000}) {
-        const view v({0, -1, 1, 1}, {30, 0, 30 + size, size});
+        v.map = view({0, -1, 1, 1}, {30, 0, 30 + size, size}).map;
+        v.map.a_model_4(v.x, v.y);
+        expect_sane(v.x);
+        expect_sane(v.y);
         EXPECT_EQ(v.x.ticks.front(), 30);
         EXPECT_EQ(v.x.ticks.back(), 30 + size);
         EXPECT_EQ(v.y.ticks.front(), size); // index 0 is the low end, which lies below

@@ -257,6 +257,7 @@ TEST(stroke_font, draws_and_measures_the_part_that_is_asked_for) {
     font.drawText(0, 0, "1", -1);
     font.line_function = cover;
     font.drawText(0, 0, L"1", 0);
+    font.drawText(0, 0, "1", 0);
     font.drawText(0, 0, L"", -1);
     EXPECT_EQ(drawn.lines, 0);
     EXPECT_EQ(font.text_width(L"123", 0), 0);

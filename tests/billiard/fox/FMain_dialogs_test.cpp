@@ -83,6 +83,18 @@ void expect_inside(FXWindow* top, FXWindow* part) {
     }
 }
 
+// All fields of a dialog reach from about the same line to the same.
+void expect_in_line(FXTopWindow* dialog) {
+    FXint first, x, y;
+    const auto fields = all_of<FXComboBox>(dialog);
+    fields.at(0)->translateCoordinatesTo(first, y, dialog, 0, 0);
+    for (const FXComboBox* field : fields) {
+        field->translateCoordinatesTo(x, y, dialog, 0, 0);
+        EXPECT_NEAR(x, first, 2);
+        EXPECT_EQ(x + field->getWidth(), first + fields.at(0)->getWidth());
+    }
+}
+
 } // namespace
 
 TEST_F(FMainDialogs, UntouchedDialogsGiveTheCurvesOfTheirDefaults) {
@@ -108,6 +120,7 @@ TEST_F(FMainDialogs, UntouchedDialogsGiveTheCurvesOfTheirDefaults) {
                    EXPECT_TRUE(fields_of(dialog).front()->isPosSelected(0)) << row.curve;
                    pump();
                    expect_inside(dialog, dialog);
+                   expect_in_line(dialog);
                    close_dialog(dialog, true);
                }});
         EXPECT_EQ(family(), row.curve);
