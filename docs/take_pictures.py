@@ -11,7 +11,9 @@ import sys
 
 HERE = os.path.dirname(os.path.abspath(__file__))
 sys.path.insert(0, os.path.join(HERE, "..", "tests", "journeys"))
-from journey import MARGIN, Picture, Program, check, until  # noqa: E402
+from desktop import check, until  # noqa: E402
+from picture import Picture  # noqa: E402
+from program import MARGIN, Program  # noqa: E402
 
 MENU = ["Ellipse", "Oval Type A", "Oval Type B", "Oval Type C", "Stadium",
         "User Defined Formula", "Triangle"]
@@ -48,13 +50,8 @@ class Guide:
     # What the reader does.
 
     def curve(self, name, *values):
-        program = self.program
-        program.choose_curve(MENU.index(name))
-        program.dialog("Boundary Curve")
-        for value in values:
-            program.type(value)
-            program.keys("Tab")
-        program.accept("Boundary Curve")
+        self.program.choose_curve(MENU.index(name))
+        self.program.fill_in("Boundary Curve", *values)
         self.settle()
 
     def color(self, name):
@@ -78,13 +75,8 @@ class Guide:
             self.iterate(times)
 
     def type_position(self, S, P):
-        program = self.program
-        program.press("Show Position")
-        program.dialog("Current Position")
-        for value in (S, P):
-            program.type(value)
-            program.keys("Tab")
-        program.accept("Current Position")
+        self.program.press("Show Position")
+        self.program.fill_in("Current Position", S, P)
 
     def zoom(self, x1, y1, x2, y2):
         """Drags a rectangle between these points of the section."""
@@ -92,10 +84,6 @@ class Guide:
         self.program.drag(*self.pixel(x1, y2), *self.pixel(x2, y1))
         self.view = (x1, y1, x2, y2)
         self.settle()
-
-    def hide_path(self):
-        self.program.press("Show Billiard")
-        self.program.gone("Billiard: Coordinate Space")
 
     # Pictures.
 
@@ -148,7 +136,7 @@ def circle(guide):
     guide.start(0.3, 0.6)
     guide.iterate(40)
     guide.take_path("step-02")
-    guide.hide_path()
+    guide.program.hide_path()
 
 
 ELLIPSE = [(0.5, P) for P in (0.95, 0.88, 0.8, 0.73, 0.68, 0.6, 0.5, 0.35, 0.2, 0.08,
@@ -165,7 +153,7 @@ def ellipse(guide):
     guide.start(0.5, 0.5)
     guide.iterate(40)
     guide.take_path("step-04")
-    guide.hide_path()
+    guide.program.hide_path()
 
 
 def islands(guide):
@@ -227,7 +215,7 @@ def stadium(guide):
         guide.type_position(S, 0.4)
         guide.iterate(14)
         guide.take_path(name)
-    guide.hide_path()
+    guide.program.hide_path()
 
 
 def gallery(guide):
@@ -248,7 +236,7 @@ def gallery(guide):
     guide.start(0.5, 0.68)
     guide.iterate(80)
     guide.take_path("path")
-    guide.hide_path()
+    guide.program.hide_path()
 
     canvas = resize(404, 300)
     guide.curve("Ellipse", "1")

@@ -2,7 +2,9 @@
 """Every curve of the menu gives its outline and its orbits; a refused one costs nothing."""
 import ctypes
 
-from journey import BLACK, check, make_room, run, until
+from desktop import check, until
+from journey import make_room, run
+from picture import BLACK
 
 TITLE = "Boundary Curve"
 

@@ -9,8 +9,10 @@ import subprocess
 import sys
 import tempfile
 
-from journey import (GREY, MAIN, PANEL, PANEL_WIDGETS, PATH, Failure, Picture, Program, check,
-                     until, xdotool)
+from desktop import check, xdotool
+from journey import run_cases
+from picture import Picture
+from program import PANEL, PANEL_WIDGETS, PATH, Program
 
 USUAL = PANEL - 4  # the width of the panel at the usual letters
 
@@ -20,15 +22,6 @@ DIALOGS = {"p": "Change Position", "c": "Foreground Color", "C": "Change Colors"
            "F10": "Select Global Fonts"}
 
 
-class Desk(Program):
-    """The program on a desk where its axes may lie anywhere."""
-
-    def look(self):
-        self.main = self.window(MAIN)
-        until(lambda: Picture(self.main).count(GREY) > 400, "the axes of the first picture")
-        self.focus(self.main)
-
-
 @contextlib.contextmanager
 def started(settings=""):
     """The program under settings of the toolkit."""
@@ -36,7 +29,7 @@ def started(settings=""):
         os.makedirs(home + "/.foxrc")
         with open(home + "/.foxrc/Desktop", "w", encoding="ascii") as file:
             file.write("[SETTINGS]\n" + settings)
-        with Desk(sys.argv[1], env={**os.environ, "HOME": home}) as program:
+        with Program(sys.argv[1], env={**os.environ, "HOME": home}) as program:
             yield program
             program.close_well()
         written = home + "/.foxrc/Iterra/Billiard"  # where file dialogs keep their size
@@ -128,16 +121,4 @@ def monitors():
                 program.focus(program.main)
 
 
-def main():
-    # By design the program deletes nothing on its way out: its windows are no leaks.
-    os.environ["ASAN_OPTIONS"] = os.environ.get("ASAN_OPTIONS", "") + ":detect_leaks=0"
-    for desk in (letters, resolution, monitors):
-        try:
-            desk()
-        except Failure as failure:
-            print(f"FAILED: {desk.__name__}: {failure}")
-            sys.exit(1)
-
-
-if __name__ == "__main__":
-    main()
+run_cases(letters, resolution, monitors)

@@ -1,11 +1,10 @@
 # SPDX-License-Identifier: MIT
 """What goes wrong around the program: its HOME, its settings, its display, signals, sizes.
 
-usage: faults.py PROGRAM CASE, on a display with a window manager. CASES at the end lists the cases.
+usage: faults.py PROGRAM CASE, on a display with a window manager; CMakeLists.txt lists the cases.
 """
 import os
 import queue
-import resource
 import signal
 import socket
 import subprocess
@@ -14,8 +13,10 @@ import tempfile
 import threading
 import time
 
-from journey import (MAIN, PATH, Failure, Picture, Program, as_nobody, check, output_of, until,
-                     xdotool)
+from desktop import Failure, check, output_of, until, xdotool
+from journey import run_cases
+from picture import Picture
+from program import MAIN, PATH, Program, as_nobody
 
 
 class Bare(Program):
@@ -235,21 +236,6 @@ def killed_while_saving():
                 check(file.read() == b"old", f"{name} is lost by {number.name}")
 
 
-def full_disk():
-    """A picture for which there is no room: the user is told, and no piece of it is left."""
-    def no_room():
-        resource.setrlimit(resource.RLIMIT_FSIZE, (1000, 1000))
-    with started(preexec_fn=no_room) as program:
-        for name in ("orbit.png", "orbit.pdf"):
-            program.keys("s")
-            program.dialog("Save Poincare-Section as Picture")
-            program.type(name)
-            program.keys("Return")
-            program.close_box("Error")
-        check(os.listdir(program.folder.name) == [], "a piece of a picture is left")
-        program.close_well(b"foxrc")
-
-
 class SlowDisplay:
     """A road to this display of so many bytes a second. Like a network it takes in at once all that
     is sent, and who sends faster than it delivers waits long for an answer."""
@@ -305,7 +291,7 @@ def sizes():
     with started() as program:
         use(program)
         program.keys("l")
-        windows = program.main, program.path_window()
+        windows = program.main, program.find(PATH)
         for turn in range(100):
             for window in windows:
                 for size in ((1, 1), (300 + turn, 250)):
@@ -327,21 +313,4 @@ def two_copies():
             second.close_well()
 
 
-CASES = {case.__name__: case for case in (
-    no_home, missing_home, unwritable_home, garbage_settings, shallow_display, few_colors,
-    no_display, no_fonts, lost_display, signals, killed_while_saving, full_disk,
-    slow_display, sizes, two_copies)}
-
-
-def main():
-    # By design the program deletes nothing on its way out: its windows are no leaks.
-    os.environ["ASAN_OPTIONS"] = os.environ.get("ASAN_OPTIONS", "") + ":detect_leaks=0"
-    try:
-        CASES[sys.argv[2]]()
-    except (Failure, subprocess.TimeoutExpired) as failure:
-        print(f"FAILED: {failure}")
-        sys.exit(1)
-
-
-if __name__ == "__main__":
-    main()
+run_cases(globals()[sys.argv[2]])

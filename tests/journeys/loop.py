@@ -1,6 +1,8 @@
 # SPDX-License-Identifier: MIT
 """The loop runs and stops by key and button, and whatever arms the mouse stops it."""
-from journey import PATH_BLUE, make_room, run, until
+from desktop import until
+from journey import make_room, run
+from picture import PATH_BLUE
 
 
 def running(program):
@@ -28,9 +30,9 @@ def journey(program, model):
         program.keys("Escape", "slash")
 
     # With the path window each pass is one bounce in both windows.
-    path = program.show_path()
+    program.show_path()
     program.keys("l")
-    until(lambda: program.picture(path).count(PATH_BLUE) > 3000, "the loop fills the path window")
+    until(lambda: program.picture(program.path).count(PATH_BLUE) > 3000, "the loop fills the path window")
     program.keys("l")
     stopped(program)
 

@@ -1,7 +1,7 @@
 # SPDX-License-Identifier: MIT
 """Throws random keys, clicks, drags, sizes and dialog entries at the running program.
 
-usage: monkey.py PROGRAM [--seed N] [--seconds S] [--verbose]
+usage: monkey.py PROGRAM SEED SECONDS
 
 Each step draws from its own generator, made of the seed and the step's number: a run is repeated by
 its seed, as far as the program's own timing allows. It fails if the program ends, reports anything
@@ -10,18 +10,15 @@ but one harmless notice on standard error, or stops answering.
 The program's HOME and working folder are thrown away. In a file dialog the monkey only types plain
 names or leaves; and as root it starts the program as nobody, who can write nowhere else.
 """
-import argparse
 import os
 import random
-import shutil
 import subprocess
 import sys
 import tempfile
 import time
 
-from journey import (MAIN, NOBODY, PANEL_WIDGETS, PATH, Failure, Program, as_nobody, check,
-                     output_of, until,
-                     xdotool)
+from desktop import Failure, check, output_of, until, xdotool
+from program import MAIN, NOBODY, PANEL_WIDGETS, PATH, Program, as_nobody
 
 FILE_DIALOGS = ("Save", "Open", "Load", "Select", "Choose")  # how their titles begin
 
@@ -44,9 +41,8 @@ ENDINGS = ["", ".png", ".bmp", ".jpg", ".pdf", ".xyz", ".PNG"]
 
 
 class Monkey:
-    def __init__(self, binary, seed, verbose):
-        self.seed, self.verbose = seed, verbose
-        self.step, self.log = 0, []
+    def __init__(self, binary, seed):
+        self.seed, self.step, self.log = seed, 0, []
         self.home = tempfile.TemporaryDirectory()
         if as_nobody():
             os.chown(self.home.name, NOBODY, NOBODY)
@@ -77,10 +73,7 @@ class Monkey:
               f"the program has ended with status {self.program.process.poll()}")
 
     def tell(self, *words):
-        line = f"{self.step}: " + " ".join(map(str, words))
-        self.log.append(line)
-        if self.verbose:
-            print(line, flush=True)
+        self.log.append(f"{self.step}: " + " ".join(map(str, words)))
 
     def do(self, *arguments):
         """xdotool; a window that closes meanwhile is no fault."""
@@ -219,12 +212,12 @@ class Monkey:
             self.do("windowsize", self.program.main, 700, 500)
             until(self.laid_out, "the usual size of the window and what is in it")
             self.do("windowactivate", "--sync", self.program.main)
-            before = self.program.path_window()
+            before = self.program.find(PATH)
             if before:  # it may lie over the button
                 self.do("windowsize", before, 200, 200, "windowmove", before, 20, 560)
             try:
                 self.program.press("Show Billiard")
-                until(lambda: (self.program.path_window() is None) != (before is None),
+                until(lambda: (self.program.find(PATH) is None) != (before is None),
                       "an answer to the button Show Billiard")
                 break
             except (Failure, IndexError):
@@ -239,13 +232,7 @@ class Monkey:
             return "The program has ended."
         picture = os.path.join(tempfile.gettempdir(), f"monkey-{self.seed}.png")
         subprocess.run(["import", "-window", "root", picture], check=False, timeout=60)
-        with open(f"/proc/{self.program.process.pid}/stat", encoding="ascii") as stat:
-            fields = stat.read().rpartition(")")[2].split()
-        debugger = ["gdb", "-batch", "-p", str(self.program.process.pid), "-ex", "backtrace"]
-        stack = output_of(*debugger) if shutil.which("gdb") else b""
-        return (f"The screen: {picture}; the windows, from the bottom: {self.clients()}; the "
-                f"program is in state {fields[0]} after {fields[11]} ticks of work\n"
-                f"{stack.decode(errors='replace')[-8000:]}")
+        return f"The screen: {picture}; the windows, from the bottom: {self.clients()}"
 
     def run(self, seconds):
         end = time.monotonic() + seconds
@@ -258,19 +245,13 @@ class Monkey:
 
 
 def main():
-    parser = argparse.ArgumentParser()
-    parser.add_argument("program")
-    parser.add_argument("--seed", type=int, default=random.SystemRandom().randrange(10**6))
-    parser.add_argument("--seconds", type=float, default=60)
-    parser.add_argument("--verbose", action="store_true")
-    arguments = parser.parse_args()
-
-    print(f"monkey: seed {arguments.seed}", flush=True)
-    monkey = Monkey(os.path.abspath(arguments.program), arguments.seed, arguments.verbose)
+    binary, seed, seconds = os.path.abspath(sys.argv[1]), int(sys.argv[2]), float(sys.argv[3])
+    print(f"monkey: seed {seed}", flush=True)
+    monkey = Monkey(binary, seed)
     try:
-        monkey.run(arguments.seconds)
+        monkey.run(seconds)
     except (Failure, subprocess.TimeoutExpired) as failure:
-        print(f"FAILED with seed {arguments.seed}: {failure}\nThe last steps:")
+        print(f"FAILED with seed {seed}: {failure}\nThe last steps:")
         print("\n".join(line[:200] for line in monkey.log[-40:]))
         print(monkey.scene())
         print(monkey.program.stderr().decode(errors="replace")[:20000])

@@ -1,6 +1,9 @@
 # SPDX-License-Identifier: MIT
 """Clicks start orbits, Space adds what the model predicts, undo, colours, clear."""
-from journey import BLACK, MARGIN, RED, check, run, until
+from desktop import check, until
+from journey import run
+from picture import BLACK, RED
+from program import MARGIN
 
 
 def journey(program, model):
@@ -33,11 +36,15 @@ def journey(program, model):
     program.press("Undo")
     program.keys("U")
 
-    # Clicks off the open section start nothing: the map goes on from where it was.
-    for x, y in ((5, height // 2), (MARGIN, 100), (width - 1, 100), (width // 2, 0)):
+    # Clicks off the open section start nothing: map, picture and undo are what they were.
+    program.keys("space")
+    for x, y in ((5, height // 2), (MARGIN, 100), (width - 1, 100), (width // 2, 0),
+                 (width // 2, height - MARGIN), (width // 2, height - MARGIN + 10)):
         program.click(x, y)
     program.keys("space")
-    program.wait_plotted(before + model.pixels("iterate", 1000), "clicks off the section")
+    program.wait_plotted(before + model.pixels("iterate", 2000), "clicks off the section")
+    program.keys("u")
+    program.wait_plotted(before, "u goes back to the last start")
 
     # z takes the next colour, for what is plotted from now on: black, white, gray, red.
     program.keys("z", "z", "z", "z")

@@ -1,6 +1,9 @@
 # SPDX-License-Identifier: MIT
 """The second window: the curve, the path in its colours, its own keys, hiding and showing."""
-from journey import BLACK, PATH_BLUE, RED, check, make_room, output_of, run, until, xdotool
+from desktop import check, output_of, until, xdotool
+from journey import make_room, run
+from picture import BLACK, PATH_BLUE, RED
+from program import PATH
 
 
 def path_is(program, corners, message, newest=RED):
@@ -45,6 +48,7 @@ def journey(program, model):
     model.ask("click", 140, 140)
     corners = model.pixels("impact")
     for _ in range(3):
+        program.click(5, 5)  # off the section: no start
         corners = bounce(corners)
         path_is(program, corners, f"{len(corners) - 1} segments, the newest red")
 
@@ -96,7 +100,7 @@ def journey(program, model):
     # The window manager's close hides it; an iterate is 1000 bounces again.
     program.focus(program.path)
     program.keys("alt+F4")
-    program.gone("Billiard: Coordinate Space")
+    program.gone(PATH)
     program.focus(program.main)
     program.keys("d", "space")
     program.wait_plotted(model.pixels("iterate", 1000), "1000 bounces once it is closed")

@@ -1,6 +1,9 @@
 # SPDX-License-Identifier: MIT
 """The window comes up at its place with its panel, lives through sizes, and ends with status 1."""
-from journey import GREY, MARGIN, PANEL, PANEL_WIDGETS, WHITE, check, run
+from desktop import check
+from journey import run
+from picture import GREY, WHITE
+from program import MARGIN, PANEL, PANEL_WIDGETS, PATH
 
 
 def journey(program, model):
@@ -17,14 +20,14 @@ def journey(program, model):
     check(picture.at(width // 2, height // 2) == WHITE, "the plot area is not white")
     check(picture.at(width // 2, height - MARGIN) == GREY, "the x axis is not there")
     check(program.plotted() == set(), "something is plotted at start")
-    check(program.path_window() is None, "the path window is shown at start")
+    check(program.find(PATH) is None, "the path window is shown at start")
 
     # From small to large the picture follows, with nothing of the orbit left.
     for size in ((400, 300), (150, 120), (640, 480)):
         program.keys("space")
         program.resize(*size)
         program.wait_empty(f"empty axes at {size}")
-    model.ask("section", *program.canvas_size(), 0, -1, 1, 1)
+    model.section(program)
     model.ask("iterate", 3000)  # the three presses above
     program.keys("space")
     program.wait_plotted(model.pixels("iterate", 1000), "the orbit goes on after the resize")
