@@ -116,9 +116,9 @@ struct inline_triangle {
         corner1 = pi - (beta + gamma) / 2;
         corner2 = corner1 + pi - (alpha + gamma) / 2;
         const double shift1 = beta / 2, shift2 = pi - (beta / 2 + gamma);
-        turn[0] = {std::sin(shift1), std::cos(shift1)};
-        turn[1] = {-std::sin(shift2), std::cos(shift2)};
-        turn[2] = {-std::sin(shift1), std::cos(shift1)};
+        shifts[0] = {std::sin(shift1), std::cos(shift1)};
+        shifts[1] = {-std::sin(shift2), std::cos(shift2)};
+        shifts[2] = {-std::sin(shift1), std::cos(shift1)};
     }
     double R(double phi) const {
         const double u = inline_reduced(phi);
@@ -141,18 +141,18 @@ private:
     };
     int side(double u) const { return u <= corner1 ? 0 : u <= corner2 ? 1 : 2; }
     double value(double u, double s, double c) const {
-        const shift& t = turn[side(u)];
+        const shift& t = shifts[side(u)];
         return rin / std::fabs(s * t.c + c * t.s);
     }
     void both(double u, double s, double c, double& r, double& dr) const {
-        const shift& t = turn[side(u)];
+        const shift& t = shifts[side(u)];
         const double sine = s * t.c + c * t.s, cosine = c * t.c - s * t.s;
         r = rin / std::fabs(sine);
         dr = -r * cosine / sine;
     }
 
     double rin = 0, corner1 = 0, corner2 = 0;
-    shift turn[3]; ///< of each side; the foot of its normal lies a quarter turn on
+    shift shifts[3]; ///< of each side; the foot of its normal lies a quarter turn on
 };
 
 } // namespace bench

@@ -104,9 +104,9 @@ public:
         if (w >= pi) w -= pi;
         const double theta = next_impact(phi + w);
         const double t1 = std::atan(curve.dR(theta) / curve.R(theta)) + pi / 2;
-        const double turned = theta - phi + t0 - t1 - alpha;
+        const double reflected = theta - phi + t0 - t1 - alpha;
         phi = theta - 2 * pi * std::floor(theta / (2 * pi));
-        alpha = turned - pi * std::floor(turned / pi);
+        alpha = reflected - pi * std::floor(reflected / pi);
     }
 
     Search search;

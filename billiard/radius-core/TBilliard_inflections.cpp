@@ -22,32 +22,32 @@ namespace {
 using kit::two_pi;
 using std::numbers::pi;
 
-// For each row but the last the sense in which the polyline turns there, from the row before to
-// the row after: 1 left, -1 right, 0 straight to rounding. Row 0 follows the row before the last.
-std::vector<signed char> turns_of(const TBilliard::circumference_class& table) {
+// For each row but the last the side to which the polyline bends there, from the row before to the
+// row after: 1 left, -1 right, 0 straight to rounding. Row 0 follows the row before the last.
+std::vector<signed char> bends_of(const TBilliard::circumference_class& table) {
     const int rows = table.size() - 1; // the last row is the first again
-    std::vector<signed char> turns(static_cast<std::size_t>(rows));
+    std::vector<signed char> bends(static_cast<std::size_t>(rows));
     double x0, y0, x1, y1, x2, y2;
     table.get(rows - 1, x0, y0);
     table.get(0, x1, y1);
     for (int i = 0; i < rows; ++i) {
         table.get(i + 1, x2, y2);
-        const double turn = (x1 - x0) * (y2 - y1) - (y1 - y0) * (x2 - x1);
+        const double cross = (x1 - x0) * (y2 - y1) - (y1 - y0) * (x2 - x1);
         const double size = std::fabs(x1) + std::fabs(y1);
         const double sides =
             std::fabs(x2 - x1) + std::fabs(y2 - y1) + std::fabs(x1 - x0) + std::fabs(y1 - y0);
-        if (std::fabs(turn) > 1e-14 * size * sides) {
-            turns[static_cast<std::size_t>(i)] = turn > 0 ? 1 : -1;
+        if (std::fabs(cross) > 1e-14 * size * sides) {
+            bends[static_cast<std::size_t>(i)] = cross > 0 ? 1 : -1;
         }
         x0 = x1, y0 = y1;
         x1 = x2, y1 = y2;
     }
-    return turns;
+    return bends;
 }
 
-// 1 or -1 where all rows well between the angles a and b, -pi <= a < b <= 3 pi, turn left or
+// 1 or -1 where all rows well between the angles a and b, -pi <= a < b <= 3 pi, bend left or
 // right; 0 where they disagree, where there are none to tell, or where a radius is not positive.
-int bend_between(const TBilliard::circumference_class& table, const std::vector<signed char>& turns,
+int bend_between(const TBilliard::circumference_class& table, const std::vector<signed char>& bends,
                  double a, double b) {
     const int rows = table.size() - 1;
     const double* phi = table.phi.data();
@@ -61,8 +61,8 @@ int bend_between(const TBilliard::circumference_class& table, const std::vector<
             if (before + shift < a) continue;
             const auto row = static_cast<std::size_t>(i);
             if (!(table.r[row] > 0)) return 0;
-            left = left || turns[row] > 0;
-            right = right || turns[row] < 0;
+            left = left || bends[row] > 0;
+            right = right || bends[row] < 0;
         }
     }
     return left == right ? 0 : left ? 1 : -1;
@@ -87,28 +87,28 @@ scanned scan(const TRadiusFunction& F, double phi) {
     return {phi, r, dr, plain ? std::copysign(1.0, arc - bend) : F.curvature(phi)};
 }
 
-// Tells by its sign whether the tangent turns left from a to b, an angle further whose sine and
-// cosine are given: the cross product of both tangents, per radian.
-double turn_between(const scanned& a, const scanned& b, double sine, double cosine) {
+// The cross product of the tangents at a and b, per radian; positive where b's lies to the left.
+// The angle from a to b is given by its sine and cosine.
+double cross_of_tangents(const scanned& a, const scanned& b, double sine, double cosine) {
     return a.dr * (b.dr * sine + b.r * cosine) - a.r * (b.dr * cosine - b.r * sine);
 }
 
-// Whether the tangent turns against the curvature that both ends have, by more than rounding.
-bool turns_against_bend(const scanned& a, const scanned& b, double sine, double cosine) {
+// Whether the tangent rotates against the curvature that both ends have, by more than rounding.
+bool rotates_against_bend(const scanned& a, const scanned& b, double sine, double cosine) {
     if (!(a.bend * b.bend > 0)) return false;
-    const double turn = turn_between(a, b, sine, cosine) * (a.bend > 0 ? 1 : -1);
+    const double along_bend = cross_of_tangents(a, b, sine, cosine) * (a.bend > 0 ? 1 : -1);
     const double sizes = a.r * a.r + a.dr * a.dr + b.r * b.r + b.dr * b.dr;
-    return turn < -1e-9 * sizes;
+    return along_bend < -1e-9 * sizes;
 }
 
-// Narrows the interval, in which the tangent turns against the curvature, down to the corner.
+// Narrows the interval, in which the tangent rotates against the curvature, down to the corner.
 void narrow_to_corner(const TRadiusFunction& F, scanned& a, scanned& b) {
     while (b.phi - a.phi > 1e-14) {
         const scanned middle = scan(F, 0.5 * (a.phi + b.phi));
         double sine, cosine;
         kit::sincos(0.5 * (b.phi - a.phi), sine, cosine);
-        const double left = turn_between(a, middle, sine, cosine);
-        const double right = turn_between(middle, b, sine, cosine);
+        const double left = cross_of_tangents(a, middle, sine, cosine);
+        const double right = cross_of_tangents(middle, b, sine, cosine);
         const bool is_left = a.bend > 0 ? left < right : left > right;
         (is_left ? b : a) = middle;
     }
@@ -133,7 +133,7 @@ void TBilliard::buildInflections() {
             // Where the curvature changes sign by rounding alone, its numerator may not.
             const double theta = root.brent1(a, b, 1e-14);
             inflections.push_back(theta == theta ? theta : x);
-        } else if (turns_against_bend(before, here, sine, cosine)) {
+        } else if (rotates_against_bend(before, here, sine, cosine)) {
             // On a corner the slope is one for each side, and so each side is an entry.
             scanned a = before;
             scanned b = here;
@@ -149,12 +149,12 @@ void TBilliard::buildInflections() {
 }
 
 // Evaluates the curve at the inflections, and proves by the table how the pieces between them
-// bend: any three rows of a piece turn in the same sense, unless it holds two inflections or a
+// bend: any three rows of a piece bend to the same side, unless it holds two inflections or a
 // corner that the scan has missed.
 void TBilliard::buildKnots() {
     knots.clear();
     if (circumference.size() < 2) return; // no table to prove anything by
-    const std::vector<signed char> turns = turns_of(circumference);
+    const std::vector<signed char> bends = bends_of(circumference);
     knots.reserve(inflections.size());
     for (std::size_t i = 0; i < inflections.size(); ++i) {
         ray::inflection_knot k{};
@@ -162,7 +162,7 @@ void TBilliard::buildKnots() {
         k.at = {std::cos(k.theta), std::sin(k.theta)};
         F->value_and_slope(k.theta, k.at.y, k.at.x, k.r, k.dr);
         if (i + 1 < inflections.size()) {
-            k.bends = bend_between(circumference, turns, k.theta, inflections[i + 1]);
+            k.bends = bend_between(circumference, bends, k.theta, inflections[i + 1]);
         }
         knots.push_back(k);
     }

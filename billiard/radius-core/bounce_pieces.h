@@ -33,10 +33,10 @@ inline refusal bounce::first_piece(spot& inside, spot& outside) const {
         if (!(outside.inside > 0)) return refusal::no_number;
 
         if (may_leave_between(inside, outside, bends_of(dir > 0 ? entry - 1 : entry))) {
-            if (const std::optional<spot> turn = stationary_between(inside, outside)) {
-                if (!(turn->inside == turn->inside)) return refusal::stationary_point;
-                if (turn->inside <= 0) {
-                    outside = *turn;
+            if (const std::optional<spot> near = stationary_between(inside, outside)) {
+                if (!(near->inside == near->inside)) return refusal::stationary_point;
+                if (near->inside <= 0) {
+                    outside = *near;
                     return refusal::none;
                 }
             }
@@ -69,11 +69,11 @@ inline bool bounce::arc_stays_inside(const spot& u, const spot& e) const {
     const double ey = e.dr * e.across - e.r * e.along;
     const double dx = e.r * e.along - u.r * u.along; // the chord
     const double dy = e.inside - u.inside;
-    const double turn = ux * ey - uy * ex;
-    const double from_u = dx * ey - dy * ex; // way to the meeting point, times turn
+    const double cross = ux * ey - uy * ex;
+    const double from_u = dx * ey - dy * ex; // way to the meeting point, times cross
     const double from_e = ux * dy - uy * dx;
-    const bool ahead = dir * from_u * turn > 0 && dir * from_e * turn > 0;
-    return ahead && (u.inside * turn + from_u * uy) * turn > 0;
+    const bool ahead = dir * from_u * cross > 0 && dir * from_e * cross > 0;
+    return ahead && (u.inside * cross + from_u * uy) * cross > 0;
 }
 
 // The point where the distance along the ray is stationary; none where its slopes had the signs of
