@@ -62,7 +62,7 @@ void choose(FXuint id, const std::vector<dialog_driver::script>& scripts) {
 // One point of the section is plotted, in red.
 void expect_only_point(double S, double P) {
     const FXPoint at = pixel_of(S, P);
-    const pixels picture(section().image);
+    const pixels picture(poincare().image);
     EXPECT_EQ(picture.at(at.x, at.y), red);
     EXPECT_EQ(picture.count(red), 1);
 }
@@ -124,7 +124,7 @@ TEST_F(FMainDialogs, UntouchedDialogsGiveTheCurvesOfTheirDefaults) {
                    close_dialog(dialog, true);
                }});
         EXPECT_EQ(family(), row.curve);
-        EXPECT_TRUE(section().inFocusChain());
+        EXPECT_TRUE(poincare().inFocusChain());
     }
 }
 
@@ -156,8 +156,8 @@ TEST_F(FMainDialogs, RefusedValuesChangeNothingAndAreRemembered) {
         {FMain::ID_TRIANGLE, 469, "Parameters Wrong", {{"100", "90"}, {"nan", "60"}, {"-5", "60"}}},
         {FMain::ID_USER_FORMULA, 411, "column", {{"5+sn(t)"}, {"5+("}, {"5&t"}}},
     };
-    section().iterate();
-    const pixels before(section().image), path(plane().image);
+    poincare().iterate();
+    const pixels before(poincare().image), path(plane().image);
     const TRadiusFunction* curve = map().F;
     for (const auto& row : cases) {
         for (const auto& typed : row.typed) {
@@ -165,7 +165,7 @@ TEST_F(FMainDialogs, RefusedValuesChangeNothingAndAreRemembered) {
             choose(row.id, {fill_in(typed), message_box("Error", row.message)});
             EXPECT_EQ(map().F, curve);
             EXPECT_STREQ(history(row.line).front().c_str(), typed.front().c_str());
-            EXPECT_TRUE(pixels(section().image) == before && pixels(plane().image) == path);
+            EXPECT_TRUE(pixels(poincare().image) == before && pixels(plane().image) == path);
         }
     }
 }
@@ -214,7 +214,7 @@ TEST_F(FMainDialogs, PositionTabsShowTheOrbitInTheirUnits) {
 }
 
 TEST_F(FMainDialogs, AcceptedPositionsStartANewOrbit) {
-    section().foreground = red;
+    poincare().foreground = red;
     const auto expect_start = [](double S, double P) {
         EXPECT_NEAR(point().first, S, 1e-9);
         EXPECT_NEAR(point().second, P, 1e-9);
@@ -222,43 +222,43 @@ TEST_F(FMainDialogs, AcceptedPositionsStartANewOrbit) {
     };
 
     // Unchanged: a start at the same point, and undo comes back to this moment.
-    section().iterate();
-    const pixels orbit(section().image);
+    poincare().iterate();
+    const pixels orbit(poincare().image);
     choose(FMain::ID_SHOW_POSITION, {fill_in({})});
-    section().iterate();
-    EXPECT_FALSE(pixels(section().image) == orbit);
-    section().undo();
-    EXPECT_EQ(pixels(section().image), orbit);
+    poincare().iterate();
+    EXPECT_FALSE(pixels(poincare().image) == orbit);
+    poincare().undo();
+    EXPECT_EQ(pixels(poincare().image), orbit);
 
-    section().redraw();
+    poincare().redraw();
     choose(FMain::ID_SHOW_POSITION, {fill_in({"0.25", "-0.4", "10", "20"})}); // the angles are idle
     expect_start(0.25, -0.4);
 
     for (const char* phi : {"180", "-180", "1980"}) { // any turns away
-        section().redraw();
+        poincare().redraw();
         choose(FMain::ID_SHOW_POSITION, {fill_in_angles({"0.7", "0.7", phi, "45"})});
         expect_start(0.5, std::sqrt(0.5));
     }
 
     // Angles on the section's edge are stored and plot nothing; the old path ends with them.
-    section().redraw();
+    poincare().redraw();
     map().iterate();
     plane().add_bounce();
     EXPECT_GT(pixels(plane().image).count(red), 20);
     choose(FMain::ID_SHOW_POSITION, {fill_in_angles({"", "", "0", "45"})});
     EXPECT_EQ(map().phi, 0);
     EXPECT_NEAR(map().alpha, std::numbers::pi / 4, 1e-15);
-    EXPECT_EQ(pixels(section().image).count(red), 0);
+    EXPECT_EQ(pixels(poincare().image).count(red), 0);
     EXPECT_EQ(pixels(plane().image).count(red) + pixels(plane().image).count(path_color), 0);
     EXPECT_EQ(plane().segment_state, 1);
 }
 
 TEST_F(FMainDialogs, RefusedPositionsPlotTheOldPointAgain) {
-    section().foreground = red;
+    poincare().foreground = red;
     for (const char* S : {"0", "1", "-3", "nan", "inf", "1e999"}) {
         SCOPED_TRACE(S);
         map().setPoint(0.5, 0.5);
-        section().redraw();
+        poincare().redraw();
         choose(FMain::ID_SHOW_POSITION, {fill_in({S, "0.1"})});
         EXPECT_NEAR(map().alpha, std::acos(0.5), 1e-12);
         expect_only_point(0.5, 0.5);

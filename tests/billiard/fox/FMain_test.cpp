@@ -23,7 +23,7 @@ TEST_F(MainWindow, PanelAndMenuStandInTheirOrder) {
 TEST_F(MainWindow, TheColorWellSetsThePlotColor) {
     window().color_well->setRGBA(0xFF112233);
     command(FMain::ID_PLOT_COLOR);
-    EXPECT_EQ(section().foreground, 0xFF112233u);
+    EXPECT_EQ(poincare().foreground, 0xFF112233u);
     EXPECT_TRUE(window().color_well->isOpaqueOnly());
 }
 
@@ -34,26 +34,26 @@ TEST_F(MainWindow, EveryCommandGivesTheFocusToThePhaseCanvas) {
             continue; // these open a window, or none sends it
         window().loop_check->setFocus();
         command(id);
-        EXPECT_TRUE(section().inFocusChain()) << id;
-        section().cancel_mode();
+        EXPECT_TRUE(poincare().inFocusChain()) << id;
+        poincare().cancel_mode();
     }
     for (FXWindow* widget : {static_cast<FXWindow*>(all_of<FXMenuButton>(&window()).at(0)),
                              static_cast<FXWindow*>(window().color_well)}) {
-        section().take_focus();
+        poincare().take_focus();
         click(widget, 5, 5);
         send_key(widget, KEY_Escape); // out of the menu
-        EXPECT_TRUE(section().inFocusChain()) << widget->getClassName();
+        EXPECT_TRUE(poincare().inFocusChain()) << widget->getClassName();
     }
     for (const FXuint id : {FMain::ID_COMMAND_FIRST, FMain::ID_SPARE, FMain::ID_COMMAND_LAST}) {
         window().loop_check->setFocus();
         EXPECT_EQ(command(id), 1);
-        EXPECT_FALSE(section().inFocusChain()) << id;
+        EXPECT_FALSE(poincare().inFocusChain()) << id;
     }
 }
 
 TEST_F(MainWindow, F1OpensTheManualInBothWindows) {
     for (FBufferedWindow* canvas :
-         {static_cast<FBufferedWindow*>(&section()), static_cast<FBufferedWindow*>(&plane())}) {
+         {static_cast<FBufferedWindow*>(&poincare()), static_cast<FBufferedWindow*>(&plane())}) {
         send_key(canvas->getShell(), KEY_F1);
         const auto opened = text_windows();
         ASSERT_EQ(opened.size(), 1u);
@@ -74,23 +74,23 @@ TEST_F(MainWindow, AScreenOf800PixelsShowsTheManualWithoutScrollingSideways) {
 }
 
 TEST_F(MainWindow, ANewCurveWipesThePicturesAndKeepsTheRest) {
-    section().foreground = red;
-    section().w2s->set_world(0.25, -0.5, 0.75, 0.5);
-    section().redraw();
-    section().iterate();
-    section().start_loop();
-    EXPECT_GT(pixels(section().image).count(red), 100);
+    poincare().foreground = red;
+    poincare().w2s->set_world(0.25, -0.5, 0.75, 0.5);
+    poincare().redraw();
+    poincare().iterate();
+    poincare().start_loop();
+    EXPECT_GT(pixels(poincare().image).count(red), 100);
     const double phi = map().phi, alpha = map().alpha;
 
     map().setF(new TStadiumFunction(1.0));
     window().curve_changed();
 
-    EXPECT_EQ(pixels(section().image).count(red), 0);
-    EXPECT_EQ(pixels(section().backup).count(red), 0);
+    EXPECT_EQ(pixels(poincare().image).count(red), 0);
+    EXPECT_EQ(pixels(poincare().backup).count(red), 0);
     EXPECT_TRUE(map().phi == phi && map().alpha == alpha);
-    EXPECT_EQ(section().w2s->world.x1, 0.25);
-    EXPECT_EQ(section().foreground, red);
-    EXPECT_TRUE(section().loop_idle.is_active());
+    EXPECT_EQ(poincare().w2s->world.x1, 0.25);
+    EXPECT_EQ(poincare().foreground, red);
+    EXPECT_TRUE(poincare().loop_idle.is_active());
     EXPECT_NEAR(plane().full_view.x2, 2.04, 1e-3);
     EXPECT_NEAR(plane().full_view.y2, 1.02, 1e-3);
 }

@@ -27,7 +27,7 @@ inline FMain& window() {
     return *main;
 }
 
-inline poincare_billiard& section() {
+inline poincare_billiard& poincare() {
     return *window().poincare;
 }
 inline coordinate_space& plane() {
@@ -51,10 +51,10 @@ inline void take_curve(TRadiusFunction* curve) {
 
 /// The state of the program's start.
 inline void reset() {
-    section().stop_loop();
-    section().cancel_mode();
-    section().zoom_full();
-    section().foreground = black;
+    poincare().stop_loop();
+    poincare().cancel_mode();
+    poincare().zoom_full();
+    poincare().foreground = black;
     window().update_color_well();
     if (window().show_billiard) command(FMain::ID_SHOW_BILLIARD);
     take_curve(new TOvalAFunction(5.0));
@@ -63,7 +63,7 @@ inline void reset() {
 
 /// The window pixel of a point of the section.
 inline FXPoint pixel_of(double S, double P) {
-    section().w2s->to_screen(S, P);
+    poincare().w2s->to_screen(S, P);
     return {static_cast<FXshort>(std::rint(S)), static_cast<FXshort>(std::rint(P))};
 }
 

@@ -43,15 +43,15 @@ void show_path_beside() {
 TEST_F(PoincareBilliard, AFailedBounceEndsTheLoopWithOneBox) {
     for (const bool path_shown : {false, true}) {
         reset();
-        section().foreground = red;
+        poincare().foreground = red;
         take_curve(new failing_curve);
         if (path_shown) show_path_beside();
         map().setPoint(0.31, 0.437); // an orbit that doesn't close
         evaluations_left() = 300;
 
         const auto until_stopped = [] {
-            section().start_loop();
-            EXPECT_TRUE(pump_until([] { return !section().loop_idle.is_active(); }));
+            poincare().start_loop();
+            EXPECT_TRUE(pump_until([] { return !poincare().loop_idle.is_active(); }));
             pump();
         };
         const auto box = [&](FXTopWindow* dialog) {
@@ -64,44 +64,44 @@ TEST_F(PoincareBilliard, AFailedBounceEndsTheLoopWithOneBox) {
         EXPECT_FALSE(window().loop_check->getCheck());
         EXPECT_NEAR(point().first, 0.5, 1e-12);
         EXPECT_NEAR(point().second, 0.5, 1e-12);
-        EXPECT_GT(pixels(section().image).count(red), 5) << "the points before it are gone";
+        EXPECT_GT(pixels(poincare().image).count(red), 5) << "the points before it are gone";
         EXPECT_EQ(plane().segment_state, 1) << "a chord would lead from the old point to the new";
     }
 }
 
 TEST_F(PoincareBilliard, ACircleAboutAPeriodicPointFindsItAndStartsThere) {
     take_curve(new TEllipseFunction(1.0));
-    section().foreground = red;
+    poincare().foreground = red;
     // The ball that runs to and fro along the long axis, from (0, 1), which is S = 1/4, to (0, -1).
-    with_dialogs([] { section().find_fixed_point(0.252, 0.004, 0.02, 0.02); },
+    with_dialogs([] { poincare().find_fixed_point(0.252, 0.004, 0.02, 0.02); },
                  {message_box("Information", "Found fixpoint of order 2 at (0.25,")});
     EXPECT_NEAR(point().first, 0.25, 1e-6);
     EXPECT_NEAR(point().second, 0, 1e-6);
-    EXPECT_EQ(pixels(section().image).count(red), 1);
-    section().undo();
-    EXPECT_EQ(pixels(section().image).count(red), 0);
+    EXPECT_EQ(pixels(poincare().image).count(red), 1);
+    poincare().undo();
+    EXPECT_EQ(pixels(poincare().image).count(red), 0);
 
     // In a chaotic sea: the order comes from a point in the circle, others lie all around.
     take_curve(new TGenOvalFunction(2, 3));
-    with_dialogs([] { section().find_fixed_point(0.8204, 0.4819, 0.005, 0.01); },
+    with_dialogs([] { poincare().find_fixed_point(0.8204, 0.4819, 0.005, 0.01); },
                  {message_box("Information", "Found fixpoint of order ")});
     EXPECT_LE(std::hypot((point().first - 0.8204) / 0.005, (point().second - 0.4819) / 0.01), 1);
 }
 
 TEST_F(PoincareBilliard, ASearchWithoutAFindChangesNothing) {
-    section().iterate();
+    poincare().iterate();
     map().setPhiAlpha(7, 2); // as typed angles may be, beyond one turn
-    const pixels image(section().image), backup(section().backup);
+    const pixels image(poincare().image), backup(poincare().backup);
     const auto search_in_vain = [](double x, double y,
                                    const char* words = "could not get order of fixpoint") {
         const double phi = map().phi, alpha = map().alpha;
-        with_dialogs([=] { section().find_fixed_point(x, y, 0.05, 0.05); },
+        with_dialogs([=] { poincare().find_fixed_point(x, y, 0.05, 0.05); },
                      {message_box("Error", words)});
         EXPECT_TRUE(map().phi == phi && map().alpha == alpha) << map().phi << ", " << map().alpha;
     };
     for (const double x : {-0.2, 1.5, double(NAN)})
         search_in_vain(x, 0.1);
-    EXPECT_TRUE(pixels(section().image) == image && pixels(section().backup) == backup);
+    EXPECT_TRUE(pixels(poincare().image) == image && pixels(poincare().backup) == backup);
 
     take_curve(new failing_curve);
     const int before = evaluations_left();
