@@ -255,7 +255,7 @@ void basic_plotter::left_release(FXEvent*) {
 void basic_plotter::mouse_motion(FXEvent* event) {
     if (mode == position_shown) draw_position_bar(event);
     if (mode != band_dragged) return;
-    // Inside the window: a grabbed pointer leaves it.
+    // During a drag motions come from beyond the window's edges, too; the band ends there.
     drag_to({std::clamp(event->win_x, 0, std::max(getWidth() - 1, 0)),
              std::clamp(event->win_y, 0, std::max(getHeight() - 1, 0))});
 }

@@ -41,7 +41,7 @@ public:
     FXCursor* normal_cursor = nullptr;    ///< of the idle state, not owned
     FXCursor* zoom_cursor = nullptr;      ///< while something is armed or dragged, not owned
     int anchor_x = 0, anchor_y = 0;       ///< where a drag began, in window pixels
-    std::optional<window_point> drag_end; ///< where it is; empty before its first motion
+    std::optional<window_point> drag_end; ///< where it has come to; empty before its first motion
     int mode = idle;                      ///< a mouse_mode, or a state that a subclass adds
     int bar_y = 0;                        ///< top edge of the position bar, in window pixels
 
@@ -51,7 +51,7 @@ public:
         zoom_armed,     ///< the next left press begins a rubber band
         band_dragged,   ///< by the left button
         position_shown, ///< while the right button is down
-        first_own_mode  ///< of a subclass; all that this class does in those is cancel_mode()
+        first_own_mode  ///< of a subclass; in its states this class does nothing but cancel_mode()
     };
 
     basic_plotter(FXComposite* parent, FXuint opts, FXint x, FXint y, FXint w, FXint h);
@@ -66,7 +66,7 @@ public:
     /// Redraws the picture and shows it.
     virtual void redraw();
 
-    /// Leaves any mouse state; the next paint takes away what that has drawn on the window.
+    /// Leaves any mouse state; the next paint takes away what that state has drawn on the window.
     virtual void cancel_mode();
 
     /// Sets the world rectangle to the whole range; here, where none is known, 1.5 times larger.

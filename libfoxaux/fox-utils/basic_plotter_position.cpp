@@ -54,6 +54,7 @@ void basic_plotter::position_dialog() {
         return dialog.add_rows(dialog.add_matrix(2, dialog_shape::add_page(book, title)), site,
                                rows);
     };
+    // A field's number tells its history from the others'.
     const auto corner_fields = add_page("x1,y1/x2,y2", {{"x1", &corners.x1, 506, false},
                                                         {"y1", &corners.y1, 517, false},
                                                         {"x2", &corners.x2, 528, false},

@@ -21,7 +21,7 @@ constexpr const char* source = "libfoxaux/fox-utils/select_plot_font";
 // The pages of the dialog, in order: one for each kind of plot font.
 enum page { stroke_page, toolkit_page, file_page };
 
-// Each names a history of its own.
+// Each field has a history of its own under one of these numbers.
 enum history_line {
     tab_line = 1,
     stroke_size_line,
@@ -84,7 +84,8 @@ public:
     bool run();
     // Stores what was chosen for the next opening in this run.
     void store();
-    // Makes the chosen font the plot font; gives its size. Throws TError and changes nothing.
+    // Makes the chosen font the plot font; gives its size. If the font can't be loaded, throws
+    // TError and changes nothing.
     int apply();
     FXColor color() const { return color_well->getRGBA(); }
 

@@ -18,7 +18,8 @@ namespace {
 // Whole and half exponents up to this size become products and a root, others the library's pow.
 constexpr double largest_product_power = 16;
 
-// Factors in this range may be multiplied before the rest: nothing over- or underflows by it.
+// Factors in this range may change places with other factors of a product: no product of the new
+// order overflows or underflows where that of the old order does not.
 bool moderate(double k) {
     return std::fabs(k) > 1e-20 && std::fabs(k) < 1e20;
 }
@@ -206,8 +207,8 @@ int postfix_compiler::make_pow(int a, int b) {
 int postfix_compiler::make_whole_power(int a, unsigned n) {
     if (n == 0) return make_number(1);
     if (n == 1) return a;
-    const int half = make_call(function_id::sqr, make_whole_power(a, n / 2));
-    return n % 2 ? make_mul(half, a) : half;
+    const int even_part = make_call(function_id::sqr, make_whole_power(a, n / 2));
+    return n % 2 ? make_mul(even_part, a) : even_part;
 }
 
 int postfix_compiler::make_call(function_id id, int a) {

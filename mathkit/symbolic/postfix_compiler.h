@@ -26,10 +26,16 @@ namespace symbolic {
 ///
 /// and become, each value once and in the order in which it is first met,
 ///
-///     v0 = 3      v3 = v2 * v1 (numbers on the right)   v6 = sin(v3), the same v3 as before
-///     v1 = 2      v4 = cos(v3)                          v7 = -v6, which nothing needs in the end:
-///     v2 = t      v5 = v4 + v0, the first result        v8 = -2, since the factor takes the sign
-///                                                       v9 = v6 * v8, the second result
+///     v0 = 3
+///     v1 = 2
+///     v2 = t
+///     v3 = v2 * v1    numbers stand on the right
+///     v4 = cos(v3)
+///     v5 = v4 + v0    the first result
+///     v6 = sin(v3)    of the same v3
+///     v7 = -v6        unused in the end: the factor 2 takes the sign instead
+///     v8 = -2
+///     v9 = v6 * v8    the second result
 ///
 /// postfix_scheduler.h goes on from there.
 class postfix_compiler {
@@ -45,10 +51,11 @@ public:
     /// The list. Throws TError if it needs more than max_stack entries.
     postfix_list finish();
 
-    // The nodes' side. Each takes its operands from the top of the operand stack.
-    void operand(const ex& e); ///< an operand of the node that calls
+    // What nodes call. These push a value onto the operand stack:
+    void operand(const ex& e); ///< that of an operand of the calling node
     void number(double value);
     void cell(const double* address, bool variable);
+    // And these replace their operands on top of it by their own value:
     void negate();
     void add();
     void sub();
@@ -62,8 +69,8 @@ private:
 
     enum class kind { number, cell, negate, add, sub, mul, div, pow, call };
 
-    /// One value of the expressions; operands are indices of earlier values, of a cell `a` is the
-    /// index into `cells`.
+    /// One value of the expressions. Its operands `a` and `b` are indices of earlier values. For a
+    /// cell, `a` is its index in `cells`.
     struct value {
         kind operation;
         int a = -1, b = -1;
@@ -90,7 +97,7 @@ private:
     void push(int v) { operands.push_back(v); }
 
     std::vector<value> values;
-    std::map<key, int> known;                   ///< value by what it is
+    std::map<key, int> known;                   ///< the values, by operation and operands
     std::unordered_map<const basic*, int> done; ///< value of a node that is compiled already
     std::vector<ex> kept;                       ///< keeps the nodes of `done` alive
     std::vector<int> operands;

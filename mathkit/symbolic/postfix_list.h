@@ -1,5 +1,5 @@
 // SPDX-License-Identifier: MIT
-// Compiled expressions: lists of steps that run on a small stack.
+// Compiled expressions: lists of steps for a small machine of one register and a stack of slots.
 #pragma once
 
 #include "mathkit/symbolic/diffarithm.h"
@@ -9,10 +9,10 @@
 
 namespace symbolic {
 
-/// What a step does. `acc` is the top of the stack, which stays in a register; s[] is the stack
-/// below it; a, b, c and k are the fields of the step.
+/// What a step does. `acc` is the machine's register. s[] is the stack: slots that a step reads and
+/// writes in any order, by their numbers. a, b, c and k are the fields of the step.
 enum class opcode : std::uint16_t {
-    end,          ///< acc + k is the result
+    end,          ///< acc + k is the result: what is added last costs no step of its own
     number,       ///< acc = k
     load,         ///< acc = s[a]
     load_mul_k,   ///< acc = s[a] * k
@@ -48,8 +48,8 @@ enum class opcode : std::uint16_t {
     sin_cos_of,   ///< s[b] = cos(s[a] * k), acc = sin(s[a] * k)
     cos_sin_of,   ///< s[b] = sin(s[a] * k), acc = cos(s[a] * k)
     angle,        ///< s[c] = sin(s[a]), s[c + 1] = cos(s[a])
-    angle_sum,    ///< s[c], s[c + 1] = sine and cosine of the sum of the angles at a and b
-    angle_double, ///< s[c], s[c + 1] = sine and cosine of twice the angle at a
+    angle_sum,    ///< the same of the sum of two angles, whose pairs stand at s[a] and s[b]
+    angle_double, ///< the same of twice the angle whose pair stands at s[a]
     pow,          ///< acc = acc ^ s[a]
     pow_of,       ///< acc = s[a] ^ acc
     pow_k,        ///< acc = acc ^ k

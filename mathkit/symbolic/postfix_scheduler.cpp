@@ -116,8 +116,9 @@ void postfix_scheduler::choose_angles() {
         const int v = static_cast<int>(i);
         if (uses[i] == 0 || !is_sine_or_cosine(v)) continue;
         const scaled_cell t = argument_of(v);
-        const double n = std::fabs(t.factor);
+        const double n = t.factor; // not negative: the compiler moves signs outward
         if (t.cell < 0 || n != std::trunc(n) || n < 1 || n > largest_multiple) continue;
+        if (source.sine_given && !source.cells[values[t.cell].a].variable) continue;
         if (angle_cell >= 0 && t.cell != angle_cell) continue;
         angle_cell = t.cell;
         found.push_back(v);
@@ -127,10 +128,8 @@ void postfix_scheduler::choose_angles() {
     const int additions =
         static_cast<int>(multiples.size()) + (source.sine_given ? 0 : cost_of_first_angle);
     if (additions > cost_of_sine * static_cast<int>(wanted.size())) return;
-    for (const int v : found) {
-        const double n = argument_of(v).factor;
-        if (n > 0) angle_of[v] = static_cast<int>(n);
-    }
+    for (const int v : found)
+        angle_of[v] = static_cast<int>(argument_of(v).factor);
 }
 
 void postfix_scheduler::give_partners() {
@@ -186,7 +185,7 @@ void postfix_scheduler::keep(int v) {
 
 void postfix_scheduler::use(int v) {
     if (--uses[v] > 0 || !stored(v)) return;
-    if (values[v].operation == kind::cell || is_angle(v)) return; // theirs for good
+    if (values[v].operation == kind::cell || is_angle(v)) return; // keep their slots
     free_slots.push_back(slots[v]);
     slots[v] = -1;
 }
@@ -321,7 +320,7 @@ void postfix_scheduler::emit_operands(int a, int b, opcode direct, opcode swappe
     const bool kept = stored(a);
     const int slot = kept ? slots[a] : new_slot();
     if (kept) {
-        ++uses[a]; // holds the slot until it is read
+        ++uses[a]; // so that no step of b frees the slot; `use` below takes it back
     } else {
         put(opcode::store, slot);
     }
@@ -383,6 +382,7 @@ void postfix_scheduler::emit_trigonometry(int v) {
     const int other = partner[v];
     const bool both = other >= 0 && uses[other] > 0 && !stored(other);
     if (both) --uses[argument]; // the other one will not ask for it again
+    // A multiple of a cell is folded into the step, unless it is stored already.
     const scaled_cell scaled = stored(argument) && values[argument].operation != kind::cell
                                    ? scaled_cell{}
                                    : argument_of(v);

@@ -12,7 +12,7 @@ namespace symbolic {
 /// Orders the values of one compiler into the steps of a list.
 ///
 /// Notes: the newest value stays in the machine's register. A value that is used again is also
-/// stored, and its entry of the stack is free again after its last use. Sine and cosine of one
+/// stored in a slot of the stack, which is free again after its last use. Sine and cosine of one
 /// argument are computed in one step. Sines and cosines of whole multiples of a cell, as they make
 /// up most formulas of closed curves, are built from one angle by the addition theorems where that
 /// takes fewer operations.
@@ -85,7 +85,7 @@ private:
     std::vector<int> angle_of; ///< n where the value is sine or cosine of n times the angle, or 0
     std::vector<int> free_slots;
     std::vector<int> pair_of; ///< where sine and cosine of n times the angle are stored, or -1
-    int angle_cell = -1;      ///< the value of the cell that the angle is
+    int angle_cell = -1;      ///< the value that is the angle itself, a cell
 };
 
 } // namespace symbolic

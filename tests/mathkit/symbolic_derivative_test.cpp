@@ -135,6 +135,23 @@ TEST(postfix_compiler, computes_two_results_from_given_sine_and_cosine) {
     }
 }
 
+/// Sine and cosine are given of the variable alone, also where another cell's come first.
+TEST(PostfixCompiler, KeepsTheGivenSineToItsVariable) {
+    double cell = 0.7, other = 0.3;
+    const symbolic::ex e = parsed("sin(t)+cos(2*t)");
+    const auto at = [&](double& place, bool variable) {
+        return e.subs(symbolic::lst(symbolic::var("t")),
+                      symbolic::lst(symbolic::ex(&place, variable)), 0);
+    };
+    symbolic::postfix_compiler compiler;
+    compiler.take_sine_and_cosine();
+    compiler.result(symbolic::add(at(other, false), at(cell, true)));
+    const symbolic::postfix_list list = compiler.finish();
+    std::vector<double> stack(static_cast<std::size_t>(list.stacksize()));
+    EXPECT_PRED3(close, list.eval_angle(stack.data(), std::sin(cell), std::cos(cell)),
+                 tree_value(e, cell) + tree_value(e, other), 1e-14);
+}
+
 /// Steps of the compiled list: what is equal is computed once, what is constant not at all.
 TEST(postfix_list, is_as_short_as_the_formula_allows) {
     // With the closing step, which takes a last sum with a number.
