@@ -200,7 +200,7 @@ bool is_measure(double whole) {
     return whole > 0 && std::isfinite(1 / whole) && std::isfinite(whole);
 }
 
-// Turns lengths into parts of the whole. A boundary whose length is 0, NaN or endless is measured
+// Divides lengths by the whole length. A boundary whose length is 0, NaN or endless is measured
 // by its angle instead.
 void normalise(std::vector<double>& s, const std::vector<double>& phi) {
     const std::vector<double>& from = is_measure(s.back()) ? s : phi;

@@ -167,9 +167,9 @@ public:
     double arcShare(double phi) const;
 
     /// Lists the sign changes of the curvature in `inflections`, and sets `convex` if there are
-    /// none. Changes closer together than pi/1000 may go unseen, and so may a corner that turns the
-    /// tangent by less than the curve does within that angle. Needs the curve alone; without the
-    /// table each bounce is slower.
+    /// none. Changes closer together than pi/1000 may go unseen, and so may a corner at which the
+    /// tangent jumps by less than the curve itself bends within that angle. Needs the curve alone;
+    /// without the table each bounce is slower.
     void buildInflections();
 
 private:

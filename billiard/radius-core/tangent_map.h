@@ -44,9 +44,9 @@ struct chord {
 ///     ds1/ds     = (l K - a) / a1             ds1/dalpha     = l / a1
 ///     dalpha1/ds = K1 (l K - a) / a1 - K      dalpha1/dalpha = l K1 / a1 - 1
 ///
-/// Moving the start by ds shifts the path across itself by -a ds and turns it by K ds + dalpha.
+/// Moving the start by ds shifts the path across itself by -a ds and rotates it by K ds + dalpha.
 /// After the length l it is l (K ds + dalpha) - a ds beside itself, and meets the boundary as much
-/// further on, divided by a1, where the tangent is turned by K1 ds1 (M. V. Berry, Regularity and
+/// further on, divided by a1, where the tangent has rotated by K1 ds1 (M. V. Berry, Regularity and
 /// chaos in classical mechanics, illustrated by three deformations of a circular 'billiard', Eur.
 /// J. Phys. 2, 1981; N. Chernov and R. Markarian, Chaotic Billiards, 2006, chapter 2, where the
 /// signs of curvature and angle are others).

@@ -38,7 +38,7 @@ class specDataTarget1 : public font_choice {
     FXDECLARE(specDataTarget1)
 
 public:
-    specDataTarget1() = default;
+    specDataTarget1() = default; ///< for the metaclass
     /// Takes `font`, which must have been created.
     explicit specDataTarget1(FXFont* font) : font_choice(font) {}
     ~specDataTarget1() override = default;
