@@ -2,6 +2,7 @@
 // One bounce: the search for the point where a straight path meets the curve again.
 #include "billiard/radius-core/bounce.h"
 
+#include "billiard/radius-core/bounce_guess.h"
 #include "billiard/radius-core/bounce_pieces.h"
 #include "mathkit/TError.h"
 #include "mathkit/trig.h"
@@ -181,64 +182,6 @@ refusal bounce::search(const spot& inside, const spot& outside, spot& impact) co
     return halve(inside, outside, impact);
 }
 
-// Where the search looks first. The squares of a guess may leave the range of doubles, and then its
-// vector is none: that between both ends takes its place.
-inline bounce::spot bounce::first_guess(const spot& inside, const spot& outside) const {
-    const spot p = convex ? conic_guess(outside) : conic_between(inside, outside);
-    const bool sound = std::fabs(dot(p.at, p.at) - 1) < 1e-9;
-    if (sound && between(inside.theta, p.theta, outside.theta)) return p;
-    return moved(inside,
-                 0.5 * kit::angle_of(cross(inside.at, outside.at), dot(inside.at, outside.at)));
-}
-
-// In polar form 1/R of a straight line, of a circle about the origin and of any conic with its
-// focus there is A + B cos + C sin. One such conic has the curve's radius and slope at the start
-// and its radius at the far end; this is where the line meets it again.
-inline bounce::spot bounce::conic_guess(const spot& far_end) const {
-    // Sine and cosine of the angle from the start to the far end, but for its distance from the
-    // pole, which is too small to matter here.
-    const double sin_far = dir * start.across;
-    const double cos_far = dir * start.along;
-    const double r = far_end.r;
-    const double n = (start.dr * start.across - start.r * start.along) * (1 - cos_far) * r;
-    const double m =
-        start.across * (start.r * start.r - (start.r * cos_far - start.dr * sin_far) * r);
-    const double scale = 2 * n / (n * n + m * m); // n / m is the tangent of half the angle
-    return seen(start.theta + 2 * kit::angle_of(n, m), turned(start.at, m * scale, n * scale));
-}
-
-// The same from one point to another, with the slope of the first: the conic meets the line where a
-// quadratic equation for the tangent of half the angle has its roots.
-inline bounce::spot bounce::conic_between(const spot& u, const spot& e) const {
-    const double cos_e = dot(u.at, e.at);
-    const double sin_e = cross(u.at, e.at);
-    // 1/R less the line, a + p cos + q sin of the angle from u.
-    const double inverse_u = 1 / u.r;
-    const double conic_sin = -u.dr * inverse_u * inverse_u;
-    const double conic_cos = (1 / e.r - inverse_u - conic_sin * sin_e) / (cos_e - 1);
-    const double a = inverse_u - conic_cos;
-    const double p = conic_cos - u.across / distance;
-    const double q = conic_sin + u.along / distance;
-    const double root = std::sqrt(q * q - (a - p) * (a + p));
-    const double sum = -(q + std::copysign(root, q));
-    double n = sum;
-    double m = a - p;
-    const double other = a + p;
-    // Of n / m and other / n the one on the way from u to e.
-    const double half = sin_e / (1 + cos_e);
-    const double t1 = n / m;
-    if (!(dir > 0 ? t1 > 0 && t1 < half : t1 < 0 && t1 > half)) {
-        n = other;
-        m = sum;
-    }
-    if (m < 0) {
-        n = -n;
-        m = -m;
-    }
-    const double scale = 2 * n / (n * n + m * m);
-    return seen(u.theta + 2 * kit::angle_of(n, m), turned(u.at, m * scale, n * scale));
-}
-
 [[gnu::always_inline]] inline bounce::spot bounce::moved(const spot& from, double way) const {
     return seen(from.theta + way, turned_by(from.at, way));
 }
@@ -252,6 +195,11 @@ inline bool bounce::is_on_line(const spot& p) const {
     return std::fabs(p.inside) <= on_the_line * std::fabs(distance);
 }
 
+// The rounding of W, divided by its slope, is as near as any step can come.
+inline bool bounce::is_rounding(const spot& p, double step, double inverse) {
+    return std::fabs(step) <= 1e-13 + 1e-15 * std::fabs(p.r * p.r * inverse);
+}
+
 // Whether the line leaves the table in a root.
 inline bool bounce::leaves(const spot& p, double inverse) const {
     return is_on_line(p) && dir * inverse > 0;
@@ -262,7 +210,6 @@ inline bool bounce::leaves(const spot& p, double inverse) const {
 [[gnu::always_inline]] inline bool bounce::approach(spot p, const spot& inside, const spot& outside,
                                                     spot& impact) const {
     constexpr int most_steps = 4;
-    constexpr double short_step = 1e-13; // it is the last one
 
     look(p);
     double inverse = inverse_at(p);
@@ -272,19 +219,40 @@ inline bool bounce::leaves(const spot& p, double inverse) const {
         return leaves(p, inverse);
     }
     for (int i = 0; i < most_steps; ++i) {
-        const sample previous = {p.inside / p.r, -p.r * p.r * inverse, p.dr};
+        const sample previous = {p.inside / p.r, -p.r * p.r * inverse, p.r, p.dr};
         const double way = step;
         p = moved(p, way);
         look(p);
         inverse = inverse_at(p);
+        step = p.r * p.inside * inverse;
+        double bend;
+        if (ends_without_a_look(p, step, previous, way, bend)) {
+            impact = arrived(p, step, bend);
+            return leaves(p, inverse) && between(inside.theta, p.theta, outside.theta);
+        }
         step = best_step(p, inverse, previous, way);
-        // The rounding of W, divided by its slope, is as near as any step can come.
-        if (std::fabs(step) <= short_step + 1e-15 * std::fabs(p.r * p.r * inverse)) {
+        if (is_rounding(p, step, inverse)) {
             impact = arrived(p, step, bend_of(p.dr - previous.dr, way, p.r));
             return leaves(p, inverse) && between(inside.theta, p.theta, outside.theta);
         }
     }
     return false;
+}
+
+// Whether a step by the tangent leads to the root to within rounding, and the bend at p, which the
+// slopes and radii of the last two points tell to within way^2, gives the slope there. A bend that
+// changes by more than 100 radii per radian is a corner's.
+[[gnu::always_inline]] inline bool bounce::ends_without_a_look(const spot& p, double step,
+                                                               const sample& previous, double way,
+                                                               double& bend) {
+    const double size = std::fabs(step);
+    const double square = way * way;
+    // The square of a step is lost in rounding, the slope's error, and that of its differences.
+    if (!(size <= 3e-9 && size * square <= 1e-17 && size <= 0.02 * square)) return false;
+    const double per_way = 1 / way;
+    const double mean_bend = (p.dr - previous.dr) * per_way;
+    bend = ((4 * p.dr + 2 * previous.dr) - 6 * (p.r - previous.r) * per_way) * per_way;
+    return std::fabs(bend - mean_bend) <= 100 * p.r * std::fabs(way);
 }
 
 // The way from p to the root: by the tangent, or, where that is but a correction, by the cubic
@@ -343,7 +311,7 @@ refusal bounce::halve(const spot& inside, const spot& outside, spot& impact) con
         const double inverse = inverse_at(p);
         step = arc_tangent_of_step(p.r * p.inside * inverse);
         const double size = std::fabs(step);
-        const bool at_rest = size <= 1e-13 + 1e-15 * std::fabs(p.r * p.r * inverse);
+        const bool at_rest = is_rounding(p, step, inverse);
         if (at_rest && is_on_line(p)) {
             impact = arrived(p, step, bend);
             return refusal::none;

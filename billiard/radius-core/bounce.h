@@ -17,8 +17,8 @@
 // - first_piece, if the curve has inflections, walks to the piece in which the path leaves.
 // - first_guess lays a conic through what is known of both ends and meets it with the line.
 // - approach looks at the curve there, takes the best_step to the root, looks again, and so on,
-//   until arrived moves the last point by a step that is but rounding. Where the steps do not
-//   settle, beside a corner, halve finds the root instead.
+//   until a step is so short that it ends_without_a_look; arrived moves the last point by it.
+//   Where the steps do not settle, beside a corner, halve finds the root instead.
 // - reflect mirrors the line at the tangent there and tells the new phi and alpha.
 // - leave keeps point and line for the next start_from_last.
 //
@@ -34,7 +34,8 @@
 //   inside where it is positive. Its sign decides everything, also where R is not positive.
 //   W = across - distance / R is what Newton's method works on: with an arc tangent around the
 //   step it goes to where the line meets the tangent, which is exact on a straight side.
-// - The last point looked at is the impact to within rounding, and its slope is the mirror's.
+// - The last point looked at is the impact to within a step that is right to rounding. The slope
+//   there, the mirror's, needs the curve's bend: without it the direction drifts.
 // - What a bounce costs is the chain of operations that wait for each other. Divisions that do not
 //   wait for each other are free; structures that go through memory are not.
 // - Tests are written so that NaN fails them: it ends in a refusal, not in a loop.
@@ -101,9 +102,9 @@ private:
         double inside;        // R across - distance
     };
 
-    // What the search keeps of the point before: W and 1/W' there, and R'.
+    // What the search keeps of the point before: W and 1/W' there, and the curve.
     struct sample {
-        double value, inverse_slope, dr;
+        double value, inverse_slope, r, dr;
     };
 
     void start_from_last();
@@ -113,13 +114,13 @@ private:
     refusal through_origin(spot& impact) const;
     refusal bracket(spot& near_end, spot& far_end) const;
     refusal search(const spot& inside, const spot& outside, spot& impact) const;
-    spot first_guess(const spot& inside, const spot& outside) const;
-    spot conic_guess(const spot& far_end) const;
-    spot conic_between(const spot& u, const spot& e) const;
     bool approach(spot p, const spot& inside, const spot& outside, spot& impact) const;
     double inverse_at(const spot& p) const;
     bool is_on_line(const spot& p) const;
     bool leaves(const spot& p, double inverse) const;
+    static bool is_rounding(const spot& p, double step, double inverse);
+    static bool ends_without_a_look(const spot& p, double step, const sample& previous, double way,
+                                    double& bend);
     static double best_step(const spot& p, double inverse, const sample& previous, double way);
     spot arrived(const spot& p, double step, double bend) const;
     refusal halve(const spot& inside, const spot& outside, spot& impact) const;
@@ -130,6 +131,11 @@ private:
     void look(spot& p) const;
     spot seen(double theta, unit_vector at) const;
     spot moved(const spot& from, double way) const;
+
+    // bounce_guess.h
+    spot first_guess(const spot& inside, const spot& outside) const;
+    spot conic_guess(const spot& far_end) const;
+    spot conic_between(const spot& u, const spot& e) const;
 
     // bounce_pieces.h
     refusal first_piece(spot& inside, spot& outside) const;
