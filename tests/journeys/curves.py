@@ -1,5 +1,5 @@
 # SPDX-License-Identifier: MIT
-"""Every curve of the menu gives its outline and its orbits; a refused one costs nothing."""
+"""Every curve of the menu gives its outline and its orbits; a long formula shows that it works."""
 import ctypes
 
 from desktop import check, until
@@ -60,16 +60,6 @@ def journey(program, model):
         program.wait_plotted(start + orbit, name + ": the orbit")
         program.show_path()
     program.hide_path()
-
-    # Refused, offered again with what was refused, and cancelled: the old curve goes on.
-    for typed in (["1", "3"], []):
-        program.choose_curve(3)
-        program.fill_in(TITLE, *typed)
-        program.close_box("Error")
-    program.choose_curve(3)
-    program.cancel(TITLE)
-    program.keys("space")
-    program.wait_plotted(start + orbit + model.pixels("iterate", 1000), "refused and cancelled")
 
     # What takes long shows the wait cursor as long as it takes.
     program.choose_curve(5)

@@ -18,7 +18,7 @@ import tempfile
 import time
 
 from desktop import Failure, check, output_of, until, xdotool
-from program import MAIN, NOBODY, PANEL_WIDGETS, PATH, Program, as_nobody
+from program import MAIN, NOBODY, PANEL, PANEL_WIDGETS, PATH, Program, as_nobody
 
 FILE_DIALOGS = ("Save", "Open", "Load", "Select", "Choose")  # how their titles begin
 
@@ -109,7 +109,7 @@ class Monkey:
 
     def resize(self, window, title, width, height):
         if self.random.random() < 0.3:
-            size = self.random.choice([(1, 1), (1, 400), (500, 1), (30, 30), (104, 60)])
+            size = self.random.choice([(1, 1), (1, 400), (500, 1), (30, 30), (PANEL, 60)])
         else:
             size = self.random.randint(50, 1000), self.random.randint(50, 700)
         self.do("windowsize", window, *size)

@@ -152,10 +152,8 @@ def report(soak):
     wrong = []
     turns = soak.turns[1:]
     check(len(turns) >= 4, f"only {len(turns)} turns after the first: too short to see growth")
-    print(f"{'after warming up':24}{'start':>10}{'end':>10}{'highest':>10}")
     for name in sorted(turns[0]):
         values = [turn.get(name, 0) for turn in turns]
-        print(f"{name:24}{values[0]:10}{values[-1]:10}{max(values):10}")
         if grows(values, NOISE.get(name, 0)):
             wrong.append(f"{name} grows: {values}")
     print(f"{len(soak.answers)} keys answered: median {statistics.median(soak.answers) * 1e3:.1f} ms,"

@@ -97,8 +97,6 @@ TEST(FoxAxis, TheVerticalAxisIsTheHorizontalOneTurned) {
     // Where a text reads upward: its start is at the low end, its tops to the left.
     const int base = line_pos - 10; // right of the last column of the text
     const ink_box all = upright.box_of(ink, 0, 0, line_pos - 6);
-    EXPECT_EQ(all.right, base - 1);
-    EXPECT_EQ(all.left, base - 12);
     EXPECT_NEAR(all.bottom, line_to, 2);
     EXPECT_NEAR(all.top, line_from, 3);
 

@@ -137,19 +137,14 @@ TEST(Pictures, OtherProgramsReadTheCanvasFromTheFile) {
 TEST(Pictures, WhatCannotBeSavedIsTold) {
     const folder place;
     fs::create_directory(place.path / "folder.png");
-    fs::create_directory(place.path / "folder.pdf");
     put_file(place / "file", "old");
-    for (const char* pipe : {"pipe.png", "pipe.pdf"}) // nobody reads them
-        ASSERT_EQ(mkfifo((place / pipe).c_str(), 0600), 0);
+    ASSERT_EQ(mkfifo((place / "pipe.png").c_str(), 0600), 0); // nobody reads it
     fs::create_symlink("/dev/full", place / "full.png");
-    fs::create_symlink("/dev/full", place / "full.pdf");
     shown<canvas> window(300, 200);
-    for (const char* name : {"folder.png", "folder.pdf", "file/a.png", "file/a.pdf", "file/a",
-                             "pipe.png", "pipe.pdf", "missing/100%s.jpg", "missing/a b\"c.bmp"})
+    for (const char* name : {"folder.png", "file/a.pdf", "file/a", "pipe.png", "missing/100%s.jpg"})
         EXPECT_EQ(error_of(*window, place / name), "error open \"" + place / name + "\"");
-    for (const char* name : {"full.png", "full.pdf"})
-        EXPECT_EQ(error_of(*window, place / name),
-                  "cannot write \"" + place / name + "\": " + reason_of(ENOSPC));
+    EXPECT_EQ(error_of(*window, place / "full.png"),
+              "cannot write \"" + place / "full.png" + "\": " + reason_of(ENOSPC));
     EXPECT_EQ(window->image->getData(), nullptr) << "client pixels are released";
     EXPECT_EQ(content_of(place / "file"), "old");
     const std::string path = place / "no/100%s \"x\".png";
