@@ -13,15 +13,15 @@ function(install_gzipped source name destination component)
   install(FILES ${compressed} DESTINATION ${destination} COMPONENT ${component})
 endfunction()
 
-# The manual page of a package and its folder of documents: what Debian wants there, a document of
-# its own and the pictures that this one shows, whose patterns follow.
-function(install_documents package component document)
+# The manual page of a package and its folder of documents: what Debian wants there, the tutorial and
+# the guide, which lead to each other, and their pictures.
+function(install_documents package component)
   set(documents ${CMAKE_INSTALL_DATAROOTDIR}/doc/${package})
   install_gzipped(packaging/${package}.1 ${package}.1 ${CMAKE_INSTALL_MANDIR}/man1 ${component})
   install_gzipped(packaging/debian/changelog changelog ${documents} ${component})
-  install(FILES packaging/debian/copyright README.licences.txt CHANGELOG.md ${document}
-          DESTINATION ${documents} COMPONENT ${component})
-  install(DIRECTORY docs/pictures DESTINATION ${documents} COMPONENT ${component} ${ARGN})
+  install(FILES packaging/debian/copyright README.licences.txt CHANGELOG.md docs/tutorial.md
+          docs/batch.md DESTINATION ${documents} COMPONENT ${component})
+  install(DIRECTORY docs/pictures DESTINATION ${documents} COMPONENT ${component})
 endfunction()
 
 if(FOX_FOUND)
@@ -37,7 +37,7 @@ if(FOX_FOUND)
           DESTINATION ${CMAKE_INSTALL_DATADIR}/applications COMPONENT desktop)
   install(FILES packaging/org.iterra.Billiard.metainfo.xml
           DESTINATION ${CMAKE_INSTALL_DATADIR}/metainfo COMPONENT desktop)
-  install_documents(billiard desktop docs/tutorial.md PATTERN "batch-*" EXCLUDE)
+  install_documents(billiard desktop)
   set(packages desktop batch)
 else()
   set(packages batch)
@@ -51,7 +51,7 @@ add_custom_command(OUTPUT ${completion}
 add_custom_target(bash_completion ALL DEPENDS ${completion})
 install(FILES ${completion} RENAME billiard-batch
         DESTINATION ${CMAKE_INSTALL_DATADIR}/bash-completion/completions COMPONENT batch)
-install_documents(billiard-batch batch docs/batch.md FILES_MATCHING PATTERN "batch-*")
+install_documents(billiard-batch batch)
 
 set(CPACK_GENERATOR DEB)
 set(CPACK_DEB_COMPONENT_INSTALL ON)

@@ -59,13 +59,17 @@ void refuse_part_of_whole(const curve_parameter& parameter, const value_range& r
     }
 }
 
-// A boundary's radius is positive; a table that was made of anything else is no billiard.
+// A boundary's radius is positive; a table that was made of anything else is no billiard. Of a
+// radius beyond the limits the square, of which an area is made, may be no number.
 void refuse_bad_radii(const TBilliard& table, const char* name) {
+    constexpr double least = 1e-150, most = 1e150;
     const TBilliard::circumference_class& rows = table.circumference;
     for (std::size_t i = 0; i < rows.r.size(); ++i) {
-        if (rows.r[i] > 0 && std::isfinite(rows.r[i])) continue;
-        throw usage_error(std::string(name) + ": R must be positive all round, but R(" +
-                          real_text(rows.phi[i]) + ") = " + real_text(rows.r[i]));
+        const double r = rows.r[i];
+        if (r >= least && r <= most) continue;
+        const char* limit = r > 0 && std::isfinite(r) ? "between 1e-150 and 1e150" : "positive";
+        throw usage_error(std::string(name) + ": R must be " + limit + " all round, but R(" +
+                          real_text(rows.phi[i]) + ") = " + real_text(r));
     }
 }
 

@@ -70,6 +70,8 @@ orbit formula:sin(t) | formula: R must be positive all round, but R(0) = 0
 orbit formula:-1 | formula: R must be positive all round, but R(0) = -1
 orbit formula:1/0 | formula: R must be positive all round, but R(0) = inf
 orbit formula:0/0 | formula: R must be positive all round, but R(0) = nan
+map oval-a:c=1e160 | oval-a: R must be between 1e-150 and 1e150 all round, but R(0) = 1e+160
+curve formula:1e-160 | R must be between 1e-150 and 1e150 all round
 orbit formula:5+a | unknown name 'a' at column 3
 orbit formula:5+a --let a | --let 'a' is no NAME=VALUE
 orbit formula:5+a --let =3 | --let '=3' is no NAME=VALUE
