@@ -206,6 +206,12 @@ job_size orbit_job::size() const {
     return {times(orbits, n + 1), times(orbits, n)};
 }
 
+std::int64_t orbit_job::most_threads() const {
+    constexpr std::int64_t of_chain = 3; // one goes ahead, two write rows: each takes about as long
+    return n < block_rows ? row_job::most_threads()
+                          : std::max<std::int64_t>(1, times(units(), of_chain));
+}
+
 void orbit_job::leave_out(const written_rows& rows) {
     if (rows.count == 0) return;
     const place last = place_of(rows.last.back());

@@ -24,6 +24,7 @@ public:
     void leave_out(const written_rows& rows) override;
     std::unique_ptr<block> next() override;
     std::int64_t units() const override { return end - orbit + (chain ? 1 : 0); }
+    std::int64_t most_threads() const override;
 
 private:
     void begin_chain();

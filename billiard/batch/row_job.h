@@ -90,6 +90,9 @@ public:
 
     /// Of all units the blocks' units are a share.
     virtual std::int64_t units() const = 0;
+
+    /// More threads than these would only wait.
+    virtual std::int64_t most_threads() const { return std::numeric_limits<std::int64_t>::max(); }
 };
 
 } // namespace batch

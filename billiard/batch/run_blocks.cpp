@@ -29,7 +29,7 @@ public:
           curve(curve),
           monitor(monitor),
           write(write),
-          window(static_cast<std::size_t>(threads) * 3 + 1) {
+          window(static_cast<std::size_t>(threads) * 2 + 2) {
         at_work = threads;
         hire(threads);
     }

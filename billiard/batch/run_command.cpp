@@ -65,8 +65,12 @@ std::unique_ptr<row_file> opened_output(const command& c, const std::string& nam
     return output;
 }
 
+int threads_for(const command& c, const row_job& job) {
+    return static_cast<int>(std::min<std::int64_t>(threads_of(c), job.most_threads()));
+}
+
 void write_rows(const command& c, task& work, row_file& output) {
-    const int threads = threads_of(c);
+    const int threads = threads_for(c, *work.job);
     const auto all = static_cast<double>(std::max<std::int64_t>(1, work.job->units()));
     const auto bounces = static_cast<double>(std::max<std::int64_t>(1, work.job->size().bounces));
     work_monitor monitor;
@@ -125,7 +129,7 @@ int run_command(const command& c) {
     task work(c);
     if (c.has("--dry-run")) {
         row_file output;
-        output.write(dry_run(work, threads_of(c)));
+        output.write(dry_run(work, threads_for(c, *work.job)));
         output.close();
         return 0;
     }

@@ -156,7 +156,9 @@ class Ends(Files):
             _, process.returncode, used = os.wait4(process.pid, 0)
             return used.ru_maxrss
         small, wide = 2048, 8192
-        self.assertLess(peak("orbit", "stadium", "-n", 300000), peak("orbit", "stadium") + small)
+        for threads in (2, 64):
+            self.assertLess(peak("orbit", "stadium", "-n", 300000, "-j", threads),
+                            peak("orbit", "stadium", "-j", threads) + small)
         words = ("map", "stadium", "-n", 1, "--random")
         self.assertLess(peak(*words, 300000), peak(*words, 3000) + small)
         with open(self.file, "w", encoding="ascii") as file:
