@@ -2,6 +2,7 @@
 # What goes wrong around a run: kills, full disks, closed pipes, signals, files of other commands.
 import os
 import random
+import re
 import resource
 import signal
 import subprocess
@@ -151,20 +152,26 @@ class Ends(Files):
 
     @unittest.skipIf("SANITIZED" in os.environ, "sanitizers keep what is freed")
     def test_memory_does_not_grow(self):
-        def peak(*words):
-            process = subprocess.Popen([PROGRAM, *map(str, words)], stdout=subprocess.DEVNULL)
-            _, process.returncode, used = os.wait4(process.pid, 0)
-            return used.ru_maxrss
-        small, wide = 2048, 8192
+        def peak(read, *words):
+            """The most kilobytes of a command that has stopped as so much of its rows is read. What
+            the system tells of an ended process counts in Python, which started it."""
+            with subprocess.Popen([PROGRAM, *map(str, words)], stdout=subprocess.PIPE) as process:
+                process.stdout.read(read)
+                time.sleep(0.3)
+                with open(f"/proc/{process.pid}/status", encoding="ascii") as status:
+                    most = re.search(r"VmHWM:\s+(\d+)", status.read())[1]
+                process.kill()
+            return int(most)
+        small, wide, long = 2048, 8192, 20_000_000
         for threads in (2, 64):
-            self.assertLess(peak("orbit", "stadium", "-n", 300000, "-j", threads),
-                            peak("orbit", "stadium", "-j", threads) + small)
-        words = ("map", "stadium", "-n", 1, "--random")
-        self.assertLess(peak(*words, 300000), peak(*words, 3000) + small)
+            words = ("orbit", "stadium", "-j", threads, "-n")
+            self.assertLess(peak(long, *words, 300000), peak(0, *words, 1000) + small)
+        words = ("map", "stadium", "-n", 1)
+        base = peak(0, *words, "--random", 3000)
+        self.assertLess(peak(long, *words, "--random", 400000), base + small)
         with open(self.file, "w", encoding="ascii") as file:
-            file.write("S,P\n" + "0.25,0.5\n" * 300000)
-        self.assertLess(peak("map", "stadium", "-n", 1, "--from", self.file),
-                        peak("map", "stadium", "-n", 1) + wide)
+            file.write("S,P\n" + "0.25,0.5\n" * 600000)
+        self.assertLess(peak(long, *words, "--from", self.file), base + wide)
 
     def test_progress_and_dry_run(self):
         run("orbit", "stadium", "--progress", "always", told="100.0 % done,")
