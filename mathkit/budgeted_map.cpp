@@ -85,11 +85,10 @@ std::optional<passage> budgeted_map::image(point from, int order) {
 
 point budgeted_map::way(point from, point to) const {
     point d{to.x - from.x, to.y - from.y};
-    const double whole = range.width();
-    const auto within = [&](double x) { return range.x1 <= x && x <= range.x2; };
-    // Points beyond the ends show that the map has no seam there.
-    if (std::abs(d.x) > whole / 2 && within(from.x) && within(to.x))
-        d.x -= std::copysign(whole, d.x);
+    const double width = range.width();
+    // An image beyond the ends shows that the map has no seam there.
+    const bool has_seam = range.x1 <= to.x && to.x <= range.x2;
+    if (has_seam && std::abs(d.x) > width / 2) d.x -= std::copysign(width, d.x);
     return d;
 }
 

@@ -68,7 +68,7 @@ public:
     /// Starts at `from` and iterates `order` times; empty on any failure.
     std::optional<passage> image(point from, int order);
 
-    /// The way from one point to the other, in x the shorter way around.
+    /// The way from a point of the section to another, or to an image: in x the shorter way around.
     point way(point from, point to) const;
 
     /// `p`, whose x is brought back into the section from at most one width beyond the seam.

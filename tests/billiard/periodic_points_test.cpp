@@ -1,5 +1,6 @@
 // SPDX-License-Identifier: MIT
 // Periodic points of billiards, judged by points that were computed to fifty digits.
+#include "tests/periodic_check.h"
 #include "tests/reference_billiards.h"
 
 #include <gtest/gtest.h>
@@ -21,34 +22,16 @@ TBilliardMap& placed_billiard(reference_billiards& made, const data_row& row) {
     return map;
 }
 
-double around(double difference, double turn) {
-    return std::abs(difference - turn * std::round(difference / turn));
-}
-
 void expect_put_back(TBilliardMap& map) {
-    double S, P;
-    map.getPoint(S, P);
+    const auto [S, P] = current_point(map);
     EXPECT_NEAR(S, somewhere_s, 1e-12);
     EXPECT_NEAR(P, somewhere_p, 1e-12);
 }
 
 /// Whether the map stands in the circle, which may reach over the seam.
 bool stands_in(TBilliardMap& map, double x, double y, double rx, double ry) {
-    double S, P;
-    map.getPoint(S, P);
-    return std::hypot(around(S - x, 1) / rx, (P - y) / ry) <= 1 + 1e-6;
-}
-
-/// The point found must map to itself within the precision told, as anyone would test it.
-void expect_honest(TBilliardMap& map, double x, double y, int order, const TRect& box) {
-    double S, P;
-    ASSERT_TRUE(map.setPoint(x, y));
-    for (int i = 0; i < order; ++i)
-        map.iterate();
-    map.getPoint(S, P);
-    EXPECT_LE(around(S - x, 1), box.maxdim());
-    EXPECT_LE(std::abs(P - y), box.maxdim());
-    EXPECT_LT(box.maxdim(), 1e-9);
+    const auto [S, P] = current_point(map);
+    return std::hypot(around(S - x) / rx, (P - y) / ry) <= 1 + 1e-6;
 }
 
 /// Whether the map stands on the row's point.
@@ -110,11 +93,8 @@ TEST(BilliardPeriodicPoints, CirclesOfAllSizesCaptureTheLowestOrder) {
             double x = spot.S + 0.37 * r, y = spot.P - 0.29 * r; // no sample meets the spot
             ASSERT_EQ(map.getorder(x, y, r, 2 * r, 10000), spot.order);
             map.getPoint(x, y);
-            int iter = 30;
-            TRect box;
-            ASSERT_TRUE(map.fixfinder(x, y, spot.order, iter, box, 1e-14));
+            expect_refined(map, x, y, spot.order);
             EXPECT_LE(std::hypot(x - spot.S, y - spot.P), spot.beside);
-            expect_honest(map, x, y, spot.order, box);
         }
     }
 }
@@ -149,11 +129,8 @@ TEST(BilliardPeriodicPoints, CirclesLeadToTheirPoint) {
         SCOPED_TRACE(row.text("id"));
         TBilliardMap& map = placed_billiard(made, row);
         double x = row.number("x"), y = row.number("y");
-        int iter = 30;
-        TRect box;
-        ASSERT_TRUE(map.fixfinder(x, y, order, iter, box, 1e-14));
+        expect_refined(map, x, y, order);
         EXPECT_TRUE(stands_on(map, row) || row.text("fix_grade") != "must") << x << ' ' << y;
-        expect_honest(map, x, y, order, box);
     }
 }
 
@@ -163,19 +140,14 @@ TEST(BilliardPeriodicPoints, KnownPointsAreFoundFromNearbyAtAnyDepthOfZoom) {
         for (const double radius : {1e-3, 1e-7}) {
             SCOPED_TRACE(row.text("id"));
             TBilliardMap& map = placed_billiard(made, row);
-            double S, P;
             map.setPhiAlpha(row.number("phi"), row.number("alpha"));
-            map.getPoint(S, P); // the table's S of the point
+            auto [S, P] = current_point(map); // the table's S of the point
             S += (S < 0.5 ? 0.1 : -0.1) * radius;
             P -= 0.2 * radius;
             const int order = row.integer("order");
             EXPECT_EQ(map.getorder(S, P, radius, 2 * radius, 10000), order);
-
-            int iter = 30;
-            TRect box;
-            ASSERT_TRUE(map.fixfinder(S, P, order, iter, box, 1e-14));
+            expect_refined(map, S, P, order);
             EXPECT_TRUE(stands_on(map, row)) << S << ' ' << P;
-            expect_honest(map, S, P, order, box);
         }
     }
 }
@@ -185,8 +157,7 @@ TEST(BilliardPeriodicPoints, CurvesThatAreNoTablesEndWithoutAnAnswer) {
         SCOPED_TRACE(formula);
         TBilliardMap map(new_reference_curve(std::string("Formula ") + formula));
         map.setPoint(somewhere_s, somewhere_p);
-        double S, P;
-        map.getPoint(S, P);
+        const auto before = current_point(map);
         const int order = map.getorder(0.4, 0.2, 0.01, 0.02, 10000);
         double x = 0.4, y = 0.2;
         int iter = 30;
@@ -194,10 +165,9 @@ TEST(BilliardPeriodicPoints, CurvesThatAreNoTablesEndWithoutAnAnswer) {
         const bool found = map.fixfinder(x, y, order < 0 ? 2 : order, iter, box, 1e-14);
         EXPECT_TRUE(found || order < 0) << "an order without a point";
         if (found) continue;
-        double later_S, later_P;
-        map.getPoint(later_S, later_P);
-        EXPECT_NEAR(later_S, S, 1e-9);
-        EXPECT_NEAR(later_P, P, 1e-9);
+        const auto later = current_point(map);
+        EXPECT_NEAR(later.first, before.first, 1e-9);
+        EXPECT_NEAR(later.second, before.second, 1e-9);
     }
 }
 
