@@ -6,6 +6,7 @@
 #include <cmath>
 #include <cstddef>
 #include <limits>
+#include <utility>
 
 namespace periodic {
 
@@ -15,16 +16,6 @@ constexpr double no_number = std::numeric_limits<double>::quiet_NaN();
 
 double length(point way) {
     return std::hypot(way.x, way.y);
-}
-
-// The guesses with the smallest gaps, in that order; a NaN is no guess.
-template<class Guesses>
-void keep_best(Guesses& guesses, std::size_t count) {
-    std::erase_if(guesses, [](const auto& g) { return !std::isfinite(g.gap); });
-    const auto best = guesses.begin() + std::min(count, guesses.size());
-    std::partial_sort(guesses.begin(), best, guesses.end(),
-                      [](const auto& a, const auto& b) { return a.gap < b.gap; });
-    guesses.erase(best, guesses.end());
 }
 
 } // namespace
@@ -66,52 +57,23 @@ void sample_lattice::record(budgeted_map& map, int sample) {
     }
 }
 
-// Adds the zero of the function that is linear on the triangle of the samples a, b, c, if it lies
-// in the triangle or not far beside it.
-void sample_lattice::add_zero(int a, int b, int c, int order, std::vector<guess>& zeros) const {
-    const double beside = 0.25; // in sides of the triangle; the ways are not quite linear
-    const point fa = way(a, order), fb = way(b, order), fc = way(c, order);
-    const point p{fb.x - fa.x, fb.y - fa.y}, q{fc.x - fa.x, fc.y - fa.y};
-    const double d = p.x * q.y - p.y * q.x;
-    const double s = (q.x * fa.y - q.y * fa.x) / d, t = (p.y * fa.x - p.x * fa.y) / d;
-    if (!(s >= -beside && t >= -beside && s + t <= 1 + beside)) return;
-    const point na = node(a), nb = node(b), nc = node(c);
-    zeros.push_back({{na.x + s * (nb.x - na.x) + t * (nc.x - na.x),
-                      na.y + s * (nb.y - na.y) + t * (nc.y - na.y)},
-                     std::max({length(fa), length(fb), length(fc)})});
-}
-
-std::vector<sample_lattice::guess> sample_lattice::zeros(int order) const {
-    std::vector<guess> all;
-    for (int row = 0; row + 1 < side; ++row) {
-        for (int column = 0; column + 1 < side; ++column) {
-            const int corner = index(column, row), across = index(column + 1, row + 1);
-            add_zero(corner, index(column + 1, row), across, order, all);
-            add_zero(corner, index(column, row + 1), across, order, all);
-        }
-    }
-    return all;
-}
-
-std::vector<sample_lattice::guess> sample_lattice::close_returns(int order) const {
-    std::vector<guess> all;
-    // The corners lie outside the ellipse, and their returns mostly lead to points there.
-    const double beside = 1.1 * half; // a point on the edge has samples on both sides
-    for (int sample = 0; sample < side * side; ++sample)
-        if (std::hypot(sample % side - half, sample / side - half) <= beside)
-            all.push_back({node(sample), length(way(sample, order))});
-    return all;
-}
-
 std::vector<point> sample_lattice::candidates(int order) const {
-    const std::size_t zeros_tried = 10, returns_tried = 6;
-    std::vector<guess> crossing = zeros(order), returning = close_returns(order);
-    keep_best(crossing, zeros_tried);
-    keep_best(returning, returns_tried);
+    // The corners lie outside the ellipse, and their returns mostly lead to points there. A point
+    // on the edge has samples on both sides.
+    const double inside = 1.1 * half;
+    std::vector<std::pair<double, int>> returns; // the gap in radii, the sample
+    for (int sample = 0; sample < side * side; ++sample) {
+        if (std::hypot(sample % side - half, sample / side - half) > inside) continue;
+        const double gap = length(way(sample, order));
+        if (std::isfinite(gap)) returns.emplace_back(gap, sample);
+    }
+    // Of some 800 circles in all kinds of curves, sixteen starts miss one in forty that more starts
+    // capture, or capture at a lower order; six miss one in twenty.
+    const std::size_t tried = std::min<std::size_t>(16, returns.size());
+    std::partial_sort(returns.begin(), returns.begin() + tried, returns.end());
     std::vector<point> starts;
-    for (const auto* guesses : {&crossing, &returning})
-        for (const guess& g : *guesses)
-            starts.push_back(g.start);
+    for (std::size_t i = 0; i < tried; ++i)
+        starts.push_back(node(returns[i].second));
     return starts;
 }
 

@@ -17,9 +17,8 @@ public:
     /// Takes (2 `half` + 1)^2 samples and iterates each `last` times.
     sample_lattice(budgeted_map& map, const region& where, int half, int first, int last);
 
-    /// Where to start a refinement to a point of the given order (first <= order <= last), the most
-    /// promising first: zeros of the way to the image, taken as linear between three neighbours,
-    /// and the samples that come back closest.
+    /// Where to start a refinement to a point of the given order (first <= order <= last): the
+    /// samples that come back closest, the closest first.
     std::vector<point> candidates(int order) const;
 
     int samples() const { return side * side; }
@@ -27,16 +26,7 @@ public:
     point way(int sample, int order) const; ///< to its image, in radii; NaN where the map failed
 
 private:
-    struct guess {
-        point start;
-        double gap; ///< in radii: the smaller, the more can the guess be trusted
-    };
-
-    int index(int column, int row) const { return row * side + column; }
     void record(budgeted_map& map, int sample);
-    void add_zero(int a, int b, int c, int order, std::vector<guess>& zeros) const;
-    std::vector<guess> zeros(int order) const;
-    std::vector<guess> close_returns(int order) const;
 
     region where;
     int half, side, first, last;

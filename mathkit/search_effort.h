@@ -7,8 +7,8 @@ namespace periodic {
 /// How long a refinement goes on, and what its outcome must be worth. Lengths are in units of the
 /// section, whose height is 2.
 struct effort {
-    /// Newton steps at most. Six do from a guess of the lattice, a dozen where the root is
-    /// multiple; a start from which thirty do not arrive is a bad one.
+    /// Newton steps at most. Four to eight do from most samples of the lattice, a dozen where the
+    /// root is multiple; a start from which thirty do not arrive is a bad one.
     int steps = 30;
 
     /// A step below this is the last: rounding of a few bounces moves the image as far.
