@@ -1,5 +1,9 @@
 // SPDX-License-Identifier: MIT
 // Forward differentiation: numbers that carry their derivative along.
+//
+// Notes: the curves take their slopes from expressions that ex::diff has made, which are faster.
+// This is the way to the slope of a list whose expression is gone, as of one that other code has
+// compiled; and the second opinion by which both ways are tested.
 #pragma once
 
 #include "mathkit/symbolic/functions.h"

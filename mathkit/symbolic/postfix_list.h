@@ -82,7 +82,8 @@ public:
     /// The value. `stack` has stacksize() entries; what they hold does not matter.
     double eval_double(double* stack) const;
 
-    /// The value and its derivative by the cell that was made as the variable, in one pass.
+    /// The value and its derivative by the cell that was made as the variable, in one pass; for
+    /// callers that have no expression to differentiate. The curves have.
     diffarithm eval_diffarithm(diffarithm* stack) const;
 
     /// The value of a list that takes the sine and the cosine of its variable from the caller
