@@ -12,10 +12,8 @@ constexpr double nan = NAN;
 constexpr double inf = HUGE_VAL;
 
 void expect_rect(const TRect& r, double x1, double y1, double x2, double y2) {
-    EXPECT_DOUBLE_EQ(r.x1, x1);
-    EXPECT_DOUBLE_EQ(r.y1, y1);
-    EXPECT_DOUBLE_EQ(r.x2, x2);
-    EXPECT_DOUBLE_EQ(r.y2, y2);
+    EXPECT_TRUE(r.x1 == x1 && r.y1 == y1 && r.x2 == x2 && r.y2 == y2)
+        << r.x1 << ' ' << r.y1 << ' ' << r.x2 << ' ' << r.y2;
 }
 
 TEST(TRect, IsPlacedGrownMovedAndScaled) {

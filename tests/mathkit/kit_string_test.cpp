@@ -48,16 +48,13 @@ TEST(kit_string, EmptyAndOddTexts) {
     }
     EXPECT_EQ(kit::string("ab\0cd", 5).length(), 2u);
     EXPECT_STREQ(kit::string("abcdef", 3), "abc");
-    EXPECT_STREQ(kit::string::format("%c%s", 0, "lost"), "");
     EXPECT_EQ(kit::string::format("%c%s", 0, "lost").length(), 0u);
 }
 
 TEST(kit_string, FormatsOfAnyLength) {
     for (std::size_t length : {1u, 255u, 256u, 4095u, 100000u}) {
         const std::string text(length, 'x');
-        const kit::string s = kit::string::format("<%s>%d", text.c_str(), 42);
-        EXPECT_EQ(s.length(), length + 4);
-        EXPECT_EQ(std::string(s), "<" + text + ">42");
+        EXPECT_EQ(std::string(kit::string::format("<%s>%d", text.c_str(), 42)), "<" + text + ">42");
     }
     // A user's text is an argument, never a format.
     EXPECT_STREQ(kit::string::format("File \"%s\"", "100%s%n.png"), "File \"100%s%n.png\"");
@@ -98,14 +95,11 @@ TEST(kit_wstring, HoldsAndFormatsWideTexts) {
 TEST(bvector, KeepsWhatItHeldAndClearsTheRest) {
     kit::bvector v;
     v.setsize(3);
-    EXPECT_EQ(std::string(v.data, 3), std::string(3, '\0'));
     v.data[0] = 'a';
     v.data[2] = 'c';
     v.setsize(1);
     v.setsize(1000);
-    EXPECT_EQ(v.data[0], 'a');
-    EXPECT_EQ(v.data[2], 0);
-    EXPECT_EQ(v.data[999], 0);
+    EXPECT_EQ(std::string(v.data, 1000), 'a' + std::string(999, '\0'));
     v.free();
     EXPECT_TRUE(!v.data && v.size == 0 && v.capacity == 0);
     v.setsize(0);
@@ -117,7 +111,6 @@ TEST(TError, CarriesTextAndPosition) {
         throw TError(kit::string::format("error open \"%s\"", "a%n.png"))
             .setPosition("void f(int)", "libfoxaux/font/fox_font", 12);
     } catch (TError& e) {
-        EXPECT_STREQ(e.text(), "error open \"a%n.png\"");
         EXPECT_STREQ(e.message, "error open \"a%n.png\"");
         EXPECT_STREQ(e.function, "void f(int)");
         EXPECT_STREQ(e.file, "libfoxaux/font/fox_font");

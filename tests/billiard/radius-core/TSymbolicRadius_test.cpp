@@ -10,7 +10,6 @@
 #include <cmath>
 #include <numbers>
 #include <string>
-#include <utility>
 
 namespace {
 
@@ -18,7 +17,7 @@ using formulas::repeated;
 using symbolic::TSymbolicRadius;
 constexpr double pi = std::numbers::pi;
 
-TEST(TSymbolicRadius, has_the_values_of_its_formula) {
+TEST(TSymbolicRadius, HasTheValuesOfItsFormula) {
     const TSymbolicRadius curve("5+sin(t)");
     EXPECT_EQ(curve.R(0), 5);
     EXPECT_EQ(curve.dR(0), 1);
@@ -31,59 +30,58 @@ TEST(TSymbolicRadius, has_the_values_of_its_formula) {
     EXPECT_EQ(constant.curvatureNumerator(1), 9);
 }
 
-TEST(TSymbolicRadius, uses_one_turn_of_the_formula) {
-    const TSymbolicRadius line("1+t"), wave("5+sin(t)");
-    const double below = std::nextafter(2 * pi, 0), beyond = std::nextafter(2 * pi, 7);
-    const std::pair<double, double> phi_and_t[] = {
-        {0, 0},
-        {2, 2},
-        {2 * pi, 0},
-        {below, below},
-        {beyond, beyond - 2 * pi},
-        {-0.5, 2 * pi - 0.5},
-        {-1e-30, 0}, // 2 pi - 1e-30 is not below 2 pi in doubles
-        {3 * pi, pi},
-        {-2 * pi, 0},
-        {-5 * pi, pi},
-        {100, 100 - 2 * pi * 15}};
-    for (const auto& [phi, t] : phi_and_t) {
-        EXPECT_NEAR(line.R(phi), 1 + t, 1e-13) << phi;
-        EXPECT_TRUE(line.t >= 0 && line.t < 2 * pi) << phi;
-    }
-    for (const double phi : {0.0, 0.75, 1.5, 3.0})
-        EXPECT_EQ(wave.R(phi + 2 * pi), wave.R(phi + 2 * pi - 2 * pi));
-    for (const double phi : {1e300, -1e300, 1e17}) {
+TEST(TSymbolicRadius, UsesOneTurnOfTheFormula) {
+    const TSymbolicRadius line("1+t");
+    for (const double t : {0.3, pi, 6.2})
+        for (const int turns : {-3, -1, 0, 1, 15})
+            EXPECT_NEAR(line.R(t + 2 * pi * turns), 1 + t, 1e-13) << turns;
+    EXPECT_NEAR(line.R(std::nextafter(2 * pi, 0)), 1 + 2 * pi, 1e-13);
+    for (const double phi : {0.0, 2 * pi, -2 * pi, -1e-30}) // none below 0 is left below 2 pi
+        EXPECT_EQ(line.R(phi), 1) << phi;
+    for (const double phi : {1e300, -1e300, 1e17, std::nextafter(2 * pi, 7)}) {
         line.R(phi);
         EXPECT_TRUE(line.t >= 0 && line.t < 2 * pi) << phi;
     }
     EXPECT_TRUE(std::isnan(line.R(HUGE_VAL)) && std::isnan(line.R(NAN)));
 }
 
-TEST(TSymbolicRadius, gives_value_and_slope_the_same_on_every_way) {
-    const char* const texts[] = {
-        "5+sin(t)", "2+cos(log(2+cos(t)))",
-        "3+0.1*sin(3*t)+0.2*cos(2*t)*exp(-sqr(sin(t)))/(1+sqr(cos(t)))+0.05*sin(7*t)",
-        "1/sqrt(1+(0.5*cos(t))^2)", "4+fabs(sin(2*t))+floor(t)/10"};
-    for (const char* const text : texts) {
+TEST(TSymbolicRadius, IsTheSameOnEveryWay) {
+    const std::pair<const char*, double> texts[] = {
+        // and what they add to the rounding
+        {"t", 1},
+        {"7", 1},
+        {"cos(t)*sin(t)", 1},
+        {"sin(t)+sin(2*t)+sin(3*t)+cos(4*t)+sin(7*t)+cos(16*t)", 9},
+        {"sin(-3*t)+cos(-5*t)+sin(17*t)+sin(0*t)", 9},
+        {"cos(2.5*t)+sin(2.5*t)*t+sin(t+1)", 3},
+        {"exp(sin(t))/(2+cos(t))+(2+cos(t))*sin(t)", 1},
+        {"2+cos(log(2+cos(t)))", 1},
+        {"4+fabs(sin(2*t))+floor(t)/10", 1},
+        {"3+0.1*sin(3*t)+0.2*cos(2*t)*exp(-sqr(sin(t)))/(1+sqr(cos(t)))+0.05*sin(7*t)", 1}};
+    for (const auto& [text, slack] : texts) {
         SCOPED_TRACE(text);
         const TSymbolicRadius curve(text);
-        for (int i = 0; i < 55; ++i) {
-            const double phi = -7 + 0.37 * i;
-            double r = 0, dr = 0;
-            curve.value_and_slope(phi, std::sin(phi), std::cos(phi), r, dr);
-            EXPECT_NEAR(r, curve.R(phi), 1e-14);
-            EXPECT_NEAR(dr, curve.dR(phi), 3e-14);
-            curve.getRdR(phi, r, dr);
-            EXPECT_NEAR(r, curve.R(phi), 1e-14);
-            EXPECT_NEAR(dr, curve.dR(phi), 3e-14);
-            const double ddr = curve.ddR(phi);
-            EXPECT_NEAR(curve.curvatureNumerator(phi), r * r + 2 * dr * dr - r * ddr, 1e-12);
+        for (double phi = -7; phi < 13; phi += 0.37) {
+            const double R = curve.R(phi), dR = curve.dR(phi), ddR = curve.ddR(phi);
+            const double s = std::sin(phi), c = std::cos(phi);
+            double r, dr, r3, dr3, ddr3, forward_r, forward_dr;
+            curve.value_and_slope(phi, s, c, r, dr);
+            curve.derivatives(phi, s, c, r3, dr3, ddr3);
+            curve.getRdR(phi, forward_r, forward_dr);
+            EXPECT_TRUE(r3 == r && dr3 == dr) << phi;
+            EXPECT_NEAR(ddr3, ddR, slack * 1e-12) << phi;
+            for (const double same : {r, forward_r})
+                EXPECT_NEAR(same, R, slack * 1e-14) << phi;
+            for (const double same : {dr, forward_dr})
+                EXPECT_NEAR(same, dR, slack * 3e-14) << phi;
+            EXPECT_NEAR(curve.curvatureNumerator(phi), R * R + 2 * dR * dR - R * ddR,
+                        slack * 1e-12);
         }
     }
 }
 
 /// What no curve can be made of ends in a TError, or in a curve of whatever values come out.
-TEST(TSymbolicRadius, survives_every_text) {
+TEST(TSymbolicRadius, SurvivesEveryText) {
     std::vector<std::string> texts(std::begin(hostile_formulas), std::end(hostile_formulas));
     texts.push_back(repeated("t^", 150) + "t");
     texts.push_back(repeated("sin(", 150) + "t" + repeated(")", 150));

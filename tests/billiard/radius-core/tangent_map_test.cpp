@@ -33,17 +33,16 @@ chord path_from(TBilliard& billiard, phase_point p) {
 }
 
 double largest(const matrix2& m) {
+    const double sum = m.xx + m.xy + m.yx + m.yy; // no number fails every comparison
+    if (std::isnan(sum)) return sum;
     return std::max({std::fabs(m.xx), std::fabs(m.xy), std::fabs(m.yx), std::fabs(m.yy)});
 }
 
-void expect_near(const matrix2& m, const matrix2& wanted, double tolerance, const std::string& at) {
-    EXPECT_NEAR(m.xx, wanted.xx, tolerance) << at;
-    EXPECT_NEAR(m.xy, wanted.xy, tolerance) << at;
-    EXPECT_NEAR(m.yx, wanted.yx, tolerance) << at;
-    EXPECT_NEAR(m.yy, wanted.yy, tolerance) << at;
+matrix2 operator-(const matrix2& a, const matrix2& b) {
+    return {a.xx - b.xx, a.xy - b.xy, a.yx - b.yx, a.yy - b.yy};
 }
 
-TEST(tangent_map, has_the_reference_derivatives) {
+TEST(tangent_map, HasTheReferenceDerivatives) {
     reference_billiards made;
     for (const data_row& row : read_data_table("bounces.csv")) {
         const chord path = path_from(made.of(row), {row.number("phi"), row.number("alpha")});
@@ -52,12 +51,12 @@ TEST(tangent_map, has_the_reference_derivatives) {
         // The impact is known to a tolerance, which near a tangent is no small part of the path.
         const double blur =
             row.number("tol_phi") * path.to.density / std::min(path.length, path.to.sin_alpha);
-        expect_near(tangent_of_angles(path), wanted, (5e-10 + 0.1 * blur) * largest(wanted),
-                    row.text("id"));
+        EXPECT_LE(largest(tangent_of_angles(path) - wanted), (5e-10 + 0.1 * blur) * largest(wanted))
+            << row.text("id");
     }
 }
 
-TEST(tangent_map, has_the_reference_traces) {
+TEST(tangent_map, HasTheReferenceTraces) {
     reference_billiards made;
     for (const data_row& row : read_data_table("fixpoints.csv")) {
         TBilliard& billiard = made.of(row);
@@ -91,13 +90,11 @@ std::optional<matrix2> difference(TBilliard& billiard, phase_point p) {
         return matrix2{xx, xy, yx, yy};
     };
     const matrix2 fine = of_step(1e-5), coarse = of_step(2e-5);
-    const matrix2 change = {fine.xx - coarse.xx, fine.xy - coarse.xy, fine.yx - coarse.yx,
-                            fine.yy - coarse.yy};
-    if (largest(change) > 1e-5 * largest(fine)) return {};
+    if (largest(fine - coarse) > 1e-5 * largest(fine)) return {};
     return fine;
 }
 
-TEST(tangent_map, is_the_limit_of_differences_and_keeps_areas) {
+TEST(tangent_map, IsTheLimitOfDifferencesAndKeepsAreas) {
     std::set<std::string> curves = {"Ellipse 1e-9", "OvalC 5 0", "Fourier 1 2.5 7"};
     for (const data_row& row : read_data_table("bounces.csv"))
         curves.insert(row.curve());
@@ -113,15 +110,15 @@ TEST(tangent_map, is_the_limit_of_differences_and_keeps_areas) {
             EXPECT_NEAR(m.determinant(), 1, 4e-15 * (1 + terms)) << c << " " << i;
             if (const auto wanted = difference(map, p)) {
                 ++compared;
-                expect_near(tangent_of_angles(path), *wanted, 2e-5 * largest(*wanted),
-                            c + " " + std::to_string(i));
+                EXPECT_LE(largest(tangent_of_angles(path) - *wanted), 2e-5 * largest(*wanted))
+                    << c << " " << i;
             }
         }
         EXPECT_GT(compared, 30) << c;
     }
 }
 
-TEST(tangent_map, arc_shares_are_exact_between_the_rows) {
+TEST(tangent_map, ArcSharesAreExactBetweenTheRows) {
     // On a semicircle the arc grows with the angle about its centre.
     TBilliardMap stadium(new_reference_curve("Stadium 1"));
     for (double u = 0.01; u < pi / 2; u += 0.01) {
