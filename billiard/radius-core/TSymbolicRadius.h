@@ -53,8 +53,8 @@ public:
     double curvature_at(double phi, double sin_phi, double cos_phi, double r,
                         double dr) const override;
 
-    /// Radius and first derivative in one pass of forward differentiation over `listR`: a second way
-    /// to the numbers of value_and_slope, for comparison. The bounce takes the first, which is
+    /// Radius and first derivative in one pass of forward differentiation over `listR`: a second
+    /// way to the numbers of value_and_slope, for comparison. The bounce takes the first, which is
     /// faster.
     void getRdR(double phi, double& r, double& dr) const;
 

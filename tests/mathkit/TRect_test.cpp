@@ -76,7 +76,7 @@ TEST(TRect, NeverLosesItsExtentOrItsNumbers) {
     EXPECT_EQ(r.y2, inf);
 }
 
-TEST(irect, HoldsItsBorder) {
+TEST(Irect, HoldsItsBorder) {
     const irect r{10, 20, 30, 40};
     EXPECT_TRUE(r.isinside(10, 20) && r.isinside(30, 40));
     EXPECT_FALSE(r.isinside(9, 30) || r.isinside(31, 30) || r.isinside(20, 19) ||

@@ -14,7 +14,7 @@
 
 namespace {
 
-TEST(kit_string, CopiesShareUntilOneChanges) {
+TEST(KitString, CopiesShareUntilOneChanges) {
     kit::string a("orbit");
     kit::string b = a;
     EXPECT_EQ(a.c_str(), b.c_str());
@@ -29,7 +29,7 @@ TEST(kit_string, CopiesShareUntilOneChanges) {
 }
 
 // The handle's first field leads to the block, whose first field is the text.
-TEST(kit_string, IsAPointerToABlockThatBeginsWithItsText) {
+TEST(KitString, IsAPointerToABlockThatBeginsWithItsText) {
     static_assert(sizeof(kit::string) == sizeof(void*));
     const kit::string a("text");
     kit::bvector* const* handle = reinterpret_cast<kit::bvector* const*>(&a);
@@ -37,7 +37,7 @@ TEST(kit_string, IsAPointerToABlockThatBeginsWithItsText) {
     EXPECT_EQ(*reinterpret_cast<char**>(*handle), (*handle)->data);
 }
 
-TEST(kit_string, EmptyAndOddTexts) {
+TEST(KitString, EmptyAndOddTexts) {
     for (const kit::string& s :
          {kit::string(), kit::string(""), kit::string(static_cast<const char*>(nullptr)),
           kit::string(nullptr, 7), kit::string::format("%s", ""), kit::string::empty(),
@@ -51,7 +51,7 @@ TEST(kit_string, EmptyAndOddTexts) {
     EXPECT_EQ(kit::string::format("%c%s", 0, "lost").length(), 0u);
 }
 
-TEST(kit_string, FormatsOfAnyLength) {
+TEST(KitString, FormatsOfAnyLength) {
     for (std::size_t length : {1u, 255u, 256u, 4095u, 100000u}) {
         const std::string text(length, 'x');
         EXPECT_EQ(std::string(kit::string::format("<%s>%d", text.c_str(), 42)), "<" + text + ">42");
@@ -62,7 +62,7 @@ TEST(kit_string, FormatsOfAnyLength) {
     EXPECT_STREQ(kit::string::format("%.15g %s", 0.1, "\xC3\xBC"), "0.1 \xC3\xBC");
 }
 
-TEST(kit_string, OrdersByBytes) {
+TEST(KitString, OrdersByBytes) {
     std::map<kit::string, int> order{{"b", 1}, {"a", 0}, {"\xE4", 3}, {"ba", 2}};
     int expected = 0;
     for (const auto& [text, place] : order)
@@ -73,7 +73,7 @@ TEST(kit_string, OrdersByBytes) {
     EXPECT_STREQ(kit::string::concat("a", ""), "a");
 }
 
-TEST(kit_wstring, HoldsAndFormatsWideTexts) {
+TEST(KitWstring, HoldsAndFormatsWideTexts) {
     kit::wstring a(L"P");
     kit::wstring b = a;
     EXPECT_TRUE(a == b && a.c_str() == b.c_str());
@@ -92,7 +92,7 @@ TEST(kit_wstring, HoldsAndFormatsWideTexts) {
     EXPECT_TRUE(kit::wstring::empty().is_empty() && kit::wstring() == kit::wstring(nullptr));
 }
 
-TEST(bvector, KeepsWhatItHeldAndClearsTheRest) {
+TEST(Bvector, KeepsWhatItHeldAndClearsTheRest) {
     kit::bvector v;
     v.setsize(3);
     v.data[0] = 'a';
@@ -118,7 +118,7 @@ TEST(TError, CarriesTextAndPosition) {
     }
 }
 
-TEST(html_colors, KnowsTheKeywordsInAnyCase) {
+TEST(HtmlColors, KnowsTheKeywordsInAnyCase) {
     const std::pair<const char*, unsigned> colors[] = {
         {"black", 0x000000},         {"white", 0xffffff},     {"red", 0xff0000},
         {"green", 0x008000},         {"aliceblue", 0xf0f8ff}, {"yellowgreen", 0x9acd32},

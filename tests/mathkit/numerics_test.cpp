@@ -166,7 +166,7 @@ TEST(TIntegrator, EndsForEveryIntegrand) {
     }
 }
 
-TEST(bsearch, InterpolatesInEvenAndInDefeatingTables) {
+TEST(Bsearch, InterpolatesInEvenAndInDefeatingTables) {
     std::mt19937 random(11);
     std::uniform_real_distribution<double> uniform(0, 1);
     for (const unsigned n : {2, 3, 16, 17, 18, 100, 2001}) {
@@ -191,7 +191,7 @@ TEST(bsearch, InterpolatesInEvenAndInDefeatingTables) {
     }
 }
 
-TEST(bsearch, HasAnAnswerForEverything) {
+TEST(Bsearch, HasAnAnswerForEverything) {
     std::vector<double> xs(40, 20), ys(40); // the second half of xs is a plateau
     std::iota(xs.begin(), xs.begin() + 20, 0);
     std::iota(ys.begin(), ys.end(), 0);
@@ -211,7 +211,7 @@ TEST(bsearch, HasAnAnswerForEverything) {
         value(x), interval(x); // any answer, but an answer
 }
 
-TEST(trig, TellsAnglesAsTheLibrary) {
+TEST(Trig, TellsAnglesAsTheLibrary) {
     std::mt19937_64 random(3);
     std::uniform_real_distribution<double> angle(-10, 10);
     for (int i = 0; i < 200000; ++i) {
@@ -241,7 +241,7 @@ void expect_sine_and_cosine(double x) {
     ASSERT_LE(std::fabs(kit::cos(x) - cosine), 1.9e-16) << x;
 }
 
-TEST(trig, TellsSineAndCosineToTheLastPlaceOf1) {
+TEST(Trig, TellsSineAndCosineToTheLastPlaceOf1) {
     std::mt19937_64 random(7);
     for (const double range : {1e-9, 1.0, 7.0, 100.0, kit::sincos_limit, 1e12}) {
         for (int i = 0; i < 100'000; ++i)

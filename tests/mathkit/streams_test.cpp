@@ -35,7 +35,7 @@ std::string written(const kit::ostringstream& stream) {
     return std::string(stream.data() ? stream.data() : "", stream.size());
 }
 
-TEST(ostringstream, CollectsGrowsAndStartsAnew) {
+TEST(Ostringstream, CollectsGrowsAndStartsAnew) {
     kit::ostringstream out;
     EXPECT_TRUE(out.size() == 0 && out.str().is_empty());
     out << "S = " << 0.5 << ", n = " << 1000 << std::endl;
@@ -58,7 +58,7 @@ TEST(ostringstream, CollectsGrowsAndStartsAnew) {
     EXPECT_TRUE(written(out) == expected);
 }
 
-TEST(istringstream, ReadsAndSeeks) {
+TEST(Istringstream, ReadsAndSeeks) {
     kit::istringstream in("12 0.5 orbit", 12);
     double n = 0, s = 0;
     std::string word;
@@ -79,7 +79,7 @@ TEST(istringstream, ReadsAndSeeks) {
     EXPECT_EQ(nothing.get(), EOF);
 }
 
-TEST(tiny_izstream, GivesBackWhatWasPacked) {
+TEST(TinyIzstream, GivesBackWhatWasPacked) {
     for (const std::string& plain : {std::string(), std::string("Help\n"), std::string(100000, 'a'),
                                      noise(4096), noise(50000)}) {
         const std::string bytes = packed(plain) + "trailing bytes";
@@ -109,7 +109,7 @@ void expect_damage(const std::string& bytes, std::size_t limit) {
     EXPECT_THROW(in.sgetc(), TError);
 }
 
-TEST(tiny_izstream, ReportsDamage) {
+TEST(TinyIzstream, ReportsDamage) {
     const std::string plain = noise(6000);
     const std::string bytes = packed(plain);
     for (std::size_t length = 0; length < bytes.size(); length += 97)
@@ -125,7 +125,7 @@ TEST(tiny_izstream, ReportsDamage) {
     expect_damage("\x78\xbb wants a dictionary", 100);
 }
 
-TEST(tiny_izstream, DamageIsBadbitToStreamOperations) {
+TEST(TinyIzstream, DamageIsBadbitToStreamOperations) {
     kit::istringstream source("no zlib stream", 14);
     tiny_izstream in(source.rdbuf());
     std::string word;

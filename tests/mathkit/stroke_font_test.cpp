@@ -90,7 +90,7 @@ bool is_alphanumeric(wchar_t c) {
 
 } // namespace
 
-TEST(stroke_font, HasEveryCharacterAndNoneLooksLikeAnother) {
+TEST(StrokeFont, HasEveryCharacterAndNoneLooksLikeAnother) {
     const auto missing = draw(L'\x4e00', 14).pixels;
     ASSERT_FALSE(missing.empty()) << "a character without a glyph must show";
     std::map<std::set<pixel>, wchar_t> seen{{missing, 0}};
@@ -105,7 +105,7 @@ TEST(stroke_font, HasEveryCharacterAndNoneLooksLikeAnother) {
     }
 }
 
-TEST(stroke_font, CapitalsAndDigitsFillAsManyRowsAsTheSizeHasPoints) {
+TEST(StrokeFont, CapitalsAndDigitsFillAsManyRowsAsTheSizeHasPoints) {
     for (int size = 4; size <= 256; size += size < 60 ? 1 : 49) {
         for (const wchar_t c : std::wstring(L"0123456789ABCDEFGHIJKLMNOPRSTUVWXYZ")) {
             const ink drawn = draw(c, size);
@@ -118,7 +118,7 @@ TEST(stroke_font, CapitalsAndDigitsFillAsManyRowsAsTheSizeHasPoints) {
     }
 }
 
-TEST(stroke_font, LettersKeepInsideTheirWidthAndLeaveABlankColumn) {
+TEST(StrokeFont, LettersKeepInsideTheirWidthAndLeaveABlankColumn) {
     for (int size = 8; size <= 256; size += size < 60 ? 1 : 49) {
         for (const wchar_t c : characters()) {
             if (!is_alphanumeric(c) || c == L'j') continue; // the hook of j reaches under its left
@@ -129,7 +129,7 @@ TEST(stroke_font, LettersKeepInsideTheirWidthAndLeaveABlankColumn) {
     }
 }
 
-TEST(stroke_font, SymmetricCharactersAreDrawnSymmetric) {
+TEST(StrokeFont, SymmetricCharactersAreDrawnSymmetric) {
     for (int size = 8; size <= 256; size += size < 60 ? 1 : 49) {
         for (const wchar_t c : std::wstring(L"0AHIMOTUVWXYovwx8+=|\xc4\xcf\xd6\xf6\xb0")) {
             const ink drawn = draw(c, size);
@@ -168,7 +168,7 @@ int counters(const ink& drawn) {
     return areas - 1;
 }
 
-TEST(stroke_font, StrokesAreSolid) {
+TEST(StrokeFont, StrokesAreSolid) {
     const std::wstring two = L"$%&8B\xae\xc5\xd8\xe5\xe6\xf8";
     const std::wstring one = L"#0469@ADOPQRabdegopq\xa2\xa4\xa7\xa9\xaa\xb0\xb6\xba\xbc\xbe"
                              "\xc0\xc1\xc2\xc3\xc4\xc6\xd0\xd2\xd3\xd4\xd5\xd6\xde"
@@ -185,7 +185,7 @@ TEST(stroke_font, StrokesAreSolid) {
     }
 }
 
-TEST(stroke_font, WidthsAddUpAndDigitsShareOne) {
+TEST(StrokeFont, WidthsAddUpAndDigitsShareOne) {
     for (const int size : {8, 12, 17, 40}) {
         const int digit = width_of(L'0', size);
         for (const wchar_t c : std::wstring(L"123456789"))
@@ -198,7 +198,7 @@ TEST(stroke_font, WidthsAddUpAndDigitsShareOne) {
 
 // Where the ink must lie is computed from the rules alone: flush with the anchor but for the blanks
 // beside a letter.
-TEST(stroke_font, AlignsInkAtTheAnchorInBothRotations) {
+TEST(StrokeFont, AlignsInkAtTheAnchorInBothRotations) {
     constexpr int x = 500;
     constexpr int y = 400;
     for (const int size : {8, 12, 13, 20, 40}) {
@@ -222,7 +222,7 @@ TEST(stroke_font, AlignsInkAtTheAnchorInBothRotations) {
     }
 }
 
-TEST(stroke_font, TurnsToAnyAngleAboutTheAnchor) {
+TEST(StrokeFont, TurnsToAnyAngleAboutTheAnchor) {
     const ink eighth = draw(L"HH", 20, quarter / 2, 0, 100, 100);
     EXPECT_NEAR(eighth.left, 100 - 14, 3);
     EXPECT_NEAR(eighth.bottom, 100, 3);
@@ -231,7 +231,7 @@ TEST(stroke_font, TurnsToAnyAngleAboutTheAnchor) {
     EXPECT_LE(over.right, 99);
 }
 
-TEST(stroke_font, UnusableSizesAnglesAndAnchorsAreDrawnWithinBounds) {
+TEST(StrokeFont, UnusableSizesAnglesAndAnchorsAreDrawnWithinBounds) {
     for (const double size : {0.0, -5.0, double(NAN), HUGE_VAL, -HUGE_VAL, 1e9, 1e300, 0.3}) {
         const ink drawn = draw(L"-1.5", size);
         EXPECT_FALSE(drawn.empty()) << size;
@@ -244,7 +244,7 @@ TEST(stroke_font, UnusableSizesAnglesAndAnchorsAreDrawnWithinBounds) {
         draw(L"7", 1e9, 1, 6, far, far);
 }
 
-TEST(stroke_font, DrawsAndMeasuresThePartThatIsAskedFor) {
+TEST(StrokeFont, DrawsAndMeasuresThePartThatIsAskedFor) {
     ink drawn;
     stroke_font font;
     font.set_dc(&drawn);

@@ -29,7 +29,7 @@ double central_difference(const symbolic::ex& e, double t) {
 }
 
 /// Values and both derivatives that were computed by other means, on every road to them.
-TEST(formulas, HaveTheirMathematicalValuesAndDerivatives) {
+TEST(Formulas, HaveTheirMathematicalValuesAndDerivatives) {
     std::string chained;
     for (const data_row& row : read_data_table("formulas.csv")) {
         const std::string& text = row.text("text");
@@ -52,7 +52,7 @@ TEST(formulas, HaveTheirMathematicalValuesAndDerivatives) {
         EXPECT_NE(chained.find(std::string(entry.name) + "("), std::string::npos) << entry.name;
 }
 
-TEST(diff, TakesOtherVariablesAndCellsForConstants) {
+TEST(Diff, TakesOtherVariablesAndCellsForConstants) {
     double cell = 3;
     const symbolic::var t("t"), u("u");
     const symbolic::ex e = symbolic::mul(symbolic::mul(t, u), symbolic::ex(&cell, false));
@@ -74,7 +74,7 @@ constexpr double tame = 1e4;
 
 /// Random formulas over the whole language: the tree and the compiled list, the symbolic
 /// derivative, forward differentiation and central differences, all against each other.
-TEST(random_formulas, GiveTheSameNumbersOnEveryWay) {
+TEST(RandomFormulas, GiveTheSameNumbersOnEveryWay) {
     formulas::random_formula next(3); // a seed whose formulas are finite on all ways
     int checked = 0;
     for (int i = 0; i < 3000; ++i) {
@@ -106,7 +106,7 @@ TEST(random_formulas, GiveTheSameNumbersOnEveryWay) {
 }
 
 /// Sine and cosine are given of the variable alone, also where another cell's come first.
-TEST(postfix_compiler, KeepsTheGivenSineToItsVariable) {
+TEST(PostfixCompiler, KeepsTheGivenSineToItsVariable) {
     double cell = 0.7, other = 0.3;
     const symbolic::ex e = parsed("sin(t)+cos(2*t)");
     const auto at = [&](double& place, bool variable) {
@@ -123,7 +123,7 @@ TEST(postfix_compiler, KeepsTheGivenSineToItsVariable) {
 }
 
 /// Steps of the compiled list: what is equal is computed once, what is constant not at all.
-TEST(postfix_list, IsAsShortAsTheFormulaAllows) {
+TEST(PostfixList, IsAsShortAsTheFormulaAllows) {
     // With the closing step, which takes a last sum with a number.
     for (const char* two : {"3", "1+2*3", "t", "5+sin(t)", "5+sin(3*t)", "2*t+1", "-(-t)"})
         EXPECT_EQ(compiled(parsed(two)).list.length(), 2) << two;
@@ -133,7 +133,7 @@ TEST(postfix_list, IsAsShortAsTheFormulaAllows) {
     EXPECT_EQ(empty.eval_double(nullptr), 0);
 }
 
-TEST(ex, KeepsSharedPartsShared) {
+TEST(Ex, KeepsSharedPartsShared) {
     // Without sharing, each level doubles the work: 2^200 operations.
     symbolic::ex e = symbolic::var("t");
     for (int i = 0; i < 200; ++i)
@@ -143,7 +143,7 @@ TEST(ex, KeepsSharedPartsShared) {
     EXPECT_LT(compiled(e).list.length(), 1000);
 }
 
-TEST(ex, RefusesToGrowWithoutBoundAndGivesEverythingBack) {
+TEST(Ex, RefusesToGrowWithoutBoundAndGivesEverythingBack) {
     for (int round = 0; round < 3; ++round) {
         std::vector<symbolic::ex> many;
         EXPECT_THROW(for (;;) many.emplace_back(1.5), TError);

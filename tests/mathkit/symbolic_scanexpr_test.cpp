@@ -21,7 +21,7 @@ std::string error_of(const char* text) {
     return "none";
 }
 
-TEST(scanexpr, TellsWhatIsWrongAndWhere) {
+TEST(Scanexpr, TellsWhatIsWrongAndWhere) {
     for (const data_row& row : read_data_table("formula_errors.csv"))
         EXPECT_EQ(error_of(row.text("text").c_str()), row.text("error")) << row.text("text");
     for (const char* nothing : {static_cast<const char*>(nullptr), "", " \t"})
@@ -31,7 +31,7 @@ TEST(scanexpr, TellsWhatIsWrongAndWhere) {
     EXPECT_EQ(error_of("1+\t(\nt)"), "none");
 }
 
-TEST(scanexpr, NamesTheLimitThatATextIsBeyond) {
+TEST(Scanexpr, NamesTheLimitThatATextIsBeyond) {
     const int many = 100'000;
     const struct {
         const char* what;
@@ -54,7 +54,7 @@ TEST(scanexpr, NamesTheLimitThatATextIsBeyond) {
     }
 }
 
-TEST(scanexpr, TakesWhatPeopleWriteAtItsLongest) {
+TEST(Scanexpr, TakesWhatPeopleWriteAtItsLongest) {
     std::string series = "5";
     for (int n = 1; n <= 100; ++n)
         series += "+0.0125*cos(" + std::to_string(n) + "*t)";
@@ -63,7 +63,7 @@ TEST(scanexpr, TakesWhatPeopleWriteAtItsLongest) {
     EXPECT_EQ(error_of((repeated(" ", 1900) + "5+sin(t)").c_str()), "none");
 }
 
-TEST(eval, LeavesNamesBelowTheGivenLevel) {
+TEST(Eval, LeavesNamesBelowTheGivenLevel) {
     symbolic::subs_manager manager;
     manager.set_math_constants();
     const symbolic::ex deep = symbolic::scanexpr("1+(2+unknown(t))");

@@ -76,7 +76,7 @@ std::string error_of(const char* path) {
 
 } // namespace
 
-TEST(ttf_font_files, ThatAreNoFontsAreRefusedWithTheirNameAndAReason) {
+TEST(TtfFontFiles, ThatAreNoFontsAreRefusedWithTheirNameAndAReason) {
     const folder place;
     const std::string pipe = place / "pipe.ttf";
     ASSERT_EQ(mkfifo(pipe.c_str(), 0600), 0);
@@ -101,7 +101,7 @@ TEST(ttf_font_files, ThatAreNoFontsAreRefusedWithTheirNameAndAReason) {
     EXPECT_EQ(error_of(nullptr), "No font file given.");
 }
 
-TEST(ttf_font_files, CutShortOrDamagedAreRefusedOrDrawnButNeverFatal) {
+TEST(TtfFontFiles, CutShortOrDamagedAreRefusedOrDrawnButNeverFatal) {
     const folder place;
     const std::string whole = content_of(font_path);
     ASSERT_GT(whole.size(), 500U);
@@ -128,7 +128,7 @@ TEST(ttf_font_files, CutShortOrDamagedAreRefusedOrDrawnButNeverFatal) {
     }
 }
 
-TEST(ttf_font_files, MayVanishWhileTheFontIsInUse) {
+TEST(TtfFontFiles, MayVanishWhileTheFontIsInUse) {
     const folder place;
     const std::string path = put_file(place / "copy.ttf", content_of(font_path));
     recording_font font(path.c_str());
@@ -138,7 +138,7 @@ TEST(ttf_font_files, MayVanishWhileTheFontIsInUse) {
     EXPECT_EQ(font.box.top, -12);
 }
 
-TEST(ttf_font, AlignsInkAtTheAnchorInBothRotations) {
+TEST(TtfFont, AlignsInkAtTheAnchorInBothRotations) {
     recording_font font(font_path.c_str());
     constexpr int x = 500;
     constexpr int y = 400;
@@ -170,7 +170,7 @@ TEST(ttf_font, AlignsInkAtTheAnchorInBothRotations) {
     }
 }
 
-TEST(ttf_font, KernsWhereTheFontSaysSo) {
+TEST(TtfFont, KernsWhereTheFontSaysSo) {
     recording_font font(font_path.c_str());
     font.setsize(36); // an em of 50 pixels
     EXPECT_EQ(font.text_width(L"A", -1), 35);
@@ -183,7 +183,7 @@ TEST(ttf_font, KernsWhereTheFontSaysSo) {
     EXPECT_EQ(kerned, font.box.right + 35 - 12);
 }
 
-TEST(ttf_font, DrawsSoftEdgesAndABoxForWhatTheFontLacks) {
+TEST(TtfFont, DrawsSoftEdgesAndABoxForWhatTheFontLacks) {
     recording_font font(font_path.c_str());
     font.draw(L"A p", 12);
     EXPECT_GT(font.soft, 0);
@@ -193,7 +193,7 @@ TEST(ttf_font, DrawsSoftEdgesAndABoxForWhatTheFontLacks) {
     EXPECT_EQ(font.glyphs, 0);
 }
 
-TEST(ttf_font, UnusableSizesAnglesAndAnchorsAreDrawnWithinBounds) {
+TEST(TtfFont, UnusableSizesAnglesAndAnchorsAreDrawnWithinBounds) {
     recording_font font(font_path.c_str());
     for (const double size : {0.0, -5.0, double(NAN), HUGE_VAL, -HUGE_VAL, 1e9, 0.3}) {
         font.draw(L"H", size);

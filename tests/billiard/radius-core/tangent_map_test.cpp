@@ -42,7 +42,7 @@ matrix2 operator-(const matrix2& a, const matrix2& b) {
     return {a.xx - b.xx, a.xy - b.xy, a.yx - b.yx, a.yy - b.yy};
 }
 
-TEST(tangent_map, HasTheReferenceDerivatives) {
+TEST(TangentMap, HasTheReferenceDerivatives) {
     reference_billiards made;
     for (const data_row& row : read_data_table("bounces.csv")) {
         const chord path = path_from(made.of(row), {row.number("phi"), row.number("alpha")});
@@ -56,7 +56,7 @@ TEST(tangent_map, HasTheReferenceDerivatives) {
     }
 }
 
-TEST(tangent_map, HasTheReferenceTraces) {
+TEST(TangentMap, HasTheReferenceTraces) {
     reference_billiards made;
     for (const data_row& row : read_data_table("fixpoints.csv")) {
         TBilliard& billiard = made.of(row);
@@ -94,7 +94,7 @@ std::optional<matrix2> difference(TBilliard& billiard, phase_point p) {
     return fine;
 }
 
-TEST(tangent_map, IsTheLimitOfDifferencesAndKeepsAreas) {
+TEST(TangentMap, IsTheLimitOfDifferencesAndKeepsAreas) {
     std::set<std::string> curves = {"Ellipse 1e-9", "OvalC 5 0", "Fourier 1 2.5 7"};
     for (const data_row& row : read_data_table("bounces.csv"))
         curves.insert(row.curve());
@@ -118,7 +118,7 @@ TEST(tangent_map, IsTheLimitOfDifferencesAndKeepsAreas) {
     }
 }
 
-TEST(tangent_map, ArcSharesAreExactBetweenTheRows) {
+TEST(TangentMap, ArcSharesAreExactBetweenTheRows) {
     // On a semicircle the arc grows with the angle about its centre.
     TBilliardMap stadium(new_reference_curve("Stadium 1"));
     for (double u = 0.01; u < pi / 2; u += 0.01) {
