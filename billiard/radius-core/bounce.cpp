@@ -99,7 +99,7 @@ inline void bounce::start_from_last() {
     start.dr = last.dr;
 }
 
-// The velocity is the tangent, turned by alpha. Of the two directions of the line, psi is the one
+// The velocity is the tangent, rotated by alpha. Of the two directions of the line, psi is the one
 // for which psi - phi lies between 0 and pi.
 inline refusal bounce::start_from_angles(double phi, double alpha) {
     const double r = start.r;
@@ -120,7 +120,7 @@ inline refusal bounce::start_from_angles(double phi, double alpha) {
         start.across = std::sin(w);
         start.along = std::cos(w);
     }
-    line = turned(start.at, start.across, 1 - start.along);
+    line = rotated(start.at, start.across, 1 - start.along);
     return refusal::none;
 }
 
@@ -156,7 +156,7 @@ inline refusal bounce::bracket(spot& near_end, spot& far_end) const {
     for (int i = 0;; ++i, d *= 0.01) {
         const double sine = dir * d;
         const double versine = 0.5 * d * d;
-        near_end = seen(start.theta + sine, turned(start.at, sine, versine));
+        near_end = seen(start.theta + sine, rotated(start.at, sine, versine));
         // Known better so than by the vectors: it is the difference to the start that counts.
         near_end.across = start.across - (start.along * sine + start.across * versine);
         look(near_end);
@@ -167,7 +167,7 @@ inline refusal bounce::bracket(spot& near_end, spot& far_end) const {
     constexpr double versine = 0.5 * end_distance * end_distance;
     const double psi = start.theta + kit::angle_of(start.across, start.along);
     far_end.theta = dir > 0 ? psi - end_distance : (psi - pi) + end_distance;
-    far_end.at = turned({dir * line.x, dir * line.y}, -dir * end_distance, versine);
+    far_end.at = rotated({dir * line.x, dir * line.y}, -dir * end_distance, versine);
     far_end.across = end_distance;
     far_end.along = dir * (1 - versine);
     look(far_end);
@@ -183,7 +183,7 @@ refusal bounce::search(const spot& inside, const spot& outside, spot& impact) co
 }
 
 [[gnu::always_inline]] inline bounce::spot bounce::moved(const spot& from, double way) const {
-    return seen(from.theta + way, turned_by(from.at, way));
+    return seen(from.theta + way, rotated_by(from.at, way));
 }
 
 // 1 / (-R^2 W')
@@ -281,14 +281,14 @@ inline bool bounce::leaves(const spot& p, double inverse) const {
 [[gnu::always_inline]] inline bounce::spot bounce::arrived(const spot& p, double step,
                                                            double bend) const {
     const double way = std::fabs(step) < 1e-7 ? step : 0;
-    spot impact = seen(p.theta + way, turned(p.at, way, 0));
+    spot impact = seen(p.theta + way, rotated(p.at, way, 0));
     impact.r = p.r + p.dr * way;
     impact.dr = p.dr + bend * way;
     return impact;
 }
 
 // The slow and sure way: Newton's method inside a bracket by signs, and half of that where a step
-// leaves it or is not half the one before; beside a corner two points may take turns for ever.
+// leaves it or is not half the one before; beside a corner two points may alternate for ever.
 // Where the radius jumps it ends on the side from which the path comes.
 refusal bounce::halve(const spot& inside, const spot& outside, spot& impact) const {
     constexpr int most_steps = 120; // halving alone would be through
@@ -347,11 +347,11 @@ inline refusal bounce::reflect(const spot& impact, double& phi, double& alpha) {
         sine = -sine;
         cosine = -cosine;
     }
-    const double turned_alpha = kit::angle_of(sine, cosine);
+    const double new_alpha = kit::angle_of(sine, cosine);
     const double theta = angle_told(impact);
-    if (!(turned_alpha >= 0 && theta >= 0 && theta <= kit::two_pi)) return refusal::no_number;
+    if (!(new_alpha >= 0 && theta >= 0 && theta <= kit::two_pi)) return refusal::no_number;
     phi = theta < kit::two_pi ? theta : 0;
-    alpha = turned_alpha < pi ? turned_alpha : 0;
+    alpha = new_alpha < pi ? new_alpha : 0;
     leave(impact, sine, cosine);
     last.phi = phi;
     last.alpha = alpha;

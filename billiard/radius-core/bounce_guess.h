@@ -33,7 +33,7 @@ inline bounce::spot bounce::conic_guess(const spot& far_end) const {
     const double m =
         start.across * (start.r * start.r - (start.r * cos_far - start.dr * sin_far) * r);
     const double scale = 2 * n / (n * n + m * m); // n / m is the tangent of half the angle
-    return seen(start.theta + 2 * kit::angle_of(n, m), turned(start.at, m * scale, n * scale));
+    return seen(start.theta + 2 * kit::angle_of(n, m), rotated(start.at, m * scale, n * scale));
 }
 
 // The same from one point to another, with the slope of the first: the conic meets the line where a
@@ -65,7 +65,7 @@ inline bounce::spot bounce::conic_between(const spot& u, const spot& e) const {
         m = -m;
     }
     const double scale = 2 * n / (n * n + m * m);
-    return seen(u.theta + 2 * kit::angle_of(n, m), turned(u.at, m * scale, n * scale));
+    return seen(u.theta + 2 * kit::angle_of(n, m), rotated(u.at, m * scale, n * scale));
 }
 
 } // namespace ray

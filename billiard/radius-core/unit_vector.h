@@ -1,5 +1,5 @@
 // SPDX-License-Identifier: MIT
-// Vectors of length 1 in the plane, and how one is turned without losing it.
+// Vectors of length 1 in the plane, and how one is rotated without losing it.
 #pragma once
 
 #include "mathkit/trig.h"
@@ -19,10 +19,10 @@ inline double dot(unit_vector a, unit_vector b) {
     return a.x * b.x + a.y * b.y;
 }
 
-/// v turned by an angle whose sine and versed sine, 1 - cosine, are given.
+/// v rotated by an angle whose sine and versed sine, 1 - cosine, are given.
 /// Where both are small nothing but the result is rounded, and so the length
-/// does not drift over many turns.
-inline unit_vector turned(unit_vector v, double sine, double versine) {
+/// does not drift over many rotations.
+inline unit_vector rotated(unit_vector v, double sine, double versine) {
     return {v.x - (v.y * sine + v.x * versine), v.y + (v.x * sine - v.y * versine)};
 }
 
@@ -33,19 +33,19 @@ inline unit_vector at_length_1(unit_vector v) {
     return {v.x + v.x * lacks, v.y + v.y * lacks};
 }
 
-/// v turned by an angle; most steps of a search are so small that few terms are enough.
-inline unit_vector turned_by(unit_vector v, double angle) {
+/// v rotated by an angle; most steps of a search are so small that few terms are enough.
+inline unit_vector rotated_by(unit_vector v, double angle) {
     const double z = angle * angle;
     if (z < 1e-6) {
-        return turned(v, angle - angle * z * (1.0 / 6), z * (0.5 - z * (1.0 / 24)));
+        return rotated(v, angle - angle * z * (1.0 / 6), z * (0.5 - z * (1.0 / 24)));
     }
     if (!(z < 0.0025)) {
         double sine, cosine;
         kit::sincos(angle, sine, cosine);
-        return turned(v, sine, 1 - cosine);
+        return rotated(v, sine, 1 - cosine);
     }
     const double zz = z * z;
     const double fall = (1.0 / 6 - z * (1.0 / 120)) + zz * (1.0 / 5040);
     const double rise = (0.5 - z * (1.0 / 24)) + zz * (1.0 / 720 - z * (1.0 / 40320));
-    return turned(v, angle - angle * z * fall, z * rise);
+    return rotated(v, angle - angle * z * fall, z * rise);
 }
