@@ -38,6 +38,9 @@ class Texts(unittest.TestCase):
             version = re.search(r"VERSION (\d+\.\d+\.\d+) ", file.read())[1]
         self.assertEqual(run("--version"), f"billiard-batch {version}\n")
         self.assertEqual(run("curve", "stadium").splitlines()[0], f"# billiard-batch {version}")
+        for page in ("billiard", "billiard-batch"):
+            with open(f"{REPOSITORY}/packaging/{page}.1", encoding="ascii") as file:
+                self.assertIn(f'"Billiard {version}"', file.read())
 
     def test_manual_page_names_all_options_and_columns(self):
         with open(f"{REPOSITORY}/packaging/billiard-batch.1", encoding="ascii") as file:

@@ -107,8 +107,8 @@ TEST(orbit_verdict, a_circle_turns_by_its_angle) {
 }
 
 TEST(orbit_verdict, the_stadium_has_one_exponent) {
-    // 0.43 per unit of length where the semicircles have the radius 1 and the sides the length 2:
-    // G. Benettin and J.-M. Strelcyn, Phys. Rev. A 17 (1978) 773.
+    // 0.43 per unit of length where the semicircles have the radius 1 and the sides the length 2,
+    // as known since G. Benettin and J.-M. Strelcyn, Phys. Rev. A 17 (1978) 773.
     TBilliardMap map(new_reference_curve("Stadium 1"));
     const auto verdicts = verdicts_of(map, random_starts(map, 30), 30000);
     for (const orbit_verdict& v : verdicts) // some stay between the parallel sides for long
