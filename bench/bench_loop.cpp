@@ -100,7 +100,7 @@ void add_curve(figure_table& table, FMain& window, const char* name, TRadiusFunc
     table.note(std::string(name) + ": points per second of the loop", rates.first);
     table.note(std::string(name) + ": points per second of iterate + getPoint", rates.second);
     table.figure(std::string(name) + ": loop, in parts of the bare rate",
-                 rates.first / rates.second, at_least(0.75));
+                 rates.first / rates.second, at_least(0.88));
 }
 
 } // namespace

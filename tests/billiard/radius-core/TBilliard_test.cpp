@@ -48,7 +48,7 @@ double measured(TBilliardMap& map, const data_row& row, std::size_t inflection) 
     return quantity == "S" ? S : NAN;
 }
 
-TEST(TBilliard, measures_curves_as_the_reference_does) {
+TEST(TBilliard, MeasuresCurvesAsTheReferenceDoes) {
     std::string curve;
     std::unique_ptr<TBilliardMap> map;
     std::size_t inflection = 0; // of the rows of a curve, which list them in order
@@ -85,7 +85,7 @@ void expect_table(const std::string& curve, long points, int least_rows, int mos
     }
 }
 
-TEST(TBilliard, builds_a_table_for_any_curve_at_a_bounded_cost) {
+TEST(TBilliard, BuildsATableForAnyCurveAtABoundedCost) {
     // A textbook rule of fifteen points on each row would ask 32,000 points and more, twice each.
     const std::pair<const char*, long> usual[] = {
         {"Ellipse 0.5", 14000},    {"OvalA 5", 14000},         {"OvalA 2", 18500},
@@ -106,7 +106,7 @@ TEST(TBilliard, builds_a_table_for_any_curve_at_a_bounded_cost) {
         expect_table(constant, 2000000, 2000, 50000);
 }
 
-TEST(TBilliard, leaves_out_no_tip_however_sharp) {
+TEST(TBilliard, LeavesOutNoTipHoweverSharp) {
     // Extents and length are known; the rows' points fall short of a tip by a few rows.
     const struct {
         const char* curve;
@@ -138,7 +138,7 @@ TEST(TBilliard, leaves_out_no_tip_however_sharp) {
     }
 }
 
-TEST(TBilliard, lists_the_inflections_that_the_curvature_tells) {
+TEST(TBilliard, ListsTheInflectionsThatTheCurvatureTells) {
     // To the last digit, also where the curvature vanishes without changing its sign.
     for (const char* c :
          {"OvalA 2", "OvalA 4.999999999999999", "OvalB 0.9375", "OvalB 0.50000000000000011",
@@ -162,7 +162,15 @@ TEST(TBilliard, lists_the_inflections_that_the_curvature_tells) {
     }
 }
 
-TEST(TBilliard, replaces_the_curve_and_all_that_belongs_to_it) {
+TEST(TBilliard, ListsEachSideOfACorner) {
+    // Of the corners that point inward, and with them the curve's only changes of curvature.
+    const TBilliard billiard(new_reference_curve("Formula 1+0.5*fabs(sin(3*t))"));
+    EXPECT_EQ(billiard.inflections.size(), 2 + 2 * 11u);
+    for (const double angle : billiard.inflections)
+        EXPECT_NEAR(std::remainder(angle, pi / 3), 0, 1e-13) << angle;
+}
+
+TEST(TBilliard, ReplacesTheCurveAndAllThatBelongsToIt) {
     static int alive;
     struct tracked : TEllipseFunction {
         tracked() { ++alive; }
@@ -189,7 +197,7 @@ TEST(TBilliard, replaces_the_curve_and_all_that_belongs_to_it) {
     EXPECT_EQ(alive, 0);
 }
 
-TEST(TBilliardMap, converts_between_section_and_boundary) {
+TEST(TBilliardMap, ConvertsBetweenSectionAndBoundary) {
     TBilliardMap map(new TOvalAFunction(5));
     const double outside[][2] = {{0, 0.5},   {1, 0.5},   {0.5, 1},   {0.5, -1},
                                  {NAN, 0.5}, {0.5, NAN}, {-1e300, 0}};
@@ -218,14 +226,14 @@ TEST(TBilliardMap, converts_between_section_and_boundary) {
     }
 }
 
-TEST(TBilliardMap, stays_where_a_bounce_fails) {
+TEST(TBilliardMap, StaysWhereABounceFails) {
     TBilliardMap map(new TEllipseFunction(0));
     map.setPhiAlpha(1, 7);
     EXPECT_ANY_THROW(map.iterate());
     EXPECT_TRUE(map.phi == 1 && map.alpha == 7);
 }
 
-TEST(TBilliardDeathTest, asserts_its_preconditions) {
+TEST(TBilliardDeathTest, AssertsItsPreconditions) {
     TBilliard::circumference_class empty;
     TBilliardMap map;
     TRect box;
@@ -241,7 +249,7 @@ TEST(TBilliardDeathTest, asserts_its_preconditions) {
     EXPECT_DEATH(map.circumference.get(map.circumference.size(), x, y), "i>=0");
 }
 
-TEST(TFindExt, finds_where_the_distance_turns) {
+TEST(TFindExt, FindsWhereTheDistanceTurns) {
     // Values and derivatives of both functions against each other, over a line's whole range.
     TGenOvalFunction curve(2, 3);
     TFindRoot g(&curve, 0.8, 2.0);
