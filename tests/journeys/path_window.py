@@ -18,11 +18,11 @@ def path_is(program, corners, message, newest=RED):
                 if color not in {picture.at(x + dx, y + dy)
                                  for dx in (-1, 0, 1) for dy in (-1, 0, 1)}:
                     return False
-        # A thin line has as many pixels as its longer side; an empty path has none.
-        red = [max(abs(x1 - x2), abs(y1 - y2)) for (x1, y1), (x2, y2) in ends[-1:]]
-        wanted = sum(red) if newest == RED else 0
-        return (abs(picture.count(RED) - wanted) <= 4
-                and (ends or picture.count(PATH_BLUE) == 0))
+        # A thin line has as many pixels as its longer side; where two cross, one pixel counts once.
+        lengths = [max(abs(x1 - x2), abs(y1 - y2)) for (x1, y1), (x2, y2) in ends]
+        red = sum(lengths[-1:]) if newest == RED else 0
+        return (abs(picture.count(RED) - red) <= 4
+                and picture.count(PATH_BLUE) <= sum(lengths) - red + 4 * len(ends))
     until(right, message)
 
 

@@ -31,6 +31,8 @@ def journey(program, model):
     model.ask("iterate", 3000)  # the three presses above
     program.keys("space")
     program.wait_plotted(model.pixels("iterate", 1000), "the orbit goes on after the resize")
+    program.keys("u")
+    program.wait_plotted([], "undo goes back to the whole new picture")
 
 
 run(journey)

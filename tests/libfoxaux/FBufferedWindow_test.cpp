@@ -63,16 +63,4 @@ TEST(FBufferedWindow, AKeyWithControlOrAltIsNoCommand) {
     }
 }
 
-// With one pixel at least, whatever the layout makes of it.
-TEST(FBufferedWindow, BothPicturesFollowTheWindow) {
-    shown<canvas> window(200, 150);
-    window->ensure_backup();
-    window->backup->create();
-    for (const int side : {120, 1}) {
-        window.resize(side, side);
-        for (FXImage* picture : {window->image, window->backup})
-            EXPECT_TRUE(picture->getWidth() == side && picture->getHeight() == side);
-    }
-}
-
 } // namespace

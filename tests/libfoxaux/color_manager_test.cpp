@@ -29,16 +29,11 @@ constexpr colors defaults{black, white, 0xff808080};
 
 TEST(ColorManager, DrawsWithAUsableSize) {
     palette plot;
-    for (const auto& [size, used] :
-         {std::pair{12, 12}, {1, 1}, {0, 1}, {-5, 1}, {INT_MIN, 1}, {1000000000, 256}}) {
-        plot.font_size = size;
-        EXPECT_EQ(plot.text_size(), used);
-    }
-    for (const auto& [size, dots, used] : {std::tuple{12, 50U, 12},
-                                           {12, 96U, 12},
-                                           {12, 192U, 23},
-                                           {12, 0U, 12},
-                                           {60, 4294967291U, 256}}) {
+    const std::tuple<int, FXuint, int> cases[] = {
+        {12, 100, 12},          {1, 100, 1},  {0, 100, 1},  {-5, 100, 1},  {INT_MIN, 100, 1},
+        {1000000000, 100, 256}, {12, 50, 12}, {12, 96, 12}, {12, 192, 23}, {12, 0, 12},
+        {60, 4294967291U, 256}};
+    for (const auto& [size, dots, used] : cases) {
         plot.font_size = size;
         const resolution display(dots);
         EXPECT_EQ(plot.text_size(), used) << dots;
