@@ -175,16 +175,13 @@ class Monkey:
             action(window, title, width, height)
         self.alive()
 
-    def open_dialogs(self):
-        return [pair for pair in self.clients() if pair[1] not in (MAIN, PATH)]
-
     def recover(self):
         """Leaves every dialog, box and menu."""
         def closed():
             self.alive()
-            dialogs = self.open_dialogs()
+            dialogs = [window for window, title in self.clients() if title not in (MAIN, PATH)]
             if dialogs:
-                self.do("windowactivate", dialogs[-1][0])
+                self.do("windowactivate", dialogs[-1])
             self.do("key", "--delay", "20", "Escape")
             return not dialogs
         until(closed, "all dialogs closed by Escape")

@@ -3,9 +3,7 @@
 #include "billiard/fox/help_text.h"
 
 #include "mathkit/kit_stream.h"
-#include "mathkit/symbolic/ex.h"
 #include "mathkit/symbolic/functions.h"
-#include "mathkit/symbolic/scanexpr.h"
 #include "mathkit/tiny_izstream.h"
 #include "tests/data_tables.h"
 
@@ -47,16 +45,6 @@ TEST(HelpText, NamesTheFunctionsOfTheFormulaLanguage) {
     for (const auto& function : symbolic::function_table)
         known.emplace(function.name);
     EXPECT_EQ(listed, known);
-}
-
-TEST(HelpText, ItsExamplesAreFormulas) {
-    const std::string text = carried_text();
-    for (const char* formula :
-         {"5+sin(t)", "3+cos(2*t)", "2+0.3*cos(t)^3", "exp(0.2*cos(t))", "1/(1+0.3*cos(t))",
-          "2+cos(log(2+cos(t)))", "1+t", "5+sin(2.5*t)", "0.5+sin(t)", "5+tan(t)"}) {
-        EXPECT_NE(text.find(formula), std::string::npos) << formula;
-        EXPECT_NO_THROW(symbolic::scanexpr(formula)) << formula;
-    }
 }
 
 } // namespace
