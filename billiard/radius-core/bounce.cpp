@@ -81,7 +81,6 @@ refusal bounce::next(double& phi, double& alpha) {
 
 // The same bounce on the curve measured by its radius at the start.
 refusal bounce::in_units(double unit, double& phi, double& alpha) {
-    last.impacts = 0;
     if (is_in_units) return refusal::no_number; // a radius that changes from one look to the next
     curve_in_units measured(curve, unit);
     const std::vector<inflection_knot> no_knots; // theirs are in the other unit
