@@ -111,7 +111,7 @@ void add_curve(figure_table& table, const std::string& name, Make make, const Cu
                 name + "/iterate");
     table.note(name + ": searches in which Boost.Math misses the root", misses(*boost));
     table.figure(name + ": points of the curve per bounce", points_per_bounce(make()),
-                 at_most(convex ? 6.2 : 6.5));
+                 at_most(convex ? 5.2 : 6.5));
     table.ratio(name + ": getPoint, in bounces", name + "/iterate+getPoint", name + "/iterate",
                 at_most(0.25), 1);
 }

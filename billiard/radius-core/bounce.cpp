@@ -123,14 +123,25 @@ inline refusal bounce::start_from_angles(double phi, double alpha) {
     return refusal::none;
 }
 
+// The start is a root itself, so the search begins beside it; it ends beside the pole. On a convex
+// curve there is but one other root, and whoever has found it need not look beside the start.
 inline refusal bounce::find(spot& impact) {
-    spot inside, outside;
+    spot inside = beside_start(end_distance);
+    spot outside = beside_pole();
+    if (convex && outside.inside < 0) {
+        if (approach(first_guess(inside, outside), inside, outside, impact)) return refusal::none;
+    }
     refusal why = bracket(inside, outside);
     if (why == refusal::none && !convex && outside.inside <= 0) why = first_piece(inside, outside);
     if (why != refusal::none) return why;
-    if (outside.inside < 0) return search(inside, outside, impact);
-    impact = outside.inside > 0 ? inside : outside; // which lies on the line
-    return refusal::none;
+    if (!(outside.inside < 0)) {
+        impact = outside.inside > 0 ? inside : outside; // which lies on the line
+        return refusal::none;
+    }
+    if (!convex) {
+        if (approach(first_guess(inside, outside), inside, outside, impact)) return refusal::none;
+    }
+    return halve(inside, outside, impact);
 }
 
 // The pole lies too near the start for a bracket. The impact is that on the opposite side, moved by
@@ -147,38 +158,41 @@ refusal bounce::through_origin(spot& impact) const {
     return refusal::none;
 }
 
-// Finds both ends: the start is a root itself, so the search begins beside it; it ends beside the
-// pole. Afterwards the near end is not outside and, unless it lies on the line, the far end not
-// inside.
-inline refusal bounce::bracket(spot& near_end, spot& far_end) const {
-    double d = end_distance;
-    for (int i = 0;; ++i, d *= 0.01) {
-        const double sine = dir * d;
-        const double versine = 0.5 * d * d;
-        near_end = seen(start.theta + sine, rotated(start.at, sine, versine));
-        // Known better so than by the vectors: it is the difference to the start that counts.
-        near_end.across = start.across - (start.along * sine + start.across * versine);
-        look(near_end);
-        if (near_end.inside >= 0) break;
-        if (i == 2) return dir > 0 ? refusal::near_end_forward : refusal::near_end_backward;
-    }
-
-    constexpr double versine = 0.5 * end_distance * end_distance;
-    const double psi = start.theta + kit::angle_of(start.across, start.along);
-    far_end.theta = dir > 0 ? psi - end_distance : (psi - pi) + end_distance;
-    far_end.at = rotated({dir * line.x, dir * line.y}, -dir * end_distance, versine);
-    far_end.across = end_distance;
-    far_end.along = dir * (1 - versine);
-    look(far_end);
-    if (far_end.inside <= 0) return refusal::none;
-    return far_end.inside > 0 && near_end.inside == 0 ? refusal::none : refusal::far_end;
+// Not looked at yet.
+inline bounce::spot bounce::beside_start(double d) const {
+    const double sine = dir * d;
+    const double versine = 0.5 * d * d;
+    spot p = seen(start.theta + sine, rotated(start.at, sine, versine));
+    // Known better so than by the vectors: it is the difference to the start that counts.
+    p.across = start.across - (start.along * sine + start.across * versine);
+    return p;
 }
 
-// The root between a point inside and one outside, which lies in the direction of the path. Comes
-// with radius and slope of the curve there.
-refusal bounce::search(const spot& inside, const spot& outside, spot& impact) const {
-    if (approach(first_guess(inside, outside), inside, outside, impact)) return refusal::none;
-    return halve(inside, outside, impact);
+inline bounce::spot bounce::beside_pole() const {
+    constexpr double versine = 0.5 * end_distance * end_distance;
+    const double psi = start.theta + kit::angle_of(start.across, start.along);
+    spot p;
+    p.theta = dir > 0 ? psi - end_distance : (psi - pi) + end_distance;
+    p.at = rotated({dir * line.x, dir * line.y}, -dir * end_distance, versine);
+    p.across = end_distance;
+    p.along = dir * (1 - versine);
+    look(p);
+    return p;
+}
+
+// Looks at the near end, or nearer. Afterwards it is not outside and, unless it lies on the line,
+// the far end not inside.
+inline refusal bounce::bracket(spot& near_end, const spot& far_end) const {
+    look(near_end);
+    double d = end_distance;
+    for (int i = 0; !(near_end.inside >= 0); ++i) {
+        if (i == 2) return dir > 0 ? refusal::near_end_forward : refusal::near_end_backward;
+        d *= 0.01;
+        near_end = beside_start(d);
+        look(near_end);
+    }
+    if (far_end.inside <= 0) return refusal::none;
+    return far_end.inside > 0 && near_end.inside == 0 ? refusal::none : refusal::far_end;
 }
 
 [[gnu::always_inline]] inline bounce::spot bounce::moved(const spot& from, double way) const {

@@ -13,7 +13,9 @@
 // From one impact to the next, in the order in which it happens:
 // - start_from_last takes point and line from what the last impact has left; at the first bounce
 //   start_from_angles computes them from phi and alpha.
-// - bracket looks at both ends of the way: beside the start, and where the line must be outside.
+// - beside_start and beside_pole are the ends of the way: just behind the start, and just before
+//   the ray from the origin runs along the line. bracket sees to it that the line is inside at the
+//   first and outside at the second; on a convex curve only where the search without has failed.
 // - first_piece, if the curve has inflections, walks to the piece in which the path leaves.
 // - first_guess lays a conic through what is known of both ends and meets it with the line.
 // - approach looks at the curve there, takes the best_step to the root, looks again, and so on,
@@ -112,8 +114,9 @@ private:
     refusal in_units(double unit, double& phi, double& alpha);
     refusal find(spot& impact);
     refusal through_origin(spot& impact) const;
-    refusal bracket(spot& near_end, spot& far_end) const;
-    refusal search(const spot& inside, const spot& outside, spot& impact) const;
+    spot beside_start(double d) const;
+    spot beside_pole() const;
+    refusal bracket(spot& near_end, const spot& far_end) const;
     bool approach(spot p, const spot& inside, const spot& outside, spot& impact) const;
     double inverse_at(const spot& p) const;
     bool is_on_line(const spot& p) const;

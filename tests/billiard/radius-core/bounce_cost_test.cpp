@@ -49,7 +49,7 @@ TEST(Bounce, AsksTheCurveAtFewPoints) {
         return double(counter->points) / double(bounces);
     };
     for (const char* c : convex_curves)
-        EXPECT_LE(mean(c), 6.2) << c;
+        EXPECT_LE(mean(c), 5.2) << c;
     for (const char* c : other_curves)
         EXPECT_LE(mean(c), 8.5) << c;
 }
