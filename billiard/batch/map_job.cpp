@@ -5,6 +5,7 @@
 #include "billiard/batch/errors.h"
 #include "billiard/batch/number_text.h"
 #include "billiard/batch/orbit_verdict.h"
+#include "billiard/batch/starts_block.h"
 
 #include <algorithm>
 #include <vector>
@@ -26,14 +27,9 @@ void append_row(std::string& text, const start& from, const orbit_verdict& verdi
     text.append(row, end);
 }
 
-class verdict_block : public block {
+class verdict_block : public starts_block {
 public:
-    verdict_block(const start_list& starts, std::int64_t n, std::int64_t first, std::int64_t count)
-        : starts(starts),
-          n(n),
-          first(first) {
-        units = count;
-    }
+    using starts_block::starts_block;
 
     void compute(table_shelf& tables, work_monitor& monitor) override {
         TBilliardMap& map = tables.table(0);
@@ -50,13 +46,6 @@ public:
             if (verdicts[i].bounces < n) ++ended_early;
         }
     }
-
-    std::string take_rows() override { return std::move(text); }
-
-private:
-    const start_list& starts;
-    const std::int64_t n, first;
-    std::string text;
 };
 
 } // namespace

@@ -9,6 +9,7 @@
 #include "billiard/batch/orbit_job.h"
 
 #include "billiard/batch/errors.h"
+#include "billiard/batch/starts_block.h"
 #include "mathkit/TError.h"
 
 #include <algorithm>
@@ -65,14 +66,9 @@ std::vector<impact> follow(TBilliardMap& map, std::int64_t count) {
 }
 
 // Whole orbits that together are no longer than a block.
-class short_orbits : public block {
+class short_orbits : public starts_block {
 public:
-    short_orbits(const start_list& starts, std::int64_t n, std::int64_t first, std::int64_t count)
-        : starts(starts),
-          n(n),
-          first(first) {
-        units = count;
-    }
+    using starts_block::starts_block;
 
     void compute(table_shelf& tables, work_monitor& monitor) override {
         TBilliardMap& map = tables.table(0);
@@ -88,13 +84,6 @@ public:
             if (bounce < n) ++ended_early;
         }
     }
-
-    std::string take_rows() override { return std::move(text); }
-
-private:
-    const start_list& starts;
-    const std::int64_t n, first;
-    std::string text;
 };
 
 // A part of a long orbit.
