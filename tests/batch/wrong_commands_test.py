@@ -133,6 +133,7 @@ map stadium --cells 4x4 --window 0,0,1 | --window takes four numbers S1,P1,S2,P2
 map stadium --cells 4x4 --window 0.5,0,0.2,1 | 0 <= S1 < S2 <= 1
 map stadium --cells 4x4 --window 0,-2,1,1 | -1 <= P1 < P2 <= 1
 map stadium --show rotation | --show is for a picture, -o FILE.png
+map stadium --cells 4x4 --random 5 -o x.png | a picture is made of --cells alone
 map stadium --cells 4x4 -o x.png --show colour | --show has no value 'colour'; known are
 map stadium --cells 4x4 -o x.png --show chrod | did you mean 'chord'?
 map stadium --cells 4x4 -o x.png --range 1 | --range takes two numbers LO,HI with LO < HI, not '1'
