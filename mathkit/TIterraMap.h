@@ -22,14 +22,15 @@ public:
     /// Replaces the current point by its image.
     virtual void iterate() = 0;
 
-    /// How many iterates make up a first picture of an orbit.
+    /// How many iterates make up a first picture of an orbit; for programs that choose among maps.
+    /// Billiard leaves the number to its user.
     virtual int numiter() { return 1000; }
 
     /// The rectangle of the section. Between two points of it x is measured the shorter way round,
     /// since the section of a closed boundary has a seam where x jumps from one end to the other.
     virtual void get_area(TRect& area) { area.set(0, -1, 1, 1); }
 
-    /// A text that names the map.
+    /// A text that names the map, for programs that show which one of several is in use.
     virtual kit::string name() { return kit::string::empty(); }
 
     /// The least order of the periodic points in the ellipse about (x, y) with the radii rx, ry;

@@ -41,5 +41,6 @@ struct TRect {
 struct irect {
     int x1 = 0, y1 = 0, x2 = 0, y2 = 0;
 
+    /// For programs that plot points without a clip region; the canvases here clip by themselves.
     bool isinside(int x, int y) const { return x1 <= x && x <= x2 && y1 <= y && y <= y2; }
 };

@@ -11,7 +11,7 @@ namespace kit {
 /// Ticks and labels in screen pixels, filled by TMapW2S::a_model_4 and drawn by fox_axis.
 struct axis {
     std::vector<int> ticks;           ///< pixels along the axis; index 0 is the low world end
-    std::vector<int> extra;           ///< second array of the model; no drawing reads it
+    std::vector<int> extra;           ///< for plots with ticks of a second kind; empty here
     std::vector<kit::wstring> labels; ///< labels[i] belongs to ticks[i]
     kit::wstring title;
 };

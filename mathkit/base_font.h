@@ -47,6 +47,8 @@ public:
     virtual void drawText(int x, int y, const char* text, int length);
 
     void set_dc(void* context) { dc = context; }
+
+    /// For callers that lay out lines of text by themselves; what draws here has set the size.
     double get_size() const { return size; }
 
     /// The size that text is drawn with: `points` brought into the range from 1 to 400, and the

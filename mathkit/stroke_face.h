@@ -15,7 +15,7 @@
 ///     O x0 y0 x1 y1          a whole ellipse
 ///     B x0 y0 x1 y1          a filled box
 ///
-/// A path that begins with | has strokes on its middle: its two halves get as many pixels each.
+/// A path that begins with | has a stroke along its middle: both halves get as many pixels.
 struct stroke_glyph {
     wchar_t code;
     int left;  ///< blank before the strokes
@@ -32,7 +32,8 @@ struct accented_letter {
     int rise;       ///< how much higher the accent stands than over a small letter
 };
 
-/// A whole face; both tables are in the order of their codes. Code 0 stands for what is missing.
+/// A whole face; both tables are in the order of their codes. Code 0 is what a missing character
+/// looks like.
 struct stroke_face {
     std::span<const stroke_glyph> glyphs;
     std::span<const accented_letter> accented;

@@ -12,8 +12,8 @@ struct stroke_face;
 /// size grows. Draws nothing before load_default() or without a line function.
 class stroke_font : public base_font {
 public:
-    /// Draws a line of one pixel's width on `dc`, the context set by set_dc; both ends belong to
-    /// it.
+    /// Draws a line of one pixel's width on `dc`, the context set by set_dc; both ends are
+    /// drawn.
     void (*line_function)(int x1, int y1, int x2, int y2, void* dc) = nullptr;
 
     stroke_font();
@@ -25,7 +25,7 @@ public:
     void drawText(int x, int y, const wchar_t* text, int length) override;
     using base_font::drawText;
 
-    /// The way from the start of the text to its end, in pixels, at the present size.
+    /// The width of the text in pixels, at the present size: where text that follows would start.
     int text_width(const wchar_t* text, int length) const;
 
 private:

@@ -17,14 +17,14 @@ constexpr double squareness = 2.2; // exponent of the curves: 2 is an ellipse, m
 
 constexpr double degree = std::numbers::pi / 180;
 
-// A pixel of a curve, as offset from the middle of its box, and the angle that it is seen under.
+// A pixel of a curve: its offset from the middle of the box, and in which direction it lies.
 struct curve_point {
     double dx, dy;
     double angle;
 };
 
-// Rounds an offset from the middle outward to a pixel: whole if the middle lies on one, else
-// halves. Rounding the offset and not the position keeps the curve's halves alike.
+// Rounds an offset from the middle to the next pixel outward: to a whole number if the middle lies
+// on a pixel, else to a half. Rounding the offset and not the position keeps both halves alike.
 double snap_offset(double offset, bool between_pixels) {
     const double size = std::fabs(offset);
     const double snapped = between_pixels ? std::floor(size) + 0.5 : std::floor(size + 0.5);
@@ -75,7 +75,7 @@ std::vector<curve_point> curve_pixels(double rx, double ry) {
     return pixels;
 }
 
-// Where flat meets steep a pixel may be missing; it goes to the outside, alike in all quarters.
+// Where flat meets steep a pixel may be missing: it is added on the outside, in each quarter alike.
 void close_gaps(std::vector<curve_point>& way, double rx, double ry) {
     std::vector<curve_point> closed;
     for (const curve_point& p : way) {
@@ -93,7 +93,7 @@ void close_gaps(std::vector<curve_point>& way, double rx, double ry) {
     way = std::move(closed);
 }
 
-// The degenerate curve of a box without area: the ends of its way and the quarters between them.
+// In a box without area the curve is a line: its points at both ends and at the quarter turns.
 std::vector<curve_point> flat_curve_pixels(double rx, double ry, int from, int to) {
     std::vector<curve_point> pixels;
     for (const int angle : {from, 0, 90, 180, 270, to}) {
@@ -104,8 +104,8 @@ std::vector<curve_point> flat_curve_pixels(double rx, double ry, int from, int t
     return pixels;
 }
 
-// The part of the curve between two angles, in the order of the way from one to the other; what was
-// the angle of a pixel becomes its way along the arc.
+// The part of the curve between two angles, ordered from one to the other. The angles of its pixels
+// are replaced by how far along the arc they lie, in degrees.
 std::vector<curve_point> way_along(const std::vector<curve_point>& curve, int from, int to) {
     const int sense = to < from ? -1 : 1;
     const double length = std::abs(to - from);
@@ -124,7 +124,7 @@ std::vector<curve_point> way_along(const std::vector<curve_point>& curve, int fr
     return way;
 }
 
-// The pixels that the way passes, each once, about a middle that may lie between two.
+// The pixels on that way, none twice in a row, where the middle may lie between two pixels.
 std::vector<stroke_tracer::point> pixels_of(const std::vector<curve_point>& way, double middle_x,
                                             double middle_y) {
     std::vector<stroke_tracer::point> pixels;
@@ -170,7 +170,7 @@ int stroke_tracer::advance(const stroke_glyph& glyph) const {
         const int units = glyph.left + glyph.width + glyph.right;
         return std::max(1, static_cast<int>(std::lround(units * height / capital_units)));
     }
-    // Neighbours never touch, however small the size; only what is meant to join has no blank.
+    // Neighbours never touch, however small the size, unless they are meant to join.
     const int least = glyph.right > 0 ? 1 : 0;
     return scaled(glyph.left) + columns_of(glyph) + pen + std::max(least, scaled(glyph.right));
 }
@@ -201,7 +201,7 @@ int stroke_tracer::column(int x) const {
     } else {
         at = place.first + static_cast<double>(x) * place.columns / place.width;
     }
-    // A position between two columns goes toward the middle, so that the halves stay alike.
+    // A position between two columns is rounded toward the middle, so that both halves stay alike.
     return static_cast<int>(at < place.middle ? std::floor(at + 0.5) : std::ceil(at - 0.5));
 }
 
@@ -324,7 +324,7 @@ void stroke_tracer::add_run(point a, point b) {
     }
 }
 
-// Steps in one direction make one line.
+// Consecutive steps in the same direction become one line.
 void stroke_tracer::add_runs(const std::vector<point>& pixels) {
     std::size_t start = 0;
     for (std::size_t i = 1; i < pixels.size(); i++) {

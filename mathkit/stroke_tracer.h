@@ -8,13 +8,13 @@
 
 /// Turns glyphs into lines of one pixel's width.
 ///
-/// The grid has its origin at the left lower pixel of the text: x grows to the right, y upward, row
+/// The grid has its origin at the lower left pixel of the text: x grows to the right, y upward, row
 /// 0 stands on the base line. Ends of strokes fall on pixels, so that equal heights are equal rows;
 /// capitals fill exactly `height` rows.
 class stroke_tracer {
 public:
     struct line {
-        int x1, y1, x2, y2; ///< both ends belong to it
+        int x1, y1, x2, y2; ///< both ends are drawn
     };
     struct point {
         int x, y;
@@ -23,7 +23,7 @@ public:
     /// `height` is that of a capital, in pixels, at least 1.
     explicit stroke_tracer(int height);
 
-    /// The way from this glyph's origin to the next one's.
+    /// The distance from this glyph's origin to the next one's.
     int advance(const stroke_glyph& glyph) const;
 
     /// Adds the lines of a glyph that begins at column `origin` to `lines`.
@@ -35,11 +35,11 @@ public:
     std::vector<line> lines;
 
 private:
-    /// Where the glyph on hand lies on the grid.
+    /// Where the current glyph lies on the grid.
     struct placement {
         int first;     ///< column of x = 0
         int width;     ///< of the strokes, in the glyph's units
-        int columns;   ///< of the strokes, without the pen's own
+        int columns;   ///< of the strokes, not counting the pen's width
         double middle; ///< column of the middle, perhaps between two
         bool centred;  ///< x counts from the middle
         int rise;      ///< added to every y
@@ -50,7 +50,7 @@ private:
         int left, right;
     };
 
-    /// Whether strokes are filled row by row: a line for each pixel of the nib would be too many.
+    /// Whether strokes are filled row by row: a line for each pixel of the nib would make too many.
     bool is_thick() const { return pen > 4; }
 
     int columns_of(const stroke_glyph& glyph) const;

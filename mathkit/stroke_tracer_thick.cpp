@@ -9,7 +9,7 @@
 
 namespace {
 
-// Calls visit(x, y) for the pixels from a to b, without a itself.
+// Calls visit(x, y) for the pixels from a to b, except a itself.
 template<class Visit>
 void for_each_step(stroke_tracer::point a, stroke_tracer::point b, Visit visit) {
     const double dx = b.x - a.x;
@@ -32,8 +32,8 @@ void stroke_tracer::sweep(const std::vector<point>& way) {
     const auto finish = [&](const span& row, int y) {
         if (row.left <= row.right) lines.push_back({row.left, y, row.right, y});
     };
-    // The nib goes by single pixels, so that what it covers of a row grows, or is apart from what
-    // it covered there on another branch of the way.
+    // The nib moves one pixel at a time. So what it covers in a row either joins the row's span, or
+    // belongs to another part of the way: then the old span is complete.
     const auto stamp = [&](int x, int y) {
         for (const span& of_nib : nib) {
             span& row = rows[static_cast<std::size_t>(y - low)];

@@ -71,10 +71,12 @@ public:
 
     void unitTangent(double phi, double& tx, double& ty) const;
 
-    /// The unit vector across the curve that points outward.
+    /// The unit vector across the curve that points outward; for callers that start particles at a
+    /// point inside or move them by vectors. The bounce works with angles.
     void unitNormal(double phi, double& nx, double& ny) const;
 
-    /// True when (x, y) lies inside; a point on the curve itself does not.
+    /// True when (x, y) lies inside; a point on the curve itself does not. For callers that place
+    /// particles in the plane: orbits here start on the curve.
     bool isInside(double x, double y) const;
 
 protected:

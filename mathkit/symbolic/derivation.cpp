@@ -34,7 +34,7 @@ ex bell(const ex& a) {
                    function(function_id::exp, negative(square(a))));
 }
 
-// f'(a) for self = f(a). Expressions in self share its value when the list is compiled.
+// f'(a), where self = f(a): what is written in terms of self shares its value in a compiled list.
 ex outer_derivative(function_id id, const ex& a, const ex& self) {
     switch (id) {
     case function_id::exp:
@@ -140,7 +140,7 @@ ex mul::diff(derivation& by, const ex&) const {
     return sum(product(by(a), b), product(a, by(b)));
 }
 
-// In this form the quotient itself is used again, which compiles to one operation less.
+// In this form the quotient itself is used again, which saves an operation in a compiled list.
 ex divide::diff(derivation& by, const ex& self) const {
     const ex numerator = difference(by(a), product(self, by(b)));
     return is_zero(numerator) ? numerator : quotient(numerator, b); // 1/0 is constant as well

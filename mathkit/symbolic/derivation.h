@@ -9,8 +9,8 @@
 
 namespace symbolic {
 
-/// One run of differentiation: derives every shared node once, so that the derivative of a shared
-/// expression is shared again.
+/// One run of differentiation: differentiates every shared node once, so that the derivative of a
+/// shared expression is shared again.
 class derivation {
 public:
     explicit derivation(const var& x) : x(x) {}

@@ -80,7 +80,7 @@ public:
     basic& operator=(const basic&) = delete;
 
     /// The derivative of this node, which `self` holds. Called through derivation, which sees to it
-    /// that a shared node is derived once.
+    /// that a shared node is differentiated once.
     virtual ex diff(derivation& by, const ex& self) const = 0;
 
     /// Hands this node's operands and then its own operation to the compiler.

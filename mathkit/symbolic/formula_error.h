@@ -20,7 +20,7 @@ TError unknown_name(const std::string& name, int column);
 /// The error for a function's name without the '(' that is missing at `column`.
 TError missing_bracket(std::string_view name, int column);
 
-/// The error for a function as such where a value is wanted.
+/// The error for a function without arguments where a value is wanted.
 TError missing_arguments(const char* name);
 
 } // namespace symbolic

@@ -93,8 +93,8 @@ double apply(function_id id, double x) {
 
 namespace {
 
-// The derivative of a function at x, where `value` is its value there; none of a function that is
-// constant between its jumps, whatever its argument does.
+// The derivative of a function at x, where `value` is its value there. Empty for a function that is
+// constant between its jumps: no slope of its argument matters, not even an infinite one.
 std::optional<double> slope(function_id id, double x, double value) {
     switch (id) {
     case function_id::exp:

@@ -1,5 +1,5 @@
 // SPDX-License-Identifier: MIT
-// The functions of the formula language, and what they give.
+// The functions of the formula language, and their values.
 #pragma once
 
 #include <array>

@@ -24,8 +24,8 @@ public:
     const double value;
 };
 
-/// The content of a memory cell at the time of evaluation. By itself a constant for ex::diff, which
-/// derives by variables.
+/// The content of a memory cell at the time of evaluation. ex::diff, which differentiates by
+/// variables, takes it for a constant.
 class cell final : public basic {
 public:
     cell(double* address, bool variable) : basic(1), address(address), variable(variable) {}
@@ -34,7 +34,7 @@ public:
     ex rebuild(mapping&, const ex& self) const override { return self; }
 
     double* const address; ///< not owned
-    const bool variable;   ///< forward differentiation derives by this cell
+    const bool variable;   ///< forward differentiation is by this cell
 };
 
 /// A variable; two of them are the same if their names are.

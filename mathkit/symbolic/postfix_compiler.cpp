@@ -113,7 +113,7 @@ void postfix_compiler::call(function_id id) {
 }
 
 // The rules below change no value by more than a rounding. Signs move outward, where a sum or a
-// constant factor swallows them; numbers stand on the right of sums and products, and on the left
+// constant factor absorbs them; numbers stand on the right of sums and products, and on the left
 // of differences. The scheduler relies on the places of the numbers.
 
 int postfix_compiler::make_negate(int a) {
@@ -134,7 +134,7 @@ int postfix_compiler::make_add(int a, int b) {
     if (a == b) return make_mul(a, make_number(2));
     if (is(b, kind::negate)) return make_sub(a, values[b].a);
     if (is(a, kind::negate)) return make_sub(b, values[a].a);
-    if (a > b && !is(b, kind::number)) std::swap(a, b); // one order, so that a+b and b+a are one
+    if (a > b && !is(b, kind::number)) std::swap(a, b); // so that a+b and b+a are one value
     return intern({kind::add, a, b, 0, {}});
 }
 

@@ -10,7 +10,7 @@ namespace symbolic {
 
 namespace {
 
-// What the machine needs of its two kinds of number beside arithmetic.
+// What the machine asks of both its kinds of number, besides arithmetic.
 inline double square_root(double x) {
     return std::sqrt(x);
 }

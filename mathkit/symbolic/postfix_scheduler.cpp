@@ -14,7 +14,7 @@ namespace symbolic {
 
 namespace {
 
-// The greatest multiple of the angle that addition theorems build: each addition costs a rounding.
+// The greatest multiple of the angle that addition theorems build: each addition adds a rounding.
 constexpr int largest_multiple = 16;
 
 // Costs in units of one addition theorem, as measured.
@@ -63,7 +63,7 @@ postfix_list postfix_scheduler::list() {
     return std::move(made);
 }
 
-// Many curves are a number plus something: a last sum with a number belongs to the end.
+// Many curves are a number plus something: the closing step adds the number.
 void postfix_scheduler::put_end() {
     constexpr double nothing = -0.0; // which changes no number, not even -0
     step& last = made.steps.back();
@@ -185,7 +185,7 @@ void postfix_scheduler::keep(int v) {
 
 void postfix_scheduler::use(int v) {
     if (--uses[v] > 0 || !stored(v)) return;
-    if (values[v].operation == kind::cell || is_angle(v)) return; // keep their slots
+    if (values[v].operation == kind::cell || is_angle(v)) return; // these keep their slots
     free_slots.push_back(slots[v]);
     slots[v] = -1;
 }
@@ -256,8 +256,8 @@ void postfix_scheduler::emit_binary(const value& v) {
     }
 }
 
-// The register with a number on the right of a sum, a product, a quotient or a power; of the
-// other operations the compiler has left none.
+// Combines the register with a number on its right: a sum, a product, a quotient or a power. The
+// compiler has left no difference with a number there.
 void postfix_scheduler::put_with_number(kind operation, double k) {
     step& last = made.steps.back();
     switch (operation) {
@@ -286,7 +286,7 @@ void postfix_scheduler::put_with_number(kind operation, double k) {
     }
 }
 
-// The register with a number on the left of a difference, a quotient or a power.
+// Combines the register with a number on its left: a difference, a quotient or a power.
 void postfix_scheduler::put_from_number(kind operation, double k) {
     switch (operation) {
     case kind::sub:
@@ -301,7 +301,8 @@ void postfix_scheduler::put_from_number(kind operation, double k) {
     }
 }
 
-// `direct` combines a in the register with b in the stack, `swapped` b in the register with a.
+// `direct` has a in the register and b in the stack, `swapped` b in the register and a in the
+// stack.
 void postfix_scheduler::emit_operands(int a, int b, opcode direct, opcode swapped) {
     make_angle_of(a);
     make_angle_of(b);
@@ -312,7 +313,7 @@ void postfix_scheduler::emit_operands(int a, int b, opcode direct, opcode swappe
         return;
     }
     emit(a);
-    if (stored(b)) { // from before, or since a contains it
+    if (stored(b)) { // already, or by now, because a contains it
         put_with_slot(direct, slots[b]);
         use(b);
         return;
@@ -333,7 +334,7 @@ void postfix_scheduler::emit_operands(int a, int b, opcode direct, opcode swappe
     }
 }
 
-// A product that was computed last takes the sum or difference that follows along.
+// If a product was computed last, one step does it and the sum or difference that follows.
 void postfix_scheduler::put_with_slot(opcode operation, int slot) {
     step& last = made.steps.back();
     const bool by_number = last.operation == opcode::mul_k;

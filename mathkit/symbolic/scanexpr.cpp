@@ -78,7 +78,7 @@ bool parser::accept(char c) {
     return true;
 }
 
-// Errors are thrown from operations of their own, which keeps the frames of the recursion small.
+// Separate functions throw the errors, which keeps the stack frames of the recursion small.
 
 std::string parser::found() const {
     if (position >= text.size()) return "the end of the formula";

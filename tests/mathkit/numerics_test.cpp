@@ -48,28 +48,32 @@ const struct {
     double a, b, root;
     int newton_calls, brent_calls; // the most that may be spent
 } root_cases[] = {
-    {"line, ends swapped", [](double x) { return x - 0.3; }, one, 1, 0, 0.3, 5, 6},
+    {"line, ends swapped", [](double x) { return x - 0.3; }, one, 1, 0, 0.3, 4, 3},
     {"cosine", [](double x) { return std::cos(x) - x; }, [](double x) { return -std::sin(x) - 1; },
-     0, 1, 0.739085133215160642, 9, 12},
+     0, 1, 0.739085133215160642, 7, 8},
     {"zero at the first end", [](double x) { return x * (x - 2); },
-     [](double x) { return 2 * x - 2; }, 0, 1, 0, 2, 2},
+     [](double x) { return 2 * x - 2; }, 0, 1, 0, 1, 1},
     {"zero at the second end", [](double x) { return x - 1; }, one, 0, 1, 1, 2, 2},
     {"triple root, flat", [](double x) { return (x - 0.4) * (x - 0.4) * (x - 0.4); },
-     [](double x) { return 3 * (x - 0.4) * (x - 0.4); }, 0, 1, 0.4, 200, 200},
+     [](double x) { return 3 * (x - 0.4) * (x - 0.4); }, 0, 1, 0.4, 85, 110},
     {"flat derivative at the middle", [](double x) { return x * x * x - 0.001; },
-     [](double x) { return 3 * x * x; }, -1, 1, 0.1, 30, 30},
+     [](double x) { return 3 * x * x; }, -1, 1, 0.1, 14, 17},
     {"pole at an end", [](double x) { return 2 - 1 / (1 - x); },
-     [](double x) { return -1 / ((1 - x) * (1 - x)); }, 0, 1 - 2.5e-7, 0.5, 60, 80},
+     [](double x) { return -1 / ((1 - x) * (1 - x)); }, 0, 1 - 2.5e-7, 0.5, 5, 5},
+    {"pole just below the middle",
+     [](double x) { return x < 0 ? -1 : 4 - 1 / (x + 1e-9) / (x + 1e-9); },
+     [](double x) { return x < 0 ? 0 : 2 / (x + 1e-9) / (x + 1e-9) / (x + 1e-9); }, -1, 1,
+     0.5 - 1e-9, 15, 50},
     {"corner", [](double x) { return x < 0.2 ? 10 * (x - 0.2) - 1e-3 : 0.1 * (x - 0.2) - 1e-3; },
-     [](double x) { return x < 0.2 ? 10 : 0.1; }, 0, 1, 0.21, 60, 60},
+     [](double x) { return x < 0.2 ? 10 : 0.1; }, 0, 1, 0.21, 5, 11},
     {"jump of the value", [](double x) { return x < 0.6 ? -1.0 : 1.0; }, [](double) { return 0.0; },
-     0, 1, 0.6, 120, 120},
+     0, 1, 0.6, 44, 44},
     {"derivative that is no number", [](double x) { return x - 0.7; }, [](double) { return nan; },
-     0, 1, 0.7, 120, 120},
+     0, 1, 0.7, 44, 4},
     {"derivative that is infinite at the middle",
      [](double x) { return std::copysign(std::sqrt(std::fabs(x)), x) + 0.5; },
-     [](double x) { return 0.5 / std::sqrt(std::fabs(x)); }, -1, 1, -0.25, 30, 30},
-    {"large numbers", [](double x) { return x - 1e200; }, one, 0, 1e300, 1e200, 700, 700},
+     [](double x) { return 0.5 / std::sqrt(std::fabs(x)); }, -1, 1, -0.25, 10, 8},
+    {"large numbers", [](double x) { return x - 1e200; }, one, 0, 1e300, 1e200, 290, 4},
 };
 
 TEST(TRootSolver, FindsTheRootInTheBracket) {
@@ -94,13 +98,13 @@ TEST(TRootSolver, AnswersNoNumberWhereThereIsNoSignChange) {
         for (const auto& value : hopeless) {
             function_root f{value, one};
             EXPECT_TRUE(std::isnan(root_of(f, by_newton, 0, 1)));
-            EXPECT_LE(f.calls, 25);
+            EXPECT_LE(f.calls, 3);
         }
         for (const double end : {nan, infinity, -infinity})
             root_of(line, by_newton, end, 1), root_of(line, by_newton, 0, end);
         EXPECT_DOUBLE_EQ(root_of(jump, by_newton, 0, 3, 0), 1) << "down to neighbouring doubles";
     }
-    EXPECT_LE(line.calls, 20000) << "it ends, whatever the answer";
+    EXPECT_LE(line.calls, 5000) << "it ends, whatever the answer";
 }
 
 class function_integral : public TIntegrator {
@@ -122,23 +126,23 @@ TEST(TIntegrator, MeetsItsTolerance) {
     } cases[] = {
         {"short smooth step", [](double x) { return std::exp(x); }, 1, 1.003, 1,
          std::exp(1.003) - std::exp(1.0), 1e-15, 5},
-        {"whole turn", [](double x) { return 2 + std::cos(x); }, 0, 2 * pi, 36, 4 * pi, 1e-12, 700},
-        {"falling ends", [](double x) { return x; }, 2, 0, 3, -2, 1e-14, 20},
+        {"whole turn", [](double x) { return 2 + std::cos(x); }, 0, 2 * pi, 36, 4 * pi, 1e-12, 550},
+        {"falling ends", [](double x) { return x; }, 2, 0, 3, -2, 1e-14, 13},
         {"kink", [](double x) { return std::fabs(x - 0.123456789); }, 0, 1, 36,
-         0.5 * (0.123456789 * 0.123456789 + 0.876543211 * 0.876543211), 1e-11, 2000},
+         0.5 * (0.123456789 * 0.123456789 + 0.876543211 * 0.876543211), 1e-11, 360},
         {"kink just inside an end", [](double x) { return std::fabs(x - 0.9999); }, 0, 1, 1,
-         0.49990001, 1e-12, 2000},
-        {"jump", [](double x) { return x < 0.7 ? 1.0 : 3.0; }, 0, 1, 1, 1.6, 1e-12, 2000},
+         0.49990001, 1e-12, 300},
+        {"jump", [](double x) { return x < 0.7 ? 1.0 : 3.0; }, 0, 1, 1, 1.6, 1e-12, 680},
         {"narrow peak", [](double x) { return 1e-5 / (1e-10 + x * x); }, -1, 1, 36,
-         2 * std::atan(1e5), 1e-11, 4000},
+         2 * std::atan(1e5), 1e-11, 2900},
         {"400 kinks, more than are paid for", [](double x) { return std::fabs(std::sin(200 * x)); },
          0, 2 * pi, 36, 4, 1e-7, 115000},
         {"60 kinks in one step", [](double x) { return std::fabs(std::sin(100 * x)); }, 0, 0.6 * pi,
-         1, 1.2, 1e-12, 47000},
+         1, 1.2, 1e-12, 29000},
         {"pole beside the start", [](double x) { return 1 / ((x + 1e-8) * (x + 1e-8)); }, 0, 1, 36,
-         99999999.00000001, 1e-6, 115000},
+         99999999.00000001, 1e-6, 3600},
         {"long", [](double x) { return 1e9 * (2 + std::cos(x)); }, 0, 2 * pi, 36, 4e9 * pi, 1e-5,
-         20000},
+         550},
     };
     for (const auto& c : cases) {
         function_integral i(c.f);
