@@ -11,7 +11,7 @@
 
 /// The size of a difference, the shorter way around a circle of the length `turn`.
 inline double around(double difference, double turn = 1) {
-    return std::abs(difference - turn * std::round(difference / turn));
+    return std::fabs(std::remainder(difference, turn));
 }
 
 inline std::pair<double, double> current_point(TIterraMap& map) {

@@ -10,6 +10,7 @@
 #include <climits>
 #include <cmath>
 #include <cwchar>
+#include <iterator>
 #include <utility>
 #include <vector>
 
@@ -98,29 +99,21 @@ void expect_sane(const kit::axis& axis) {
 
 TEST(TMapW2S, HostileRangesGiveFiniteCoefficientsAndSaneTicks) {
     // Ranges and screens as a user can reach them by zooming, typing and resizing.
-    const TRect worlds[] = {{0, -1, 1, 1},
-                            {0.3, -1e-15, 0.3 + 1e-15, 1e-15},
-                            {0.3, 0.7, std::nextafter(0.3, 1), std::nextafter(0.7, 1)},
-                            {0.5, 0.5, 0.5, 0.5},
-                            {0, 0, 0, 0},
-                            {1, 1, -1, -1},
-                            {-inf, -inf, inf, inf},
-                            {inf, -inf, inf, -inf},
-                            {nan, nan, nan, nan},
-                            {0, nan, nan, 1},
-                            {-1e308, -1.7e308, 1e308, 1.7e308},
-                            {1e308, 5e307, 1e308, 6e307},
-                            {-5e-324, 0, 5e-324, 1e-310},
-                            {123456789012345678.0, -1e17, 123456789012345999.0, -9e16}};
+    const double ends[] = {
+        0,      1,      -1,    0.3,      0.3 + 1e-15,          std::nextafter(0.3, 1),
+        5e-324, 1e-310, 1e308, -1.7e308, 123456789012345678.0, 123456789012345999.0,
+        inf,    -inf,   nan};
+    const std::size_t n = std::size(ends);
     const irect screens[] = {
         {30, 0, 829, 569}, {0, 0, 20000, 20000}, {30, 0, 31, 1},          {5, 5, 5, 5},
         {30, 0, 10, -20},  {-100, -100, -50, 0}, {INT_MIN, 0, INT_MAX, 1}};
-    for (const TRect& world : worlds) {
+    for (std::size_t i = 0; i < n * n; ++i) {
+        const TRect world(ends[i / n], ends[(i + 1) % n], ends[i % n], ends[(i / n + 1) % n]);
         for (const irect& screen : screens) {
             for (const bool iso : {false, true}) {
                 SCOPED_TRACE(testing::Message()
-                             << "world " << world.x1 << " " << world.y1 << " " << world.x2 << " "
-                             << world.y2 << ", screen " << screen.x1 << " " << screen.x2);
+                             << world.x1 << " to " << world.x2 << ", " << world.y1 << " to "
+                             << world.y2 << ", screen to " << screen.x2);
                 const view v(world, screen, iso);
                 const TMapW2S& m = v.map;
                 EXPECT_TRUE(std::isfinite(m.bx + m.by) && std::isfinite(m.dx + m.dy));
@@ -211,22 +204,20 @@ std::pair<double, double> snapped(double lo, double hi) {
 }
 
 TEST(TMapW2S, SnapsToShortDecimals) {
-    const double third = 1 / 3.0;
-    const struct {
-        double lo, hi, new_lo, new_hi;
-    } cases[] = {{0, 1, 0, 1},
-                 {third / 2, 5 * third / 2, 0.17, 0.83},
-                 {-0.98765, 1.0123, -1, 1},
-                 {0.1234, 0.2229, 0.12, 0.22}, // settles in the next decade
-                 {1234.5678, 9876.54321, 1200, 9900},
-                 {-1e308, 1e308, -1e308, 1e308},
-                 {0.3, 0.3, 0.3, 0.3},
-                 {2, 1, 2, 1},
-                 {1e308, 1.797e308, 1e308, 1.797e308}, // 1.8e308 is no double
-                 {0, inf, 0, inf},
-                 {-inf, inf, -inf, inf}};
-    for (const auto& c : cases)
-        EXPECT_EQ(snapped(c.lo, c.hi), std::pair(c.new_lo, c.new_hi)) << c.lo << " to " << c.hi;
+    const double cases[][4] = {{1 / 6.0, 5 / 6.0, 0.17, 0.83},
+                               {-0.98765, 1.0123, -1, 1},
+                               {0.1234, 0.2229, 0.12, 0.22}, // settles in the next decade
+                               {1234.5678, 9876.54321, 1200, 9900}};
+    for (const auto& [lo, hi, new_lo, new_hi] : cases)
+        EXPECT_EQ(snapped(lo, hi), std::pair(new_lo, new_hi)) << lo << " to " << hi;
+    for (const auto& [lo, hi] : {std::pair(0.0, 1.0),
+                                 {-1e308, 1e308},
+                                 {1e308, 1.797e308},
+                                 {0.3, 0.3},
+                                 {2.0, 1.0},
+                                 {0.0, inf},
+                                 {-inf, inf}})
+        EXPECT_EQ(snapped(lo, hi), std::pair(lo, hi)); // 1.8e308 is no double
     EXPECT_TRUE(std::isnan(snapped(nan, 1).first));
 }
 
