@@ -14,6 +14,7 @@
 
 #include <algorithm>
 #include <cstdio>
+#include <cstdlib>
 #include <filesystem>
 #include <memory>
 
@@ -76,6 +77,7 @@ void write_rows(const command& c, task& work, row_file& output) {
     work_monitor monitor;
     progress_line progress(progress_of(c));
     double share = 0;
+    int calls_since_signal = 0;
     set_monitor(&monitor);
     const run_outcome outcome = run_blocks(
         *work.job, work.curve, threads, monitor, [&](std::string_view rows) { output.write(rows); },
@@ -84,6 +86,11 @@ void write_rows(const command& c, task& work, row_file& output) {
             const double of_bounces = std::min(1.0, static_cast<double>(monitor.bounces) / bounces);
             share = std::max(static_cast<double>(units) / all, of_bounces);
             progress.show(share, monitor.bounces);
+            // A reader that has stopped reading holds a thread in its write for ever.
+            constexpr int patience = 20;
+            if (signal_status() != 0 && ++calls_since_signal > patience) {
+                std::_Exit(signal_status());
+            }
         });
     set_monitor(nullptr);
     output.close();

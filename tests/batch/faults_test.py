@@ -150,6 +150,14 @@ class Ends(Files):
                     self.assertTrue(self.content().endswith("\n"))
                     os.remove(self.file)
 
+    def test_signal_while_nobody_reads(self):
+        with subprocess.Popen([PROGRAM, "orbit", "stadium", "-n", "1000000"],
+                              stdout=subprocess.PIPE) as process:
+            process.stdout.read(1)
+            time.sleep(0.3)
+            process.terminate()
+            self.assertEqual(process.wait(timeout=30), 143)
+
     @unittest.skipIf("SANITIZED" in os.environ, "sanitizers keep what is freed")
     def test_memory_does_not_grow(self):
         def peak(read, *words):

@@ -109,6 +109,23 @@ class Maps(unittest.TestCase):
             wanted = float(rows(run("curve", curve))[0]["mean_chord"])
             self.assertLess(abs(mean - wanted), 4 * error + 1e-9 * wanted, curve)
 
+    def test_a_scan_is_the_sum_of_a_map(self):
+        n = 1500
+        for more, threshold in (((), 2 * math.log(n + 1) / n), (("--threshold", 0.3), 0.3)):
+            starts = ("--random", 300, "--seed", 3, "-n", n)
+            row = rows(run("scan", "oval-a:c=4..6/3", *starts, *more))[2]
+            verdicts = rows(run("map", "oval-a:c=6", *starts))
+            facts = rows(run("curve", "oval-a:c=6"))[0]
+            share = sum(float(v["lyapunov"]) > threshold for v in verdicts) / len(verdicts)
+            for column, wanted in {"c": 6, "circumference": float(facts["circumference"]),
+                                   "area": float(facts["area"]), "chaotic": share,
+                                   "chaotic_error": math.sqrt(share * (1 - share) / 300),
+                                   "chord": statistics.fmean(float(v["chord"]) for v in verdicts),
+                                   "lyapunov": statistics.fmean(float(v["lyapunov"])
+                                                                for v in verdicts)}.items():
+                self.assertAlmostEqual(float(row[column]), wanted, 12, column)
+            self.assertTrue(0.1 < share < 0.99)
+
     def test_picture(self):
         with tempfile.TemporaryDirectory() as folder:
             name = f"{folder}/map.PNG"
