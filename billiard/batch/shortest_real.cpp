@@ -51,7 +51,8 @@ decimal shortest_decimal(std::uint64_t m, int e) {
     // In units of 2^(e - 1) 10^-j, of which `unit` are one of the last decimal.
     const int shift = 1 - e;
     const wide unit = wide{1} << shift;
-    const wide exact = wide{2 * m} * scale; // off by less than `scale` is near enough
+    const std::uint64_t halves = 2 * m;
+    const wide exact = wide{halves} * scale; // off by less than `scale` is near enough
     const auto whole = static_cast<std::uint64_t>(exact >> shift);
     const auto rest = static_cast<std::uint64_t>(exact & (unit - 1));
 
