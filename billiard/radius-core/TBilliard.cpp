@@ -268,7 +268,7 @@ void TBilliardMap::getPoint(double& S, double& P) {
                   "void TBilliardMap::getPoint(double&, double&)");
     S = bsearch_list_lookup(circumference.size(), phi, circumference.phi.data(),
                             circumference.s.data());
-    P = std::cos(alpha);
+    P = kit::cos(alpha);
 }
 
 void TBilliardMap::iterate() {

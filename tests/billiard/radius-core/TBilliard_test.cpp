@@ -226,13 +226,6 @@ TEST(TBilliardMap, ConvertsBetweenSectionAndBoundary) {
     }
 }
 
-TEST(TBilliardMap, StaysWhereABounceFails) {
-    TBilliardMap map(new TEllipseFunction(0));
-    map.setPhiAlpha(1, 7);
-    EXPECT_ANY_THROW(map.iterate());
-    EXPECT_TRUE(map.phi == 1 && map.alpha == 7);
-}
-
 TEST(TBilliardDeathTest, AssertsItsPreconditions) {
     TBilliard::circumference_class empty;
     TBilliardMap map;
