@@ -85,9 +85,9 @@ inline std::optional<bounce::spot> bounce::stationary_between(const spot& u, con
     double b = e.theta;
     const double theta = extremum.safe_newton(a, b, 1e-14);
     if (theta != theta) return {};
-    spot p;
-    p.theta = theta;
-    kit::sincos(theta, p.at.y, p.at.x);
+    unit_vector at;
+    kit::sincos(theta, at.y, at.x);
+    spot p = seen(theta, at);
     kit::sincos(psi - theta, p.across, p.along); // and not by the vectors: it may be 1 exactly
     look(p);
     return p;
