@@ -37,3 +37,12 @@ inline void expect_refined(TIterraMap& map, double& x, double& y, int order) {
     EXPECT_LT(box.maxdim(), 1e-9);
     ASSERT_TRUE(map.setPoint(x, y));
 }
+
+/// Tries to refine (x, y), which must fail and leave no answer.
+inline void expect_not_refined(TIterraMap& map, const double x, const double y, int order) {
+    double found_x = x, found_y = y;
+    int iter = 30;
+    TRect box;
+    EXPECT_FALSE(map.fixfinder(found_x, found_y, order, iter, box, 1e-14)) << "order " << order;
+    EXPECT_TRUE(found_x == x && found_y == y && box.maxdim() == HUGE_VAL);
+}

@@ -107,15 +107,11 @@ TEST(Bvector, KeepsWhatItHeldAndClearsTheRest) {
 }
 
 TEST(TError, CarriesTextAndPosition) {
-    try {
-        throw TError(kit::string::format("error open \"%s\"", "a%n.png"))
-            .setPosition("void f(int)", "libfoxaux/font/fox_font", 12);
-    } catch (TError& e) {
-        EXPECT_STREQ(e.message, "error open \"a%n.png\"");
-        EXPECT_STREQ(e.function, "void f(int)");
-        EXPECT_STREQ(e.file, "libfoxaux/font/fox_font");
-        EXPECT_EQ(e.line, 12);
-    }
+    TError e(kit::string::format("error open \"%s\"", "a%n.png"));
+    e.setPosition("void f(int)", "libfoxaux/font/fox_font", 12);
+    EXPECT_STREQ(e.text(), "error open \"a%n.png\"");
+    EXPECT_TRUE(e.message == e.text() && e.function == "void f(int)" && e.line == 12);
+    EXPECT_STREQ(e.file, "libfoxaux/font/fox_font");
 }
 
 TEST(HtmlColors, KnowsTheKeywordsInAnyCase) {

@@ -45,39 +45,38 @@ TEST(TSymbolicRadius, UsesOneTurnOfTheFormula) {
     EXPECT_TRUE(std::isnan(line.R(HUGE_VAL)) && std::isnan(line.R(NAN)));
 }
 
-TEST(TSymbolicRadius, IsTheSameOnEveryWay) {
-    const std::pair<const char*, double> texts[] = {
-        // and what they add to the rounding
-        {"t", 1},
-        {"7", 1},
-        {"cos(t)*sin(t)", 1},
-        {"sin(t)+sin(2*t)+sin(3*t)+cos(4*t)+sin(7*t)+cos(16*t)", 9},
-        {"sin(-3*t)+cos(-5*t)+sin(17*t)+sin(0*t)", 9},
-        {"cos(2.5*t)+sin(2.5*t)*t+sin(t+1)", 3},
-        {"exp(sin(t))/(2+cos(t))+(2+cos(t))*sin(t)", 1},
-        {"2+cos(log(2+cos(t)))", 1},
-        {"4+fabs(sin(2*t))+floor(t)/10", 1},
-        {"3+0.1*sin(3*t)+0.2*cos(2*t)*exp(-sqr(sin(t)))/(1+sqr(cos(t)))+0.05*sin(7*t)", 1}};
-    for (const auto& [text, slack] : texts) {
-        SCOPED_TRACE(text);
-        const TSymbolicRadius curve(text);
-        for (double phi = -7; phi < 13; phi += 0.37) {
-            const double R = curve.R(phi), dR = curve.dR(phi), ddR = curve.ddR(phi);
-            const double s = std::sin(phi), c = std::cos(phi);
-            double r, dr, r3, dr3, ddr3, forward_r, forward_dr;
-            curve.value_and_slope(phi, s, c, r, dr);
-            curve.derivatives(phi, s, c, r3, dr3, ddr3);
-            curve.getRdR(phi, forward_r, forward_dr);
-            EXPECT_TRUE(r3 == r && dr3 == dr) << phi;
-            EXPECT_NEAR(ddr3, ddR, slack * 1e-12) << phi;
-            for (const double same : {r, forward_r})
-                EXPECT_NEAR(same, R, slack * 1e-14) << phi;
-            for (const double same : {dr, forward_dr})
-                EXPECT_NEAR(same, dR, slack * 3e-14) << phi;
-            EXPECT_NEAR(curve.curvatureNumerator(phi), R * R + 2 * dR * dR - R * ddR,
-                        slack * 1e-12);
-        }
+/// `slack`: how many times the usual rounding the formula has.
+void expect_same_on_every_way(const char* text, double slack) {
+    SCOPED_TRACE(text);
+    const TSymbolicRadius curve(text);
+    for (double phi = -7; phi < 13; phi += 0.37) {
+        const double R = curve.R(phi), dR = curve.dR(phi), ddR = curve.ddR(phi);
+        const double s = std::sin(phi), c = std::cos(phi);
+        double r, dr, r3, dr3, ddr3, forward_r, forward_dr;
+        curve.value_and_slope(phi, s, c, r, dr);
+        curve.derivatives(phi, s, c, r3, dr3, ddr3);
+        curve.getRdR(phi, forward_r, forward_dr);
+        EXPECT_TRUE(r3 == r && dr3 == dr) << phi;
+        for (const double same : {r, forward_r})
+            EXPECT_NEAR(same, R, slack * 1e-14) << phi;
+        for (const double same : {dr, forward_dr})
+            EXPECT_NEAR(same, dR, slack * 3e-14) << phi;
+        EXPECT_NEAR(ddr3, ddR, slack * 1e-12) << phi;
+        const double N = R * R + 2 * dR * dR - R * ddR;
+        EXPECT_NEAR(curve.curvatureNumerator(phi), N, slack * 1e-12) << phi;
     }
+}
+
+TEST(TSymbolicRadius, IsTheSameOnEveryWay) {
+    for (const char* text :
+         {"t", "7", "cos(t)*sin(t)", "exp(sin(t))/(2+cos(t))+(2+cos(t))*sin(t)",
+          "2+cos(log(2+cos(t)))", "4+fabs(sin(2*t))+floor(t)/10",
+          "3+0.1*sin(3*t)+0.2*cos(2*t)*exp(-sqr(sin(t)))/(1+sqr(cos(t)))+0.05*sin(7*t)"})
+        expect_same_on_every_way(text, 1);
+    for (const char* text :
+         {"sin(t)+sin(2*t)+sin(3*t)+cos(4*t)+sin(7*t)+cos(16*t)",
+          "sin(-3*t)+cos(-5*t)+sin(17*t)+sin(0*t)", "cos(2.5*t)+sin(2.5*t)*t+sin(t+1)"})
+        expect_same_on_every_way(text, 9);
 }
 
 /// What no curve can be made of ends in a TError, or in a curve of whatever values come out.
