@@ -92,7 +92,7 @@ class shown {
 public:
     shown(int w, int h)
         : shell(new FXMainWindow(&app(), "test", nullptr, nullptr, DECOR_NONE, 20, 20, w, h)),
-          canvas(new Canvas(shell.get(), LAYOUT_FILL_X | LAYOUT_FILL_Y, 0, 0, 0, 0)) {
+          canvas(fill(shell.get())) {
         shell->create();
         shell->show();
         pump();
@@ -110,6 +110,11 @@ public:
 
     std::unique_ptr<FXMainWindow> shell;
     Canvas* canvas; ///< owned by the shell
+
+private:
+    static Canvas* fill(FXComposite* parent) {
+        return new Canvas(parent, LAYOUT_FILL_X | LAYOUT_FILL_Y, 0, 0, 0, 0);
+    }
 };
 
 } // namespace window_test

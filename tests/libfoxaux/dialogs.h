@@ -50,7 +50,7 @@ inline void with_dialogs(const std::function<void()>& action,
 class menu_closer {
 public:
     explicit menu_closer(
-        FXPopup* menu, std::function<void()> last = [] {})
+        FXPopup* menu, const std::function<void()>& last = [] {})
         : looks(20, [=, this] {
               was_shown = menu->shown();
               last();

@@ -158,7 +158,7 @@ TEST(Pictures, AFullDiskIsToldAndLeavesWhatWasThere) {
     shown<canvas> window(300, 200);
     services();
     display_text text("", std::string(5000, 'x').c_str());
-    for (const char* name : {"a.png", "a.bmp", "a.jpg", "a.pdf", "text"})
+    for (const char* name : {"a.png", "a.bmp", "a.jpg", "a.pdf", "text"}) {
         for (const bool is_new : {true, false}) {
             const std::string path = place / name;
             if (!is_new) put_file(path, "old");
@@ -172,6 +172,7 @@ TEST(Pictures, AFullDiskIsToldAndLeavesWhatWasThere) {
             EXPECT_EQ(names_in(place), is_new ? names{} : names{name});
             fs::remove(path);
         }
+    }
     const full_disk full(0);
     save_by_dialog(*window, {choose_file(place / "a.png"),
                              message_box("Error", "Picture not saved.\ncannot write ")});
