@@ -171,10 +171,9 @@ inline bounce::spot bounce::beside_start(double d) const {
 inline bounce::spot bounce::beside_pole() const {
     constexpr double versine = 0.5 * end_distance * end_distance;
     const double psi = start.theta + kit::angle_of(start.across, start.along);
-    spot p;
-    p.theta = dir > 0 ? psi - end_distance : (psi - pi) + end_distance;
-    p.at = rotated({dir * line.x, dir * line.y}, -dir * end_distance, versine);
-    p.across = end_distance;
+    spot p = seen(dir > 0 ? psi - end_distance : (psi - pi) + end_distance,
+                  rotated({dir * line.x, dir * line.y}, -dir * end_distance, versine));
+    p.across = end_distance; // known better so than by the vectors
     p.along = dir * (1 - versine);
     look(p);
     return p;
