@@ -148,7 +148,7 @@ double next_angle(double phi, double ds, double density, int i) {
 //
 // The density at a row may promise a step of the usual length where the step jumps over a whole
 // tip. A step that is far longer than that is halved until it no longer is. From then on no step is
-// more than twice as wide as the one before, since a tip begins as steeply as it ends, and none is
+// more than twice as wide as the one before: a tip that ends steeply has begun so. And none is
 // measured more exactly than the whole length can be told. As long as nothing is halved neither
 // matters, and the table is that of the densities alone.
 class row_steps {

@@ -24,13 +24,13 @@ struct inflection_knot {
 };
 
 /// How the particle leaves the last impact: what the next bounce would else compute anew from phi
-/// and alpha, and less exactly. It counts while both are, bit for bit, those that it belongs to.
+/// and alpha, and less exactly. It is valid for exactly this phi and alpha.
 struct departure {
     double phi = 0, alpha = 0;
     unit_vector at;       ///< from the origin towards the impact
     unit_vector line;     ///< the direction of the path or the opposite one
     double r = 0, dr = 0; ///< of the curve
-    unsigned impacts = 0; ///< in a row, each gone on from the one before; 0: nothing is known
+    unsigned impacts = 0; ///< in a row, each found from the one before; 0: nothing is known
 
     bool leads_to(double phi_, double alpha_) const {
         return impacts > 0 &&
@@ -150,10 +150,10 @@ public:
     /// Throws a TError, with both unchanged, where no impact can be found. There must be a curve.
     ///
     /// Called with exactly the two numbers that the last call on the same curve gave, it goes on
-    /// from what it knew of that impact beyond their rounding: such an orbit is exact to fewer
-    /// roundings. From any other point, or in another billiard, it starts from phi and alpha alone.
-    /// The first bounces from the same two numbers then differ by some rounding, and chaotic orbits
-    /// part as they do for any other rounding.
+    /// from what it knew of that impact beyond their rounding, and fewer roundings enter the orbit.
+    /// From any other point, or in another billiard, it starts from phi and alpha alone. So an
+    /// orbit that goes on and one that starts anew from the same two numbers differ by some
+    /// rounding, and chaotic ones part as they do for any other rounding.
     void findit(double& phi, double& alpha);
 
     /// What findit knows of the impact that it found last; a failed search leaves it as it was.
@@ -163,7 +163,7 @@ public:
     void forgetDeparture() { last = {}; }
 
     /// The arc length from phi = 0 to phi, in [0, 2 pi], over the circumference. Good to 1e-12,
-    /// where the S that is read from the table is linear between the rows.
+    /// whereas the S that getPoint reads from the table is linear between the rows.
     double arcShare(double phi) const;
 
     /// Lists the sign changes of the curvature in `inflections`, and sets `convex` if there are

@@ -148,9 +148,9 @@ void TBilliard::buildInflections() {
     if (!convex) buildKnots();
 }
 
-// Evaluates the curve at the inflections, and proves by the table how the pieces between them
-// bend: any three rows of a piece bend to the same side, unless it holds two inflections or a
-// corner that the scan has missed.
+// Evaluates the curve at the inflections. A piece between two of them bends to one side, and its
+// `bends` tells which, where all rows of the table agree on that: they do not where the piece holds
+// two inflections or a corner that the scan has missed.
 void TBilliard::buildKnots() {
     knots.clear();
     if (circumference.size() < 2) return; // no table to prove anything by

@@ -17,29 +17,31 @@ namespace {
 
 using std::numbers::pi;
 
-// The far end keeps this distance, in radians, from the pole, and the near end starts with it. The
-// distance of the line from a curve of curvature k grows there like k d^2 / 2 = 3e-14 k: enough to
-// tell inside from outside by doubles, and far less than any piece of a curve is long.
+// The far end keeps this distance, in radians, from the pole, and the near end is first tried at
+// this distance from the start. Even a path along the tangent is there k d^2 / 2 = 3e-14 k away
+// from a curve of curvature k: enough to tell inside from outside by doubles, and d is far less
+// than any piece of a curve is long.
 constexpr double end_distance = 2.5e-7;
 
-// Paths nearer to the origin have no room for both ends: of a sine of 1e-6 they take a half.
+// On paths nearer to the origin there is no room for both ends, which together take half of an
+// angle of 1e-6.
 constexpr double no_room = 1e-6;
 
 // An impact lies on the line to within rounding. Where a step vanishes for another reason, at R = 0
-// or an endless slope of W, the curve's point is as far from the line as from the origin.
+// or an endless slope of W, the curve's point is about as far from the line as the origin is.
 constexpr double on_the_line = 1e-3; // of the line's distance
 
 // Of radii within these bounds the search may take squares and products.
 constexpr double least_radius = 1e-70;
 constexpr double largest_radius = 1e70;
 
-// Of such a point the path leads on by the plain formulas.
+// From a point of such radius and slope the plain formulas lead on, without overflow.
 bool is_ordinary(double r, double dr) {
     return r > least_radius && r < largest_radius && std::fabs(dr) < 1e100;
 }
 
-// A few terms of the arc tangent: what they leave out only makes the next step larger, and small
-// steps are exact.
+// A few terms of its series. What they leave out is made up for by the next step, and small steps
+// are exact.
 double arc_tangent_of_step(double t) {
     if (!(std::fabs(t) < 0.25)) return std::atan(t);
     const double z = t * t;
@@ -69,7 +71,7 @@ refusal bounce::next(double& phi, double& alpha) {
         const refusal why = start_from_angles(phi, alpha);
         if (why != refusal::none) return why;
     }
-    start.inside = 0;
+    start.beyond = 0;
     distance = start.r * start.across;
     dir = start.dr * start.across - start.r * start.along > 0 ? 1 : -1;
 
@@ -98,8 +100,9 @@ inline void bounce::start_from_last() {
     start.dr = last.dr;
 }
 
-// The velocity is the tangent, rotated by alpha. Of the two directions of the line, psi is the one
-// for which psi - phi lies between 0 and pi.
+// The velocity is the tangent, rotated by alpha; across and along are sine and cosine of the angle
+// from the radius to the line, which lies between 0 and pi. Where the plain formulas do not hold,
+// or alpha is none, angles are added up instead: psi is the line's direction.
 inline refusal bounce::start_from_angles(double phi, double alpha) {
     const double r = start.r;
     const double dr = start.dr;
@@ -128,14 +131,14 @@ inline refusal bounce::start_from_angles(double phi, double alpha) {
 inline refusal bounce::find(spot& impact) {
     spot inside = beside_start(end_distance);
     spot outside = beside_pole();
-    if (convex && outside.inside < 0) {
+    if (convex && outside.beyond < 0) {
         if (approach(first_guess(inside, outside), inside, outside, impact)) return refusal::none;
     }
     refusal why = bracket(inside, outside);
-    if (why == refusal::none && !convex && outside.inside <= 0) why = first_piece(inside, outside);
+    if (why == refusal::none && !convex && outside.beyond <= 0) why = first_piece(inside, outside);
     if (why != refusal::none) return why;
-    if (!(outside.inside < 0)) {
-        impact = outside.inside > 0 ? inside : outside; // which lies on the line
+    if (!(outside.beyond < 0)) {
+        impact = outside.beyond > 0 ? inside : outside; // which lies on the line
         return refusal::none;
     }
     if (!convex) {
@@ -144,11 +147,10 @@ inline refusal bounce::find(spot& impact) {
     return halve(inside, outside, impact);
 }
 
-// The pole lies too near the start for a bracket. The impact is that on the opposite side, moved by
-// what the small angle between line and radius makes of the way across.
+// Pole and start lie too near each other for a bracket. The impact is the opposite point, moved as
+// far as the small angle between line and radius leads aside on the whole way across.
 refusal bounce::through_origin(spot& impact) const {
     const double angle = start.along > 0 ? start.across : -start.across;
-    if (!(std::fabs(angle) < 1e-4)) return refusal::through_origin;
     spot opposite = seen(start.theta + pi, {-start.at.x, -start.at.y});
     look(opposite);
     const double way = angle * (start.r + opposite.r) / opposite.r;
@@ -179,32 +181,32 @@ inline bounce::spot bounce::beside_pole() const {
     return p;
 }
 
-// Looks at the near end, or nearer. Afterwards it is not outside and, unless it lies on the line,
-// the far end not inside.
+// Looks at the near end, and nearer while the line is outside there. Afterwards the line is inside
+// at the near end and outside at the far end, or one of both lies on it.
 inline refusal bounce::bracket(spot& near_end, const spot& far_end) const {
     look(near_end);
     double d = end_distance;
-    for (int i = 0; !(near_end.inside >= 0); ++i) {
+    for (int i = 0; !(near_end.beyond >= 0); ++i) {
         if (i == 2) return dir > 0 ? refusal::near_end_forward : refusal::near_end_backward;
         d *= 0.01;
         near_end = beside_start(d);
         look(near_end);
     }
-    if (far_end.inside <= 0) return refusal::none;
-    return far_end.inside > 0 && near_end.inside == 0 ? refusal::none : refusal::far_end;
+    if (far_end.beyond <= 0) return refusal::none;
+    return far_end.beyond > 0 && near_end.beyond == 0 ? refusal::none : refusal::far_end;
 }
 
 [[gnu::always_inline]] inline bounce::spot bounce::moved(const spot& from, double way) const {
     return seen(from.theta + way, rotated_by(from.at, way));
 }
 
-// 1 / (-R^2 W')
+// 1 / (-R^2 W'). R beyond times this is -W / W'.
 inline double bounce::inverse_at(const spot& p) const {
     return 1 / (p.r * p.r * p.along - distance * p.dr);
 }
 
 inline bool bounce::is_on_line(const spot& p) const {
-    return std::fabs(p.inside) <= on_the_line * std::fabs(distance);
+    return std::fabs(p.beyond) <= on_the_line * std::fabs(distance);
 }
 
 // The rounding of W, divided by its slope, is as near as any step can come.
@@ -225,18 +227,18 @@ inline bool bounce::leaves(const spot& p, double inverse) const {
 
     look(p);
     double inverse = inverse_at(p);
-    double step = arc_tangent_of_step(p.r * p.inside * inverse);
+    double step = arc_tangent_of_step(p.r * p.beyond * inverse);
     if (std::fabs(step) < 1e-15) {
         impact = p;
         return leaves(p, inverse);
     }
     for (int i = 0; i < most_steps; ++i) {
-        const sample previous = {p.inside / p.r, -p.r * p.r * inverse, p.r, p.dr};
+        const sample previous = {p.beyond / p.r, -p.r * p.r * inverse, p.r, p.dr};
         const double way = step;
         p = moved(p, way);
         look(p);
         inverse = inverse_at(p);
-        step = p.r * p.inside * inverse;
+        step = p.r * p.beyond * inverse;
         double bend;
         if (ends_without_a_look(p, step, previous, way, bend)) {
             impact = arrived(p, step, bend);
@@ -267,29 +269,31 @@ inline bool bounce::leaves(const spot& p, double inverse) const {
     return std::fabs(bend - mean_bend) <= 100 * p.r * std::fabs(way);
 }
 
-// The way from p to the root: by the tangent, or, where that is but a correction, by the cubic
-// through the angle at the last two values of W, `way` apart, with the slopes there. It gains half
-// of Newton's digits again, but means nothing across a corner.
+// The way from p to the root: by the tangent, or, where this is but a correction, by inverse
+// interpolation: the angle as the cubic in W that has the last two points, `way` apart, and the
+// slopes there. It has 1.5 times the correct digits of Newton's step, but means nothing across a
+// corner.
 [[gnu::always_inline]] inline double bounce::best_step(const spot& p, double inverse,
                                                        const sample& previous, double way) {
     constexpr double small_part = 0.25; // of a step: a correction that is believed
-    const double newton = p.r * p.inside * inverse;
+    const double newton = p.r * p.beyond * inverse;
     const double step = std::fabs(newton) < 1e-3 ? newton : arc_tangent_of_step(newton);
 
-    const double back = 1 / (previous.value * p.r - p.inside); // 1 / (W before - W) is R times this
+    const double back = 1 / (previous.value * p.r - p.beyond); // 1 / (W before - W) is R times this
     const double chord = -way * p.r * back;
     const double inverse_slope = -p.r * p.r * inverse;
     const double twist = previous.inverse_slope + inverse_slope - 2 * chord;
-    const double bent = p.inside * p.inside / p.r * back *
+    // What the cubic at W = 0 differs from its tangent at p.
+    const double bent = p.beyond * p.beyond / p.r * back *
                         ((chord - inverse_slope) - previous.value * p.r * back * twist);
     const double cubic = newton + bent;
     return std::fabs(cubic - step) < small_part * std::fabs(step) ? cubic : step;
 }
 
-// The last point looked at, moved by the last step, with the slope that the curve's bend gives it
-// there: Newton's method comes from one side, and without it the direction would drift over a
-// million bounces. Where the line runs along a side all points are near, and a step is but
-// rounding.
+// The last point looked at, moved by the last step. The curve's bend gives its slope there:
+// Newton's method always comes from the same side, and with the slope from before the step the
+// direction would drift over a million bounces. A larger step than these comes of a line that runs
+// along a side, where it is rounding alone, and is not taken.
 [[gnu::always_inline]] inline bounce::spot bounce::arrived(const spot& p, double step,
                                                            double bend) const {
     const double way = std::fabs(step) < 1e-7 ? step : 0;
@@ -303,7 +307,7 @@ inline bool bounce::leaves(const spot& p, double inverse) const {
 // leaves it or is not half the one before; beside a corner two points may alternate for ever.
 // Where the radius jumps it ends on the side from which the path comes.
 refusal bounce::halve(const spot& inside, const spot& outside, spot& impact) const {
-    constexpr int most_steps = 120; // halving alone would be through
+    constexpr int most_steps = 120; // enough even for halving alone
     const double whole = kit::angle_of(cross(inside.at, outside.at), dot(inside.at, outside.at));
     double in = 0; // ways from the point inside
     double out = whole;
@@ -315,13 +319,13 @@ refusal bounce::halve(const spot& inside, const spot& outside, spot& impact) con
     for (int i = 0; i < most_steps; ++i) {
         spot p = moved(inside, at);
         look(p);
-        if (!(p.inside == p.inside)) return refusal::no_number;
+        if (!(p.beyond == p.beyond)) return refusal::no_number;
         const double bend = bend_of(p.dr - last_dr, step, p.r);
-        if (p.inside >= 0) impact = p;
-        (p.inside >= 0 ? in : out) = at;
+        if (p.beyond >= 0) impact = p;
+        (p.beyond >= 0 ? in : out) = at;
 
         const double inverse = inverse_at(p);
-        step = arc_tangent_of_step(p.r * p.inside * inverse);
+        step = arc_tangent_of_step(p.r * p.beyond * inverse);
         const double size = std::fabs(step);
         const bool at_rest = is_rounding(p, step, inverse);
         if (at_rest && is_on_line(p)) {
@@ -342,17 +346,18 @@ refusal bounce::halve(const spot& inside, const spot& outside, spot& impact) con
     return refusal::none;
 }
 
-// The sum of all ways would part from the vector by the rounding of each; so every few impacts the
-// vector tells the angle.
+// The angle, a sum of steps, would drift away from the vector by their rounding; so every few
+// impacts it is computed from the vector.
 inline double bounce::angle_told(const spot& impact) const {
     if (impacts % 16 != 15) return kit::reduced(impact.theta);
     const double theta = kit::angle_of(impact.at.y, impact.at.x);
     return theta < 0 ? theta + kit::two_pi : theta;
 }
 
-// Angles to the tangent count modulo pi, and so the velocity may as well be the opposite one.
+// The angle from the line to the tangent is that from the tangent to the mirrored line, alpha. It
+// counts modulo pi, and so either direction of the line will do.
 inline refusal bounce::reflect(const spot& impact, double& phi, double& alpha) {
-    // Of alpha, times the length of the tangent (R', R); the line is (along, across).
+    // Of alpha, both times the length of the tangent (R', R); the line is (along, across).
     double sine = impact.along * impact.r - impact.across * impact.dr;
     double cosine = impact.along * impact.dr + impact.across * impact.r;
     if (sine < 0) {
@@ -410,8 +415,6 @@ namespace {
     case refusal::none:
         return;
     case refusal::direction:
-        confused(__LINE__);
-    case refusal::through_origin:
         confused(__LINE__);
     case refusal::near_end_forward:
         confused(__LINE__);

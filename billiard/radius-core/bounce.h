@@ -19,8 +19,8 @@
 // - first_piece, if the curve has inflections, walks to the piece in which the path leaves.
 // - first_guess lays a conic through what is known of both ends and meets it with the line.
 // - approach looks at the curve there, takes the best_step to the root, looks again, and so on,
-//   until a step is so short that it ends_without_a_look; arrived moves the last point by it.
-//   Where the steps do not settle, beside a corner, halve finds the root instead.
+//   until a step is so short that the search ends_without_a_look; arrived moves the last point by
+//   that step. Where the steps do not settle, as beside a corner, halve finds the root instead.
 // - reflect mirrors the line at the tangent there and tells the new phi and alpha.
 // - leave keeps point and line for the next start_from_last.
 //
@@ -31,11 +31,13 @@
 //   the curve's own work and no call of the library.
 // - The distance along the ray, R - distance / across, has a pole at the far end of every path,
 //   where the ray runs along the line: Newton's method crawls there, and its values overwhelm any
-//   interpolation. Two functions without a pole have the same root. R across - distance tells how
-//   far the curve's point lies beyond the line, seen from the origin: the line's point there is
-//   inside where it is positive. Its sign decides everything, also where R is not positive.
-//   W = across - distance / R is what Newton's method works on: with an arc tangent around the
-//   step it goes to where the line meets the tangent, which is exact on a straight side.
+//   interpolation. Two functions without a pole have the same root. `beyond`, R across - distance,
+//   tells how far the curve's point lies beyond the line, seen from the origin: where it is
+//   positive, the line's point at that angle is inside the table. Its sign decides everything, also
+//   where R is not positive. W = across - distance / R is what Newton's method works on. Its slope
+//   is -along + distance R' / R^2, since across falls by `along` for each radian. The step
+//   atan(-W / W') leads to the point where the line crosses the curve's tangent, which is the root
+//   itself on a straight side.
 // - The last point looked at is the impact to within a step that is right to rounding. The slope
 //   there, the mirror's, needs the curve's bend: without it the direction drifts.
 // - What a bounce costs is the chain of operations that wait for each other. Divisions that do not
@@ -48,12 +50,11 @@ namespace ray {
 enum class refusal {
     none,              ///< it found one
     direction,         ///< the angle does not point into the table, or is NaN
-    through_origin,    ///< the line is not the one through the origin that it was taken for
     near_end_forward,  ///< beside the start the line lies outside, towards growing angles
     near_end_backward, ///< the same towards falling angles
     far_end,           ///< no change from inside to outside up to the far end
     outside_list,      ///< the start lies outside the list of inflections
-    stationary_point,  ///< the distance has no sign at its extremum
+    stationary_point,  ///< the curve gave NaN where the distance is stationary
     no_number          ///< the curve gave NaN
 };
 
@@ -99,9 +100,9 @@ private:
     struct spot {
         double theta;         // its polar angle, counted on from that of the start
         unit_vector at;       // from the origin towards it
-        double across, along; // components of that: across the line, and along it
+        double across, along; // components of `at`: across the line, and along it
         double r, dr;         // of the curve
-        double inside;        // R across - distance
+        double beyond;        // R across - distance
     };
 
     // What the search keeps of the point before: W and 1/W' there, and the curve.
@@ -160,8 +161,8 @@ private:
     departure& last;
     bool is_in_units = false;
 
-    unsigned impacts = 0; // before, each gone on from the one before that
-    unit_vector line;     // its direction, that of both in which `across` is not negative
+    unsigned impacts = 0; // before this one, in a row without a new start from phi and alpha
+    unit_vector line;     // of its two directions the one with across >= 0 at the start
     double distance = 0;  // of the line from the origin
     int dir = 0;          // +1 where the path runs towards growing angles, else -1
     spot start;
@@ -173,7 +174,7 @@ inline void bounce::look(spot& p) const {
     curve.value_and_slope(p.theta, p.at.y, p.at.x, r, dr);
     p.r = r;
     p.dr = dr;
-    p.inside = r * p.across - distance;
+    p.beyond = r * p.across - distance;
 }
 
 // A point not looked at yet.

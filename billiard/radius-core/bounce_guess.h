@@ -11,7 +11,7 @@
 namespace ray {
 
 // Where the search looks first. The squares of a guess may leave the range of doubles, and then its
-// vector is none: that between both ends takes its place.
+// vector is not of length 1: the middle between both ends takes its place.
 inline bounce::spot bounce::first_guess(const spot& inside, const spot& outside) const {
     const spot p = convex ? conic_guess(outside) : conic_between(inside, outside);
     const bool sound = std::fabs(dot(p.at, p.at) - 1) < 1e-9;
@@ -24,8 +24,7 @@ inline bounce::spot bounce::first_guess(const spot& inside, const spot& outside)
 // focus there is A + B cos + C sin. One such conic has the curve's radius and slope at the start
 // and its radius at the far end; this is where the line meets it again.
 inline bounce::spot bounce::conic_guess(const spot& far_end) const {
-    // Sine and cosine of the angle from the start to the far end, but for its distance from the
-    // pole, which is too small to matter here.
+    // Sine and cosine of the angle from the start to the pole; the far end is near enough to it.
     const double sin_far = dir * start.across;
     const double cos_far = dir * start.along;
     const double r = far_end.r;
@@ -41,7 +40,7 @@ inline bounce::spot bounce::conic_guess(const spot& far_end) const {
 inline bounce::spot bounce::conic_between(const spot& u, const spot& e) const {
     const double cos_e = dot(u.at, e.at);
     const double sin_e = cross(u.at, e.at);
-    // 1/R less the line, a + p cos + q sin of the angle from u.
+    // 1/R of the conic less 1/R of the line, as a + p cos + q sin of the angle from u.
     const double inverse_u = 1 / u.r;
     const double conic_sin = -u.dr * inverse_u * inverse_u;
     const double conic_cos = (1 / e.r - inverse_u - conic_sin * sin_e) / (cos_e - 1);

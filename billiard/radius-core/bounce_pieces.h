@@ -15,7 +15,7 @@
 namespace ray {
 
 // Narrows the ends of the way to those of the first piece between inflections that holds an impact.
-// An end may lie on the line: `outside`, or `inside` where the other one does not lie outside.
+// One of both ends may lie on the line, and then is the impact.
 inline refusal bounce::first_piece(spot& inside, spot& outside) const {
     const auto size = std::ssize(inflections);
     const int interval =
@@ -29,13 +29,13 @@ inline refusal bounce::first_piece(spot& inside, spot& outside) const {
         // An entry may stand twice, or the start may have been rounded onto it: no piece at all.
         if (!is_last && !before(inside.theta, inflections[i])) continue;
         outside = is_last ? far_end : piece_end(i);
-        if (inside.inside == 0 || outside.inside <= 0) return refusal::none;
-        if (!(outside.inside > 0)) return refusal::no_number;
+        if (inside.beyond == 0 || outside.beyond <= 0) return refusal::none;
+        if (!(outside.beyond > 0)) return refusal::no_number;
 
         if (may_leave_between(inside, outside, bends_of(dir > 0 ? entry - 1 : entry))) {
             if (const std::optional<spot> near = stationary_between(inside, outside)) {
-                if (!(near->inside == near->inside)) return refusal::stationary_point;
-                if (near->inside <= 0) {
+                if (!(near->beyond == near->beyond)) return refusal::stationary_point;
+                if (near->beyond <= 0) {
                     outside = *near;
                     return refusal::none;
                 }
@@ -46,9 +46,9 @@ inline refusal bounce::first_piece(spot& inside, spot& outside) const {
     }
 }
 
-// Both ends are inside. Seen from the origin the boundary lies beyond the line there, and where it
-// bends left it comes no nearer in between. Where it bends right the path may have left the table
-// and come back, around a point where the distance along the ray is stationary.
+// Both ends are inside. A boundary that bends left cannot cross the line between two such points.
+// Where it bends right the path may have left the table and come back, around a point where the
+// distance along the ray is stationary.
 inline bool bounce::may_leave_between(const spot& u, const spot& e, int bends) const {
     if (bends > 0 || !(slope_of_distance(u) * slope_of_distance(e) <= 0)) return false;
     return !(bends < 0 && arc_stays_inside(u, e));
@@ -68,16 +68,16 @@ inline bool bounce::arc_stays_inside(const spot& u, const spot& e) const {
     const double ex = e.dr * e.along + e.r * e.across;
     const double ey = e.dr * e.across - e.r * e.along;
     const double dx = e.r * e.along - u.r * u.along; // the chord
-    const double dy = e.inside - u.inside;
+    const double dy = e.beyond - u.beyond;
     const double cross = ux * ey - uy * ex;
     const double from_u = dx * ey - dy * ex; // way to the meeting point, times cross
     const double from_e = ux * dy - uy * dx;
     const bool ahead = dir * from_u * cross > 0 && dir * from_e * cross > 0;
-    return ahead && (u.inside * cross + from_u * uy) * cross > 0;
+    return ahead && (u.beyond * cross + from_u * uy) * cross > 0;
 }
 
-// The point where the distance along the ray is stationary; none where its slopes had the signs of
-// rounding.
+// The point where the distance along the ray is stationary; none where the slopes at u and e differ
+// in sign by rounding alone.
 inline std::optional<bounce::spot> bounce::stationary_between(const spot& u, const spot& e) const {
     const double psi = start.theta + kit::angle_of(start.across, start.along);
     TFindExt extremum(&curve, distance, psi);
@@ -88,7 +88,7 @@ inline std::optional<bounce::spot> bounce::stationary_between(const spot& u, con
     unit_vector at;
     kit::sincos(theta, at.y, at.x);
     spot p = seen(theta, at);
-    kit::sincos(psi - theta, p.across, p.along); // and not by the vectors: it may be 1 exactly
+    kit::sincos(psi - theta, p.across, p.along); // and not by the vectors: across may be 1 exactly
     look(p);
     return p;
 }
@@ -108,11 +108,12 @@ inline bounce::spot bounce::piece_end(std::size_t entry) const {
     spot p = seen(theta, knot.at);
     p.r = knot.r;
     p.dr = knot.dr;
-    p.inside = p.r * p.across - distance;
+    p.beyond = p.r * p.across - distance;
     return p;
 }
 
-// The knots know it of the interval from an entry to the next, if they are those of the list.
+// How the piece from this entry to the next bends, as inflection_knot has it; 0, unknown, where the
+// knots are not those of the list.
 inline int bounce::bends_of(std::ptrdiff_t interval) const {
     const auto i = static_cast<std::size_t>(interval);
     if (i >= knots.size() || knots.size() != inflections.size()) return 0;

@@ -1,5 +1,5 @@
 // SPDX-License-Identifier: MIT
-// Vectors of length 1 in the plane, and how one is rotated without losing it.
+// Vectors of length 1 in the plane, and how to rotate one so that its length stays 1.
 #pragma once
 
 #include "mathkit/trig.h"
@@ -20,8 +20,8 @@ inline double dot(unit_vector a, unit_vector b) {
 }
 
 /// v rotated by an angle whose sine and versed sine, 1 - cosine, are given.
-/// Where both are small nothing but the result is rounded, and so the length
-/// does not drift over many rotations.
+/// Where both are small, what is added to v is small, and its rounding is lost in
+/// that of the sum: the length does not drift over many rotations.
 inline unit_vector rotated(unit_vector v, double sine, double versine) {
     return {v.x - (v.y * sine + v.x * versine), v.y + (v.x * sine - v.y * versine)};
 }
@@ -44,6 +44,7 @@ inline unit_vector rotated_by(unit_vector v, double angle) {
         kit::sincos(angle, sine, cosine);
         return rotated(v, sine, 1 - cosine);
     }
+    // The series of sine and versed sine: angle (1 - z fall) and z rise.
     const double zz = z * z;
     const double fall = (1.0 / 6 - z * (1.0 / 120)) + zz * (1.0 / 5040);
     const double rise = (0.5 - z * (1.0 / 24)) + zz * (1.0 / 720 - z * (1.0 / 40320));
