@@ -137,12 +137,7 @@ TEST(PeriodicPoints, LimitOfTheOrderHolds) {
 }
 
 /// Maps that do not behave; none of them has a periodic point near (0.4, 0.1).
-struct hostile_map {
-    const char* what;
-    image_of image;
-};
-
-const hostile_map HOSTILE[] = {
+const std::pair<const char*, image_of> HOSTILE[] = {
     {"always throws",
      [](double, double) -> std::pair<double, double> { throw TError("no image"); }},
     {"answers no number", [](double, double) { return std::pair(NONE, NONE); }},
@@ -164,9 +159,9 @@ const hostile_map HOSTILE[] = {
 };
 
 TEST(PeriodicPoints, HostileMapsEndWithoutAnAnswerAndArePutBack) {
-    for (const hostile_map& h : HOSTILE) {
-        SCOPED_TRACE(h.what);
-        formula_map map(h.image);
+    for (const auto& [what, image] : HOSTILE) {
+        SCOPED_TRACE(what);
+        formula_map map(image);
         EXPECT_LT(map.getorder(0.4, 0.1, 0.01, 0.02, 10000), 0);
         EXPECT_EQ(std::pair(map.x, map.y), std::pair(0.3, 0.2));
         expect_not_refined(map, 0.4, 0.1, 3);

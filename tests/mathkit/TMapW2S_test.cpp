@@ -71,21 +71,17 @@ TEST(TMapW2S, EdgesOfTheScreenAreNotInsideTheWorld) {
 }
 
 TEST(TMapW2S, IsoWidensOneSideAboutItsCentre) {
-    const struct {
-        TRect world;
-        int width;
-        TRect expected;
-    } cases[] = {{{0, 0, 1, 1}, 200, {-0.5, 0, 1.5, 1}},
-                 {{-1, -2, 1, 2}, 100, {-2, -2, 2, 2}},
-                 {{0, 0, 4, 2}, 100, {0, -1, 4, 3}},
-                 {{3, 0, 3, 1}, 100, {2.5, 0, 3.5, 1}}};
-    for (const auto& c : cases) {
+    const std::pair<TRect, TRect> cases[] = {{{0, 0, 1, 1}, {-0.5, 0, 1.5, 1}},
+                                             {{-1, -2, 1, 2}, {-4, -2, 4, 2}},
+                                             {{0, 0, 4, 1}, {0, -0.5, 4, 1.5}},
+                                             {{3, 0, 3, 1}, {2, 0, 4, 1}}};
+    for (const auto& [world, widened] : cases) {
         TMapW2S map;
-        map.world = c.world;
+        map.world = world;
         map.makeIso(); // no screen yet: nothing to fit to
-        expect_rect(map.world, c.world);
-        map.set_screen(0, 0, c.width, 100, true);
-        expect_rect(map.world, c.expected);
+        expect_rect(map.world, world);
+        map.set_screen(0, 0, 200, 100, true);
+        expect_rect(map.world, widened);
         EXPECT_NEAR(map.ax, -map.ay, 1e-9);
     }
 }

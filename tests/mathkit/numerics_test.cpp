@@ -64,8 +64,6 @@ const struct {
      [](double x) { return x < 0 ? -1 : 4 - 1 / (x + 1e-9) / (x + 1e-9); },
      [](double x) { return x < 0 ? 0 : 2 / (x + 1e-9) / (x + 1e-9) / (x + 1e-9); }, -1, 1,
      0.5 - 1e-9, 15, 50},
-    {"corner", [](double x) { return x < 0.2 ? 10 * (x - 0.2) - 1e-3 : 0.1 * (x - 0.2) - 1e-3; },
-     [](double x) { return x < 0.2 ? 10 : 0.1; }, 0, 1, 0.21, 5, 11},
     {"jump of the value", [](double x) { return x < 0.6 ? -1.0 : 1.0; }, [](double) { return 0.0; },
      0, 1, 0.6, 44, 44},
     {"derivative that is no number", [](double x) { return x - 0.7; }, [](double) { return nan; },

@@ -9,6 +9,7 @@
 #include <gtest/gtest.h>
 
 #include <random>
+#include <tuple>
 #include <vector>
 
 namespace {
@@ -36,29 +37,25 @@ std::string inflated_picture(const std::string& pdf) {
 
 TEST(Pdf, HoldsThePictureRowByRow) {
     const folder place;
-    const struct {
-        int w, h;
-        const char* box;
-    } cases[] = {{1, 1, "[0 0 1.0000 1.0000]"},
-                 {7, 3, "[0 0 7.0000 3.0000]"},
-                 {300, 200, "[0 0 300.0000 200.0000]"},
-                 {28800, 2, "[0 0 14400.0000 1.0000]"}};
     const std::string name = place / "picture.pdf";
-    for (const auto& c : cases) {
+    for (const auto& [w, h, box] : {std::tuple(1, 1, "[0 0 1.0000 1.0000]"),
+                                    {7, 3, "[0 0 7.0000 3.0000]"},
+                                    {300, 200, "[0 0 300.0000 200.0000]"},
+                                    {28800, 2, "[0 0 14400.0000 1.0000]"}}) {
         std::mt19937 random(11);
-        std::vector<std::uint32_t> pixels(static_cast<std::size_t>(c.w) * c.h);
+        std::vector<std::uint32_t> pixels(static_cast<std::size_t>(w) * h);
         std::string expected;
         for (std::uint32_t& pixel : pixels) {
             pixel = random();
             for (int shift : {0, 8, 16})
                 expected += static_cast<char>(pixel >> shift);
         }
-        save_rgba_as_pdf(name.c_str(), c.w, c.h, pixels.data());
+        save_rgba_as_pdf(name.c_str(), w, h, pixels.data());
         const std::string pdf = content_of(name);
         EXPECT_EQ(pdf.compare(0, 5, "%PDF-"), 0);
         EXPECT_EQ(pdf.substr(pdf.size() - 6), "%%EOF\n");
-        EXPECT_NE(object(pdf, 3).find(c.box), std::string::npos) << object(pdf, 3);
-        EXPECT_TRUE(inflated_picture(pdf) == expected) << c.w << " x " << c.h;
+        EXPECT_NE(object(pdf, 3).find(box), std::string::npos) << object(pdf, 3);
+        EXPECT_TRUE(inflated_picture(pdf) == expected) << w << " x " << h;
     }
     const std::vector<std::uint32_t> white(1000000, 0xffffffff);
     save_rgba_as_pdf(name.c_str(), 1000, 1000, white.data());

@@ -99,12 +99,11 @@ void expect_damage(const std::string& bytes, std::size_t limit) {
     kit::istringstream source(bytes.data(), static_cast<unsigned>(bytes.size()));
     tiny_izbuf in(source.rdbuf());
     std::size_t count = 0;
-    EXPECT_THROW(
-        {
-            while (in.sbumpc() != EOF && count < limit)
-                ++count;
-        },
-        TError);
+    const auto read_all = [&] {
+        while (in.sbumpc() != EOF && count < limit)
+            ++count;
+    };
+    EXPECT_THROW(read_all(), TError);
     EXPECT_TRUE(count < limit && !in.complete());
     EXPECT_THROW(in.sgetc(), TError);
 }

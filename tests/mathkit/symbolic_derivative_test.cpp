@@ -11,12 +11,7 @@
 
 namespace {
 
-using formulas::close;
-using formulas::compiled;
-using formulas::derived;
-using formulas::parsed;
-using formulas::tree_value;
-using formulas::value_of;
+using namespace formulas;
 
 /// Central difference of e at t, extrapolated; NaN where two steps disagree, as beside a jump.
 double central_difference(const symbolic::ex& e, double t) {
@@ -24,7 +19,7 @@ double central_difference(const symbolic::ex& e, double t) {
         return (tree_value(e, t + h) - tree_value(e, t - h)) / (2 * h);
     };
     const double wide = slope(2e-4), narrow = slope(1e-4);
-    if (!close(wide, narrow, 1e-5)) return std::numeric_limits<double>::quiet_NaN();
+    if (!is_close(wide, narrow, 1e-5)) return std::numeric_limits<double>::quiet_NaN();
     return narrow + (narrow - wide) / 3;
 }
 
@@ -39,7 +34,7 @@ TEST(Formulas, HaveTheirMathematicalValuesAndDerivatives) {
         const auto expect = [&](const char* column, std::initializer_list<double> seen) {
             if (row.text(column).empty()) return;
             for (const double value : seen)
-                EXPECT_PRED3(close, value, row.number(column), 1e-13) << column;
+                EXPECT_PRED3(is_close, value, row.number(column), 1e-13) << column;
         };
         expect("value", {tree_value(e0, t), compiled(e0).value(t), compiled(e0).both(t).value});
         expect("first",
@@ -75,7 +70,7 @@ constexpr double tame = 1e4;
 /// Random formulas over the whole language: the tree and the compiled list, the symbolic
 /// derivative, forward differentiation and central differences, all against each other.
 TEST(RandomFormulas, GiveTheSameNumbersOnEveryWay) {
-    formulas::random_formula next(3); // a seed whose formulas are finite on all ways
+    random_formula next(3); // a seed whose formulas are finite on all ways
     int checked = 0;
     for (int i = 0; i < 3000; ++i) {
         const std::string text = next(2 + i % 3);
@@ -94,12 +89,12 @@ TEST(RandomFormulas, GiveTheSameNumbersOnEveryWay) {
             for (const double same :
                  {value.value(t), both.value, tree_value(symbolic::simplify_0_1(e0), t),
                   tree_value(symbolic::simplify_constants(e0), t)})
-                ASSERT_PRED3(close, same, r, 1e-10);
-            ASSERT_PRED3(close, slope.value(t), dr, 1e-9);
-            ASSERT_PRED3(close, both.derivative, dr, 1e-8);
-            ASSERT_PRED3(close, difference, dr, 1e-4);
+                ASSERT_PRED3(is_close, same, r, 1e-10);
+            ASSERT_PRED3(is_close, slope.value(t), dr, 1e-9);
+            ASSERT_PRED3(is_close, both.derivative, dr, 1e-8);
+            ASSERT_PRED3(is_close, difference, dr, 1e-4);
             const double unsimplified = tree_value(raw, t);
-            ASSERT_TRUE(!std::isfinite(unsimplified) || close(unsimplified, dr, 1e-9));
+            ASSERT_TRUE(!std::isfinite(unsimplified) || is_close(unsimplified, dr, 1e-9));
         }
     }
     EXPECT_GT(checked, 3000);
@@ -118,7 +113,7 @@ TEST(PostfixCompiler, KeepsTheGivenSineToItsVariable) {
     compiler.result(symbolic::add(at(other, false), at(cell, true)));
     const symbolic::postfix_list list = compiler.finish();
     std::vector<double> stack(static_cast<std::size_t>(list.stacksize()));
-    EXPECT_PRED3(close, list.eval_angle(stack.data(), std::sin(cell), std::cos(cell)),
+    EXPECT_PRED3(is_close, list.eval_angle(stack.data(), std::sin(cell), std::cos(cell)),
                  tree_value(e, cell) + tree_value(e, other), 1e-14);
 }
 

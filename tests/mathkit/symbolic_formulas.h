@@ -80,7 +80,7 @@ private:
 };
 
 /// |a - b| against a tolerance that is relative for large values; two NaNs are equal.
-inline bool close(double a, double b, double tolerance) {
+inline bool is_close(double a, double b, double tolerance) {
     if (std::isnan(a) || std::isnan(b)) return std::isnan(a) && std::isnan(b);
     if (a == b) return true;
     return std::fabs(a - b) <= tolerance * (1 + std::fabs(a) + std::fabs(b));

@@ -88,14 +88,11 @@ TEST_F(WholeFile, WhatANewFileWouldNotEqualIsWrittenInPlace) {
     fs::create_hard_link(place / "old", place / "other");
     EXPECT_FALSE(is_replaced(place / "old"));
 
-    const struct { // where the file system knows attributes
-        const char* attribute;
-        bool replaced;
-    } cases[] = {{"user.note", false}, {"security.note", true}};
-    for (const auto& c : cases) {
-        const std::string marked = put_file(place / c.attribute, "old");
-        if (setxattr(marked.c_str(), c.attribute, "x", 1, 0) != 0) continue;
-        EXPECT_EQ(is_replaced(marked), c.replaced) << c.attribute;
+    for (const auto& [attribute, replaced] :
+         {std::pair("user.note", false), {"security.note", true}}) {
+        const std::string marked = put_file(place / attribute, "old");
+        if (setxattr(marked.c_str(), attribute, "x", 1, 0) != 0) continue; // not known there
+        EXPECT_EQ(is_replaced(marked), replaced) << attribute;
     }
 }
 

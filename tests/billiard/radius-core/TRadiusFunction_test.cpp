@@ -206,9 +206,7 @@ TEST(TTriangleFunction, GivesTheSeamToTheSideThatIsTold) {
 }
 
 TEST(TRadiusFunction, TextsNameFamilyAndCurve) {
-    const struct {
-        const char *curve, *family, *instance;
-    } cases[] = {
+    const char* const cases[][3] = {
         {"Ellipse 0.5", "R(phi)=1/sqrt(1+(e*cos(phi))^2)", "R(phi)=1/sqrt(1+(0.5*cos(phi))^2)"},
         {"OvalA 5", "R(phi)=c+cos(2*phi)", "R(phi)=5+cos(2*phi)"},
         {"OvalB 0.12345", "R(phi)=1+e*cos(phi)", "R(phi)=1+0.1235*cos(phi)"},
@@ -220,10 +218,10 @@ TEST(TRadiusFunction, TextsNameFamilyAndCurve) {
          "5+ (0)*cos(1*t+0) + (1)*cos(2*t+0.5) "},
         {"Fourier 1 2.5 7", "A[0]", "2.5+"},
     };
-    for (const auto& c : cases) {
-        const std::unique_ptr<TRadiusFunction> curve(new_reference_curve(c.curve));
-        EXPECT_STREQ(curve->familyText(), c.family);
-        EXPECT_STREQ(curve->instanceText(), c.instance);
+    for (const auto& [name, family, instance] : cases) {
+        const std::unique_ptr<TRadiusFunction> curve(new_reference_curve(name));
+        EXPECT_STREQ(curve->familyText(), family);
+        EXPECT_STREQ(curve->instanceText(), instance);
     }
 }
 
