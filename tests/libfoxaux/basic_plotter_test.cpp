@@ -93,6 +93,16 @@ TEST(BasicPlotter, EveryKeyOfTheView) {
     }
 }
 
+TEST(BasicPlotter, AxesRunAlongBothEdgesOfThePlotArea) {
+    shown<plot> canvas(400, 300);
+    const irect area = canvas->w2s->screen;
+    const pixels picture(canvas->image);
+    for (int x = area.x1 + 1; x < area.x2; ++x)
+        ASSERT_EQ(picture.at(x, area.y2), canvas->axis_color) << x;
+    for (int y = area.y1 + 1; y < area.y2; ++y)
+        ASSERT_EQ(picture.at(area.x1, y), canvas->axis_color) << y;
+}
+
 TEST(BasicPlotter, TheMouseMachine) {
     // + arms, e is Esc, l and r press a button, L and R release it, m moves, d is a dialog that
     // takes the release for itself; below, the modes after.
