@@ -164,6 +164,13 @@ TEST(Bounce, IsNotTakenInByARadiusOfNought) {
     EXPECT_NEAR(map.phi, 2.35619449019, 1e-9);
 }
 
+TEST(Bounce, StopsBeforeAJumpOfTheRadius) {
+    TBilliard spiral(new_reference_curve("Formula 1+t"));
+    double phi = 3.786538307444374, alpha = 1.472051280730911;
+    spiral.findit(phi, alpha);
+    EXPECT_NEAR(phi, 2 * pi, 1e-12) << "and not 0, which the path does not reach";
+}
+
 TEST(Bounce, SurvivesCurvesThatAreNone) {
     for (const char* formula : hostile_formulas) {
         TBilliardMap map(new_reference_curve(std::string("Formula ") + formula));
