@@ -31,12 +31,16 @@ constexpr int least_exponent = -61, most_exponent = -37;
 
 constexpr int most_decimals = 19;
 
-constexpr auto powers_of_ten = [] {
-    std::array<std::uint64_t, most_decimals + 1> powers{1};
+using power_table = std::array<std::uint64_t, most_decimals + 1>;
+
+constexpr power_table make_powers_of_ten() {
+    power_table powers{1};
     for (std::size_t i = 1; i < powers.size(); ++i)
         powers[i] = 10 * powers[i - 1];
     return powers;
-}();
+}
+
+constexpr power_table powers_of_ten = make_powers_of_ten();
 
 // The shortest number of so many decimals.
 struct decimal {
