@@ -23,8 +23,8 @@ double TCircumferenceIntegrator::f(double x) {
 
 namespace {
 
-// The line at the angle x = psi - theta from its direction: its distance from the origin along the
-// ray, with the derivatives to theta.
+// The radius of the line in polar form, at the angle x = psi - theta from its direction, with the
+// derivatives by theta.
 struct line_spot {
     double r, dr, ddr;
 };
@@ -146,11 +146,11 @@ double next_angle(double phi, double ds, double density, int i) {
 
 // Goes along the curve from row to row.
 //
-// The density at a row may promise a step of the usual length where the step jumps over a whole
-// tip. A step that is far longer than that is halved until it no longer is. From then on no step is
-// more than twice as wide as the one before: a tip that ends steeply has begun so. And none is
-// measured more exactly than the whole length can be told. As long as nothing is halved neither
-// matters, and the table is that of the densities alone.
+// A step is chosen by the density at its row, and so may jump over a whole tip. If its length turns
+// out far above the usual, it is halved until it is not. After the first halving no step is more
+// than twice as wide as the one before, since the far side of a tip is as steep as its near side;
+// and the tolerance is no finer than the rounding of the whole length. As long as nothing is halved
+// neither matters, and the table is that of the densities alone.
 class row_steps {
 public:
     row_steps(const TRadiusFunction& F, TIntegrator& integrator, double length)

@@ -67,7 +67,8 @@ public:
     double df(double theta) override;                              ///< g'
 };
 
-/// The derivative g' of the distance in TFindRoot. At its roots two impacts may hide.
+/// The derivative g' of the distance in TFindRoot. Between two points inside, the line may leave
+/// and come back; a root of g' tells.
 class TFindExt : public TNewtonRootSolver {
 public:
     TRadiusFunction* F; ///< not owned

@@ -23,12 +23,13 @@ using std::numbers::pi;
 // than any piece of a curve is long.
 constexpr double end_distance = 2.5e-7;
 
-// On paths nearer to the origin there is no room for both ends, which together take half of an
-// angle of 1e-6.
+// On paths nearer to the origin start and pole are less than 1e-6 apart, and both ends would take
+// half of that.
 constexpr double no_room = 1e-6;
 
-// An impact lies on the line to within rounding. Where a step vanishes for another reason, at R = 0
-// or an endless slope of W, the curve's point is about as far from the line as the origin is.
+// An impact lies on the line to within rounding. A step also vanishes at R = 0 or where the
+// slope of W is endless, which is no impact: the curve's point is about as far from the line there
+// as the origin is.
 constexpr double on_the_line = 1e-3; // of the line's distance
 
 // Of radii within these bounds the search may take squares and products.
@@ -73,6 +74,7 @@ refusal bounce::next(double& phi, double& alpha) {
     }
     start.beyond = 0;
     distance = start.r * start.across;
+    // The path runs to the side on which `beyond` grows, since the line is inside there.
     dir = start.dr * start.across - start.r * start.along > 0 ? 1 : -1;
 
     spot impact;
@@ -102,7 +104,8 @@ inline void bounce::start_from_last() {
 
 // The velocity is the tangent, rotated by alpha; across and along are sine and cosine of the angle
 // from the radius to the line, which lies between 0 and pi. Where the plain formulas do not hold,
-// or alpha is none, angles are added up instead: psi is the line's direction.
+// or alpha is not in [0, pi), angles are added up instead: the tangent lies pi/2 - atan(R'/R) ahead
+// of the radius, w is the line's angle from the radius, and psi its direction.
 inline refusal bounce::start_from_angles(double phi, double alpha) {
     const double r = start.r;
     const double dr = start.dr;
@@ -138,7 +141,8 @@ inline refusal bounce::find(spot& impact) {
     if (why == refusal::none && !convex && outside.beyond <= 0) why = first_piece(inside, outside);
     if (why != refusal::none) return why;
     if (!(outside.beyond < 0)) {
-        impact = outside.beyond > 0 ? inside : outside; // which lies on the line
+        // One end lies on the line: the near one if the far one is inside, too.
+        impact = outside.beyond > 0 ? inside : outside;
         return refusal::none;
     }
     if (!convex) {
@@ -147,8 +151,8 @@ inline refusal bounce::find(spot& impact) {
     return halve(inside, outside, impact);
 }
 
-// Pole and start lie too near each other for a bracket. The impact is the opposite point, moved as
-// far as the small angle between line and radius leads aside on the whole way across.
+// Pole and start lie too near each other for a bracket. The impact is the opposite point, moved by
+// what the small angle between line and radius amounts to over the length of the path.
 refusal bounce::through_origin(spot& impact) const {
     const double angle = start.along > 0 ? start.across : -start.across;
     spot opposite = seen(start.theta + pi, {-start.at.x, -start.at.y});
@@ -253,15 +257,17 @@ inline bool bounce::leaves(const spot& p, double inverse) const {
     return false;
 }
 
-// Whether a step by the tangent leads to the root to within rounding, and the bend at p, which the
-// slopes and radii of the last two points tell to within way^2, gives the slope there. A bend that
+// True if two things hold: the tangent's step from p ends at the root to within rounding, and the
+// bend at p is known well enough to give the slope at the end of that step. Sets `bend`, the second
+// derivative of R, which radii and slopes of the last two points tell to within way^2. One that
 // changes by more than 100 radii per radian is a corner's.
 [[gnu::always_inline]] inline bool bounce::ends_without_a_look(const spot& p, double step,
                                                                const sample& previous, double way,
                                                                double& bend) {
     const double size = std::fabs(step);
     const double square = way * way;
-    // The square of a step is lost in rounding, the slope's error, and that of its differences.
+    // All lost in rounding: the step's square; the slope's error by that of the bend, step way^2;
+    // and its error by the rounding of the differences, step 1e-16 / way^2.
     if (!(size <= 3e-9 && size * square <= 1e-17 && size <= 0.02 * square)) return false;
     const double per_way = 1 / way;
     const double mean_bend = (p.dr - previous.dr) * per_way;
@@ -269,10 +275,10 @@ inline bool bounce::leaves(const spot& p, double inverse) const {
     return std::fabs(bend - mean_bend) <= 100 * p.r * std::fabs(way);
 }
 
-// The way from p to the root: by the tangent, or, where this is but a correction, by inverse
-// interpolation: the angle as the cubic in W that has the last two points, `way` apart, and the
-// slopes there. It has 1.5 times the correct digits of Newton's step, but means nothing across a
-// corner.
+// The way from p to the root: by the tangent; or, where that differs little from the tangent's, by
+// inverse interpolation, the angle as the cubic in W that has the last two points, `way` apart, and
+// the slopes there. It has 1.5 times the correct digits of Newton's step, but means nothing across
+// a corner.
 [[gnu::always_inline]] inline double bounce::best_step(const spot& p, double inverse,
                                                        const sample& previous, double way) {
     constexpr double small_part = 0.25; // of a step: a correction that is believed
@@ -292,8 +298,8 @@ inline bool bounce::leaves(const spot& p, double inverse) const {
 
 // The last point looked at, moved by the last step. The curve's bend gives its slope there:
 // Newton's method always comes from the same side, and with the slope from before the step the
-// direction would drift over a million bounces. A larger step than these comes of a line that runs
-// along a side, where it is rounding alone, and is not taken.
+// direction would drift over a million bounces. A step above 1e-7 comes here only where the line
+// runs along a side: it is rounding alone, and is not taken.
 [[gnu::always_inline]] inline bounce::spot bounce::arrived(const spot& p, double step,
                                                            double bend) const {
     const double way = std::fabs(step) < 1e-7 ? step : 0;
@@ -303,8 +309,9 @@ inline bool bounce::leaves(const spot& p, double inverse) const {
     return impact;
 }
 
-// The slow and sure way: Newton's method inside a bracket by signs, and half of that where a step
-// leaves it or is not half the one before; beside a corner two points may alternate for ever.
+// The slow and sure way: Newton's method inside a bracket of signs. Where its step leaves the
+// bracket, or is more than half of the last one, the bracket is halved instead: beside a corner two
+// points may alternate for ever.
 // Where the radius jumps it ends on the side from which the path comes.
 refusal bounce::halve(const spot& inside, const spot& outside, spot& impact) const {
     constexpr int most_steps = 120; // enough even for halving alone
@@ -357,7 +364,8 @@ inline double bounce::angle_told(const spot& impact) const {
 // The angle from the line to the tangent is that from the tangent to the mirrored line, alpha. It
 // counts modulo pi, and so either direction of the line will do.
 inline refusal bounce::reflect(const spot& impact, double& phi, double& alpha) {
-    // Of alpha, both times the length of the tangent (R', R); the line is (along, across).
+    // Of alpha, both times the tangent's length: along the radius and across it the tangent is
+    // (R', R), and the line (along, across).
     double sine = impact.along * impact.r - impact.across * impact.dr;
     double cosine = impact.along * impact.dr + impact.across * impact.r;
     if (sine < 0) {

@@ -15,7 +15,8 @@
 //   start_from_angles computes them from phi and alpha.
 // - beside_start and beside_pole are the ends of the way: just behind the start, and just before
 //   the ray from the origin runs along the line. bracket sees to it that the line is inside at the
-//   first and outside at the second; on a convex curve only where the search without has failed.
+//   first and outside at the second; on a convex curve, where that is so, only after a search has
+//   failed.
 // - first_piece, if the curve has inflections, walks to the piece in which the path leaves.
 // - first_guess lays a conic through what is known of both ends and meets it with the line.
 // - approach looks at the curve there, takes the best_step to the root, looks again, and so on,
@@ -38,8 +39,10 @@
 //   is -along + distance R' / R^2, since across falls by `along` for each radian. The step
 //   atan(-W / W') leads to the point where the line crosses the curve's tangent, which is the root
 //   itself on a straight side.
-// - The last point looked at is the impact to within a step that is right to rounding. The slope
-//   there, the mirror's, needs the curve's bend: without it the direction drifts.
+// - The curve is not looked at again at the impact: the last step, right to rounding, is only
+// added.
+//   The slope at the impact, which the mirror needs, is that of the last point plus bend times
+//   step: without the bend the direction would drift.
 // - What a bounce costs is the chain of operations that wait for each other. Divisions that do not
 //   wait for each other are free; structures that go through memory are not.
 // - Tried, and not worth its code: to refine the guess by rows of radius and slope at even angles
@@ -173,7 +176,7 @@ private:
 
 // Asks the curve.
 inline void bounce::look(spot& p) const {
-    double r, dr; // and not those of p, which then need not live in memory
+    double r, dr; // the addresses of p's own would keep p in memory
     curve.value_and_slope(p.theta, p.at.y, p.at.x, r, dr);
     p.r = r;
     p.dr = dr;

@@ -24,14 +24,16 @@ inline bounce::spot bounce::first_guess(const spot& inside, const spot& outside)
 // focus there is A + B cos + C sin. One such conic has the curve's radius and slope at the start
 // and its radius at the far end; this is where the line meets it again.
 inline bounce::spot bounce::conic_guess(const spot& far_end) const {
-    // Sine and cosine of the angle from the start to the pole; the far end is near enough to it.
+    // 1/R of the conic less 1/R of the line is 0 at the start, and so at an angle x from there it
+    // is a multiple of sin(x/2) (n cos(x/2) - m sin(x/2)): n / m is the tangent of half the way.
+    // Sine and cosine here are those of the pole; the far end is near enough to it.
     const double sin_far = dir * start.across;
     const double cos_far = dir * start.along;
     const double r = far_end.r;
     const double n = (start.dr * start.across - start.r * start.along) * (1 - cos_far) * r;
     const double m =
         start.across * (start.r * start.r - (start.r * cos_far - start.dr * sin_far) * r);
-    const double scale = 2 * n / (n * n + m * m); // n / m is the tangent of half the angle
+    const double scale = 2 * n / (n * n + m * m);
     return seen(start.theta + 2 * kit::angle_of(n, m), rotated(start.at, m * scale, n * scale));
 }
 

@@ -46,15 +46,15 @@ inline refusal bounce::first_piece(spot& inside, spot& outside) const {
     }
 }
 
-// Both ends are inside. A boundary that bends left cannot cross the line between two such points.
-// Where it bends right the path may have left the table and come back, around a point where the
-// distance along the ray is stationary.
+// Both ends are inside. A boundary that bends left, towards the origin's side, cannot cross the
+// line between two such points. Where it bends right the path may have left the table and come
+// back, around a point where the distance along the ray is stationary.
 inline bool bounce::may_leave_between(const spot& u, const spot& e, int bends) const {
     if (bends > 0 || !(slope_of_distance(u) * slope_of_distance(e) <= 0)) return false;
     return !(bends < 0 && arc_stays_inside(u, e));
 }
 
-// That of R - distance / across, times across^2, which is positive.
+// The slope by theta of R - distance / across, times across^2, which is positive.
 inline double bounce::slope_of_distance(const spot& p) const {
     return p.dr * p.across * p.across - distance * p.along;
 }

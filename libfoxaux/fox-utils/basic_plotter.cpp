@@ -105,7 +105,8 @@ long basic_plotter::onMotion(FXObject*, FXSelector, void* ptr) {
 }
 
 // A dialog that a key opens while a button is held gets the release in our place. `buttons` are
-// those that were held when the event came.
+// those that were held when the event came; at a press without its own, of which an earlier hold
+// must have ended.
 void basic_plotter::end_missed_release(FXuint buttons) {
     FXuint wanted = 0;
     if (mode == position_shown) wanted = RIGHTBUTTONMASK;

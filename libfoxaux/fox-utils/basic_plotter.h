@@ -33,7 +33,7 @@ struct window_point {
 ///
 /// Whatever changes the view ends in constrain_view(), render() and update(). A view that is not
 /// finite, or so narrow that few doubles lie in it, is dropped: the old one stays with its picture.
-/// So zooming in ends where zooming out still works.
+/// So one can always zoom out again.
 class basic_plotter : public FBufferedWindow, public map_wrap, public color_manager {
     FXDECLARE(basic_plotter)
 
@@ -150,8 +150,8 @@ protected:
     /// nothing where it has not moved.
     std::optional<window_point> end_drag();
 
-    /// Draws again what stood on the window before the picture was copied there: the marks of a
-    /// drag, or the position bar.
+    /// Draws again what copying the picture has erased on the window: the marks of a drag, or the
+    /// position bar.
     void restore_marks();
 
     /// Whether a drag with marks goes on: here that of the rubber band.

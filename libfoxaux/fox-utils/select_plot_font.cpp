@@ -82,7 +82,7 @@ public:
 
     // True for "&Accept".
     bool run();
-    // Stores what was chosen for the next opening in this run.
+    // Stores what was chosen for the next opening, until the program ends.
     void store();
     // Makes the chosen font the plot font; gives its size. If the font can't be loaded, throws
     // TError and changes nothing.

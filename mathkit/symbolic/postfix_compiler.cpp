@@ -18,8 +18,8 @@ namespace {
 // Whole and half exponents up to this size become products and a root, others the library's pow.
 constexpr double largest_product_power = 16;
 
-// Factors in this range may change places with other factors of a product: no product of the new
-// order overflows or underflows where that of the old order does not.
+// Factors in this range change places with other factors of a product. Nothing overflows or
+// underflows by that unless the product is within 1e20 of the ends of the range of doubles.
 bool moderate(double k) {
     return std::fabs(k) > 1e-20 && std::fabs(k) < 1e20;
 }

@@ -52,7 +52,7 @@ public:
     postfix_list finish();
 
     // What nodes call. These push a value onto the operand stack:
-    void operand(const ex& e); ///< that of an operand of the calling node
+    void operand(const ex& e); ///< of an operand of the calling node
     void number(double value);
     void cell(const double* address, bool variable);
     // And these replace their operands on top of it by their own value:

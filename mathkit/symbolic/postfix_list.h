@@ -12,7 +12,7 @@ namespace symbolic {
 /// What a step does. `acc` is the machine's register. s[] is the stack: slots that a step reads and
 /// writes in any order, by their numbers. a, b, c and k are the fields of the step.
 enum class opcode : std::uint16_t {
-    end,          ///< acc + k is the result: what is added last costs no step of its own
+    end,          ///< acc + k is the result: a number that is added last costs no step
     number,       ///< acc = k
     load,         ///< acc = s[a]
     load_mul_k,   ///< acc = s[a] * k

@@ -119,7 +119,7 @@ void postfix_scheduler::choose_angles() {
         const double n = t.factor; // not negative: the compiler moves signs outward
         if (t.cell < 0 || n != std::trunc(n) || n < 1 || n > largest_multiple) continue;
         if (source.sine_given && !source.cells[values[t.cell].a].variable) continue;
-        if (angle_cell >= 0 && t.cell != angle_cell) continue;
+        if (angle_cell >= 0 && t.cell != angle_cell) continue; // one angle, the first
         angle_cell = t.cell;
         found.push_back(v);
         wanted.insert(static_cast<int>(n));
@@ -321,7 +321,7 @@ void postfix_scheduler::emit_operands(int a, int b, opcode direct, opcode swappe
     const bool kept = stored(a);
     const int slot = kept ? slots[a] : new_slot();
     if (kept) {
-        ++uses[a]; // so that no step of b frees the slot; `use` below takes it back
+        ++uses[a]; // emit has counted this use already; until b is done the slot must stay
     } else {
         put(opcode::store, slot);
     }
