@@ -86,7 +86,9 @@ class Program(Desktop):
 
     def choose_curve(self, place):
         """Chooses an entry of the "Function" menu by its place, 0 for the first."""
+        closed = Picture(self.widget("Function"))
         self.press("Function")
+        until(lambda: Picture(self.widget("Function")) != closed, "the menu, open")
         self.keys(*["Down"] * (place + 1), "Return")
 
     def show_path(self, x=720, y=60):
