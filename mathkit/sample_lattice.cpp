@@ -73,6 +73,7 @@ std::vector<point> sample_lattice::candidates(int order) const {
     std::sort(returns.begin(), returns.end());
     if (returns.size() > most_starts) returns.resize(most_starts);
     std::vector<point> starts;
+    starts.reserve(returns.size());
     for (const auto& [gap, sample] : returns)
         starts.push_back(node(sample));
     return starts;

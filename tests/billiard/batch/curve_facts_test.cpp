@@ -11,7 +11,7 @@
 
 namespace {
 
-TEST(curve_facts, are_those_of_the_reference) {
+TEST(CurveFacts, AreThoseOfTheReference) {
     reference_billiards made;
     batch::curve_facts facts{};
     for (const data_row& row : read_data_table("lengths.csv")) {
@@ -34,7 +34,7 @@ TEST(curve_facts, are_those_of_the_reference) {
     }
 }
 
-TEST(curve_facts, tell_the_truth_whatever_the_curve_claims) {
+TEST(CurveFacts, TellTheTruthWhateverTheCurveClaims) {
     const struct {
         const char* curve;
         int inflections;

@@ -53,7 +53,7 @@ struct mean {
     }
 };
 
-TEST(orbit_verdict, is_what_the_tangent_map_makes_of_the_vector) {
+TEST(OrbitVerdict, IsWhatTheTangentMapMakesOfTheVector) {
     for (const char* c : {"Ellipse 1", "OvalA 2", "OvalC 60 7", "Stadium 1", "Triangle 60 70",
                           "Fourier 3 5 0 0 0 1 0.5", "Formula 5+sin(t)"}) {
         TBilliardMap map(new_reference_curve(c));
@@ -83,7 +83,7 @@ TEST(orbit_verdict, is_what_the_tangent_map_makes_of_the_vector) {
     }
 }
 
-TEST(orbit_verdict, exponents_of_tori_fall_with_the_number_of_bounces) {
+TEST(OrbitVerdict, ExponentsOfToriFallWithTheNumberOfBounces) {
     for (const char* c : {"Ellipse 0", "Ellipse 0.5", "Ellipse 3", "Triangle 60 60"}) {
         TBilliardMap map(new_reference_curve(c));
         const auto starts = random_starts(map, 60);
@@ -97,7 +97,7 @@ TEST(orbit_verdict, exponents_of_tori_fall_with_the_number_of_bounces) {
     }
 }
 
-TEST(orbit_verdict, a_circle_turns_by_its_angle) {
+TEST(OrbitVerdict, ACircleTurnsByItsAngle) {
     TBilliardMap map(new_reference_curve("Ellipse 0"));
     for (const double alpha : {1e-3, 0.7, pi / 2, 3.1}) {
         const orbit_verdict v = verdicts_of(map, {{6.2, alpha}}, 1000).front();
@@ -106,7 +106,7 @@ TEST(orbit_verdict, a_circle_turns_by_its_angle) {
     }
 }
 
-TEST(orbit_verdict, the_stadium_has_one_exponent) {
+TEST(OrbitVerdict, TheStadiumHasOneExponent) {
     // 0.43 per unit of length where the semicircles have the radius 1 and the sides the length 2,
     // as known since G. Benettin and J.-M. Strelcyn, Phys. Rev. A 17 (1978) 773.
     TBilliardMap map(new_reference_curve("Stadium 1"));
@@ -118,7 +118,7 @@ TEST(orbit_verdict, the_stadium_has_one_exponent) {
     EXPECT_NEAR(per_bounce / chord, 0.43, 0.005);
 }
 
-TEST(orbit_verdict, the_mean_chord_is_that_of_area_and_circumference) {
+TEST(OrbitVerdict, TheMeanChordIsThatOfAreaAndCircumference) {
     for (const char* c : {"Stadium 0.25", "Stadium 0.5", "Stadium 1", "Stadium 2", "Stadium 4",
                           "OvalA 1.5", "OvalA 2", "OvalC 1.5 3", "OvalC 2 5", "OvalB 0.9"}) {
         TBilliardMap map(new_reference_curve(c));
@@ -128,7 +128,7 @@ TEST(orbit_verdict, the_mean_chord_is_that_of_area_and_circumference) {
     }
 }
 
-TEST(orbit_verdict, judges_a_failed_orbit_by_what_there_was) {
+TEST(OrbitVerdict, JudgesAFailedOrbitByWhatThereWas) {
     TBilliardMap narrow(new_reference_curve("Ellipse 1e4"));
     const orbit_verdict none = verdicts_of(narrow, {{pi / 2, 1e-13}}, 10).front();
     EXPECT_TRUE(std::isnan(none.lyapunov) && std::isnan(none.rotation) && std::isnan(none.chord));
@@ -143,7 +143,7 @@ TEST(orbit_verdict, judges_a_failed_orbit_by_what_there_was) {
     }
 }
 
-TEST(orbit_verdict, is_the_same_whatever_was_judged_before) {
+TEST(OrbitVerdict, IsTheSameWhateverWasJudgedBefore) {
     // A bounce goes on from what the last one knew where it is called with the same two numbers.
     TBilliardMap map(new_reference_curve("OvalA 2")), fresh(new_reference_curve("OvalA 2"));
     for (int i = 0; i < 20; ++i) {
@@ -155,7 +155,7 @@ TEST(orbit_verdict, is_the_same_whatever_was_judged_before) {
     }
 }
 
-TEST(orbit_verdict, stops_when_told) {
+TEST(OrbitVerdict, StopsWhenTold) {
     TBilliardMap map(new_reference_curve("Ellipse 0"));
     std::vector<orbit_verdict> verdicts(1);
     work_monitor monitor;
@@ -164,7 +164,7 @@ TEST(orbit_verdict, stops_when_told) {
     EXPECT_EQ(monitor.bounces, 0);
 }
 
-TEST(binomial_error, is_the_standard_error_of_a_share) {
+TEST(BinomialError, IsTheStandardErrorOfAShare) {
     EXPECT_DOUBLE_EQ(binomial_error(50, 200), std::sqrt(0.25 * 0.75 / 200));
     EXPECT_EQ(binomial_error(0, 200), 0);
 }

@@ -60,7 +60,7 @@ void expect_proper(const std::vector<periodic_orbit>& orbits, int order, double 
     }
 }
 
-TEST(periodic_search, finds_the_reference_points) {
+TEST(PeriodicSearch, FindsTheReferencePoints) {
     reference_billiards made;
     for (const data_row& row : read_data_table("fixpoints.csv")) {
         SCOPED_TRACE(row.text("id"));
@@ -85,7 +85,7 @@ TEST(periodic_search, finds_the_reference_points) {
     }
 }
 
-TEST(periodic_search, counts_orbits_and_families_once) {
+TEST(PeriodicSearch, CountsOrbitsAndFamiliesOnce) {
     // In the circle a polygon with q corners for each k below q without a common divisor, one of
     // each family; the ellipse keeps them, but for its two axes, and has, if it is long enough,
     // those of order 4 that go between the foci. Paths between the stadium's sides are one orbit.
@@ -114,7 +114,7 @@ TEST(periodic_search, counts_orbits_and_families_once) {
     }
 }
 
-TEST(periodic_search, finds_a_threefold_root) {
+TEST(PeriodicSearch, FindsAThreefoldRoot) {
     // The path between the two flat points: what comes back is off by the third power of the way.
     TBilliardMap map(new_reference_curve("OvalA 5"));
     const auto orbits = found_from(map, cells_of_all(map, 24), 2);
@@ -140,7 +140,7 @@ std::string text_of(const std::vector<periodic_orbit>& orbits) {
     return text;
 }
 
-TEST(periodic_search, does_not_depend_on_how_the_starts_are_shared_out) {
+TEST(PeriodicSearch, DoesNotDependOnHowTheStartsAreSharedOut) {
     for (const char* c : {"OvalA 2", "Ellipse 1", "Stadium 1"}) {
         TBilliardMap map(new_reference_curve(c));
         const auto starts = cells_of_all(map, 12);

@@ -17,7 +17,7 @@
 
 using namespace batch;
 
-TEST(number_text, writes_the_shortest_form_that_reads_back) {
+TEST(NumberText, WritesTheShortestFormThatReadsBack) {
     const std::pair<double, const char*> cases[] = {
         {0.1, "0.1"},
         {-0.25, "-0.25"},
@@ -38,7 +38,7 @@ TEST(number_text, writes_the_shortest_form_that_reads_back) {
 }
 
 // Beside the library's way: numbers of all sizes, with many binary digits, few, or few decimals.
-TEST(number_text, is_the_same_by_the_quick_way) {
+TEST(NumberText, IsTheSameByTheQuickWay) {
     for (std::uint64_t i = 0; i < 300'000; ++i) {
         std::uint64_t bits = splitmix64(1, i);
         const std::uint64_t dice = splitmix64(2, i);
@@ -54,7 +54,7 @@ TEST(number_text, is_the_same_by_the_quick_way) {
     }
 }
 
-TEST(value_range, has_both_ends_and_short_decimals) {
+TEST(ValueRange, HasBothEndsAndShortDecimals) {
     const value_range range = parse_range("1.5..6/46", "c");
     EXPECT_EQ(range.count, 46);
     EXPECT_EQ(range.at(0), 1.5);
@@ -66,7 +66,7 @@ TEST(value_range, has_both_ends_and_short_decimals) {
     EXPECT_EQ(parse_range("2..2/1", "c").count, 1);
 }
 
-TEST(nearest_name, forgives_a_slip_and_no_more) {
+TEST(NearestName, ForgivesASlipAndNoMore) {
     const std::vector<std::string_view> names = {"ellipse", "oval-a", "stadium", "c"};
     const std::pair<const char*, const char*> cases[] = {
         {"elipse", "ellipse"},
@@ -81,7 +81,7 @@ TEST(nearest_name, forgives_a_slip_and_no_more) {
         EXPECT_EQ(nearest_name(typed, names), meant) << typed;
 }
 
-TEST(user_words, are_one_word_of_a_shell) {
+TEST(UserWords, AreOneWordOfAShell) {
     const std::pair<const char*, const char*> cases[] = {
         {"oval-a:c=5", "oval-a:c=5"},
         {"", "''"},
@@ -95,7 +95,7 @@ TEST(user_words, are_one_word_of_a_shell) {
 }
 
 // The values that the authors' own program gives for this seed.
-TEST(random_stream, is_splitmix64) {
+TEST(RandomStream, IsSplitmix64) {
     const std::uint64_t expected[] = {6457827717110365317u, 3203168211198807973u,
                                       9817491932198370423u, 4593380528125082431u};
     for (std::uint64_t i = 0; i < 4; ++i)
@@ -104,7 +104,7 @@ TEST(random_stream, is_splitmix64) {
     EXPECT_EQ(uniform(~std::uint64_t{0}), 1 - 0x1p-53);
 }
 
-TEST(shard, parts_join_without_gap) {
+TEST(Shard, PartsJoinWithoutGap) {
     constexpr std::int64_t largest = std::numeric_limits<std::int64_t>::max();
     for (const std::int64_t count : {std::int64_t{0}, std::int64_t{1}, std::int64_t{10}, largest}) {
         std::int64_t end = 0, least = largest, most = 0;
@@ -140,7 +140,7 @@ std::array<double, 3> oklab(const rgb& colour) {
 } // namespace
 
 // Over ten colours, so that the rounding to whole levels of the screen counts little.
-TEST(colour_map, steps_look_even_and_lighten) {
+TEST(ColourMap, StepsLookEvenAndLighten) {
     const auto& colours = colour_map();
     double least = 1, most = 0;
     for (std::size_t i = 10; i < colours.size(); ++i) {
@@ -153,7 +153,7 @@ TEST(colour_map, steps_look_even_and_lighten) {
     EXPECT_LT(most, 1.2 * least);
 }
 
-TEST(colour_map, gives_each_value_its_place) {
+TEST(ColourMap, GivesEachValueItsPlace) {
     EXPECT_EQ(colour_index(1, 1, 2), 0);
     EXPECT_EQ(colour_index(2, 1, 2), colour_count - 1);
     EXPECT_EQ(colour_index(1.5, 1, 2), colour_count / 2);
