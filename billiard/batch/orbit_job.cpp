@@ -22,9 +22,9 @@ namespace {
 
 // Rows of a block: few enough for many blocks to wait, enough for threads not to meet too often.
 // Links begin behind its multiples, and a continued file must hold the row before a link.
-constexpr std::int64_t block_rows = 512;
+constexpr std::int64_t block_rows = 768;
 static_assert(block_rows <= std::int64_t{written_rows::most_kept});
-constexpr std::size_t usual_row = 180;
+constexpr std::size_t usual_row = 160;
 
 } // namespace
 

@@ -12,7 +12,7 @@ namespace batch {
 
 /// What a file that is to be continued holds already.
 struct written_rows {
-    static constexpr std::size_t most_kept = 512;
+    static constexpr std::size_t most_kept = 768;
 
     std::int64_t count = 0;       ///< whole rows below the first lines
     std::string first;            ///< of them, without the line's end
