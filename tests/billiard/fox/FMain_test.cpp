@@ -44,6 +44,9 @@ TEST_F(MainWindow, EveryCommandGivesTheFocusToThePhaseCanvas) {
         send_key(widget, KEY_Escape); // out of the menu
         EXPECT_TRUE(poincare().inFocusChain()) << widget->getClassName();
     }
+    window().loop_check->setFocus();
+    command(FMain::ID_SPARE);
+    EXPECT_FALSE(poincare().inFocusChain()) << "it does nothing";
 }
 
 TEST_F(MainWindow, F1OpensTheManualInBothWindows) {
