@@ -185,15 +185,16 @@ class SameBytes(unittest.TestCase):
                     self.assertEqual("".join(joined), whole)
 
     def test_orbits_that_end_early_are_told(self):
-        words = ("formula:1+t", "--random", 16, "-n", 100)
-        told = "of the orbits ended early"
-        verdicts = [int(row["bounces"]) for row in rows(run("map", *words, told=told))]
-        told = f": {sum(bounces < 100 for bounces in verdicts)} {told}"
-        orbits = rows(run("orbit", *words, told=told))
-        bounces = [max(int(row["bounce"]) for row in orbits if row["orbit"] == str(i))
-                   for i in range(16)]
-        self.assertEqual(verdicts, bounces)
-        self.assertTrue(min(bounces) < 100 and max(bounces) == 100)
+        for n in (100, 1000):  # rows of one block, and of several
+            words = ("formula:1+t", "--random", 16, "-n", n)
+            told = "of the orbits ended early"
+            verdicts = [int(row["bounces"]) for row in rows(run("map", *words, told=told))]
+            told = f": {sum(bounces < n for bounces in verdicts)} {told}"
+            orbits = rows(run("orbit", *words, told=told))
+            bounces = [max(int(row["bounce"]) for row in orbits if row["orbit"] == str(i))
+                       for i in range(16)]
+            self.assertEqual(verdicts, bounces)
+            self.assertEqual((min(bounces) < n, max(bounces) == n), (True, n == 100))
 
     def test_the_head_tells_what_decides_the_rows(self):
         text = run("map", "formula:5+sin(t)", "--let", "a=1 +1", "-n", 5, "--start=0.25,0.5", "-j", 2,
