@@ -56,6 +56,9 @@ TEST(Bounce, RefusesWhatHasNoImpact) {
     TBilliard narrow(new TEllipseFunction(1e4)); // bends away within the smallest distance
     expect_refusal(narrow, pi / 2, 1e-13, "grazing forward");
     expect_refusal(narrow, pi / 2, pi - 1e-13, "grazing backward");
+    // Past the origin at some millionths, and on to a radius that is several times as large.
+    TBilliard star(new TGenOvalFunction(1.2, 5));
+    expect_refusal(star, 3.2382525795452008, 3.0070419600248304, "a far end inside");
     for (const double turn : {-1.0, 1.0, 5.0, 1000.0}) { // but angles of any turn are taken
         double phi = 1 + turn * 2 * pi, alpha = pi / 4;
         circle.findit(phi, alpha);
